@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "keel/Export.h"
+
+#if defined(__GNUC__)
+#define KEEL_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#else
+#define KEEL_PRINTF(format, first)
+#endif
+
+namespace Keel {
+namespace StringUtil {
+
+/// printf into a text of any length. An encoding error gives an empty text.
+KEEL_API std::string FormatString(const char* format, ...) KEEL_PRINTF(1, 2);
+
+/// The pieces of `text` between separators, empty ones included: "a--b" split at "-" gives "a", "", "b", and an
+/// empty text gives one empty piece. An empty separator gives the whole text.
+KEEL_API std::vector<std::string> SplitString(const std::string& text, const std::string& separator);
+
+/// `text` without leading and trailing ASCII white space.
+KEEL_API std::string StringTrim(const std::string& text);
+
+/// `text` with A to Z made lower case; every other byte stays, UTF-8 sequences included.
+KEEL_API std::string LowerCase(const std::string& text);
+
+/// `text` without control characters (0x00 to 0x1F and 0x7F) and without bytes that are not valid UTF-8.
+KEEL_API std::string StringEraseInvalidChar(const std::string& text);
+
+} // namespace StringUtil
+} // namespace Keel
