@@ -1,0 +1,53 @@
+#include "HostFailure.h"
+
+#include "keel/Error.h"
+
+namespace nexwire {
+namespace host {
+
+namespace {
+
+bool SetError(std::int32_t category, std::int32_t number, const std::string& text)
+{
+    Keel::Error::ErrorCode code;
+    code.category = category;
+    code.number = number;
+    code.text = text;
+    Keel::Error::SetLastError(code);
+    return false;
+}
+
+} // namespace
+
+bool Fail(HostError error, const std::string& text)
+{
+    return SetError(kHostErrorCategory, static_cast<std::int32_t>(error), text);
+}
+
+bool FailStatus(long status, const std::string& text)
+{
+    return SetError(kHttpStatusCategory, static_cast<std::int32_t>(status), text);
+}
+
+std::string Printable(const std::string& text, std::size_t limit)
+{
+    const bool cut = text.size() > limit;
+    std::size_t end = cut ? limit : text.size();
+    while (cut && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        --end;
+    }
+    std::string line(text, 0, end);
+    for (char& c : line) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F) {
+            c = ' ';
+        }
+    }
+    if (cut) {
+        line += "...";
+    }
+    return line;
+}
+
+} // namespace host
+} // namespace nexwire

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "nexwire/host/HostError.h"
+
+namespace nexwire {
+namespace host {
+
+/// Stores the last error and returns false.
+bool Fail(HostError error, const std::string& text);
+
+/// Stores a failed HTTP status as the last error and returns false.
+bool FailStatus(long status, const std::string& text);
+
+/// At most `limit` bytes of `text` on one line: control characters become blanks, a cut is marked with "...", and no
+/// UTF-8 sequence is cut in two.
+std::string Printable(const std::string& text, std::size_t limit);
+
+} // namespace host
+} // namespace nexwire
