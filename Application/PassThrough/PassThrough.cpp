@@ -1,0 +1,161 @@
+#include "Application/PassThrough/PassThrough.h"
+
+#include <keel/Error.h>
+
+#include "nexwire/PassThrough.h"
+
+namespace nexwire {
+namespace {
+
+/// The structure behind a caller's untyped pointer. Every structure starts with its one base.
+const protocol::IInboundData* AsInput(void* data)
+{
+    return static_cast<const protocol::IInboundData*>(data);
+}
+
+bool SetUntyped(int command, void* data, const std::string& deviceGuid)
+{
+    protocol::DagPassThroughRsp answer;
+    return DeviceExchange(Route::External, command, deviceGuid, {}, AsInput(data), answer);
+}
+
+bool SendDag(Route route, const protocol::DagPassThroughReq& request, const std::string& deviceGuid,
+             protocol::DagPassThroughRspData& response, int timeoutMs)
+{
+    return Exchange(Query(DevicePath(route, deviceGuid, "/dagPassThrough"), request).Timeout(timeoutMs), response);
+}
+
+bool SendDag(Route route, const protocol::DagPassThroughReq& request, const std::string& deviceGuid,
+             protocol::DagPassThroughRsp& response)
+{
+    protocol::DagPassThroughRspData holder;
+    if (!SendDag(route, request, deviceGuid, holder, 0)) {
+        return false;
+    }
+    response = std::move(holder.dagPassThroughRsp);
+    return true;
+}
+
+} // namespace
+
+Path DevicePath(Route route, const std::string& deviceGuid, const char* lastSegment)
+{
+    return Path(route == Route::External ? "/7730/v1/deviceManagement/devices/"
+                                         : "/7730/v1/internal/deviceManagement/devices/",
+                deviceGuid, lastSegment);
+}
+
+bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std::string_view condition,
+                    const protocol::IInboundData* input, protocol::DagPassThroughRsp& answer,
+                    int timeoutMs) noexcept
+{
+    return core::Guard([&] {
+        protocol::DagPassThroughReq request;
+        request.command = command;
+        request.condBuffer = condition;
+        if (input != nullptr) {
+            request.inBuffer = protocol::SerializeRequest(*input);
+        }
+        protocol::DagPassThroughRspData response;
+        if (!SendDag(route, request, deviceGuid, response, timeoutMs)) {
+            return false;
+        }
+        answer = std::move(response.dagPassThroughRsp);
+        return true;
+    });
+}
+
+bool DeviceSet(Route route, int command, const std::string& deviceGuid, const protocol::IInboundData& input,
+               std::string_view condition, int timeoutMs) noexcept
+{
+    protocol::DagPassThroughRsp answer;
+    return DeviceExchange(route, command, deviceGuid, condition, &input, answer, timeoutMs);
+}
+
+bool DeviceCommand(Route route, int command, const std::string& deviceGuid, std::string_view condition,
+                   int timeoutMs) noexcept
+{
+    protocol::DagPassThroughRsp answer;
+    return DeviceExchange(route, command, deviceGuid, condition, nullptr, answer, timeoutMs);
+}
+
+bool CPassThroughRequest::dagRequest(protocol::DagPassThroughRsp& response, const protocol::DagPassThroughReq& request,
+                                     const std::string& deviceGuid)
+{
+    return SendDag(Route::External, request, deviceGuid, response);
+}
+
+bool CPassThroughRequest::dagRequestInner(protocol::DagPassThroughRsp& response,
+                                          const protocol::DagPassThroughReq& request, const std::string& deviceGuid)
+{
+    return SendDag(Route::Internal, request, deviceGuid, response);
+}
+
+bool accessParamComm::dagThroughRequest(const protocol::DagPassThroughReq& request, const std::string& deviceGuid,
+                                        protocol::DagPassThroughRspData& response, int timeoutMs)
+{
+    return SendDag(Route::Internal, request, deviceGuid, response, timeoutMs);
+}
+
+bool accessParamComm::dagThroughRequestExternal(protocol::DagPassThroughRspData& response,
+                                                const protocol::DagPassThroughReq& request,
+                                                const std::string& deviceGuid, int timeoutMs)
+{
+    return SendDag(Route::External, request, deviceGuid, response, timeoutMs);
+}
+
+bool accessParamComm::batchPassThroughRequest(const protocol::BatchPassThroughReq& request,
+                                              const std::string& deviceGuid,
+                                              protocol::BatchPassThroughRspData& response, std::string& errorText)
+{
+    if (Exchange(Query(DevicePath(Route::Internal, deviceGuid, "/batchPassThrough"), request), response)) {
+        return true;
+    }
+    return core::Guard([&] {
+        errorText = Keel::Error::GetLastError().text;
+        return false;
+    });
+}
+
+bool accessParamComm::batchPassThroughRequestExternal(protocol::BatchPassThroughRspData& response,
+                                                      Keel::Error::ErrorCode& error,
+                                                      const protocol::BatchPassThroughReq& request,
+                                                      const std::string& deviceGuid)
+{
+    if (Exchange(Query(DevicePath(Route::External, deviceGuid, "/batchPassThrough"), request), response)) {
+        return true;
+    }
+    return core::Guard([&] {
+        error = Keel::Error::GetLastError();
+        return false;
+    });
+}
+
+bool accessParamComm::setSchedule(int command, void* data, const std::string& deviceGuid, std::string& errorText)
+{
+    if (SetUntyped(command, data, deviceGuid)) {
+        return true;
+    }
+    return core::Guard([&] {
+        errorText = Keel::Error::GetLastError().text;
+        return false;
+    });
+}
+
+bool ACDoorPlan::setDoorPlan(int command, void* data, const std::string& deviceGuid, const std::string&)
+{
+    return SetUntyped(command, data, deviceGuid);
+}
+
+bool ACDoorPlan::getDoorStatusInfo(int command, std::string& output, const std::string& deviceGuid,
+                                   const std::string&)
+{
+    protocol::DagPassThroughRsp answer;
+    if (!DeviceExchange(Route::External, command, deviceGuid, {}, nullptr, answer) || answer.outBuffer.empty()) {
+        return false;
+    }
+    output = std::move(answer.outBuffer);
+    return true;
+}
+
+} // namespace nexwire

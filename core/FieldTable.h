@@ -1,0 +1,183 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "nexwire/JSONStruct.h"
+
+// How a structure says what it looks like on the wire: one line per structure, members in declaration order.
+//
+//   NEXWIRE_INBOUND_FIELDS(AccessGroupDown, "accessGroupDown", F(accessgroupGuid), F(deleteGroup), F(downloadMode))
+//   NEXWIRE_RETURN_FIELDS(GroupDownloadProgress, F(deviceGuid), F(deviceProgress), F(downloadState))
+//
+// F(member) uses the member's name as its key, K("Key", member) another one. A table that misses, repeats or
+// reorders a member does not compile. One interpreter reads and writes all structures from these tables.
+
+namespace nexwire {
+namespace core {
+
+enum class Kind : std::uint8_t { Text, Int, Int64, Real, Bool, Struct, TextList, IntList, StructList };
+
+/// What the interpreter does with a nested structure and with a list of them, one object per element type.
+struct StructOps {
+    const FieldTable* fields;
+    protocol::IJSONStruct* (*asStruct)(void* object);
+    void (*clear)(void* list);
+    void (*reserve)(void* list, std::size_t count);
+    protocol::IJSONStruct* (*append)(void* list);
+    std::size_t (*count)(const void* list);
+    const protocol::IJSONStruct* (*at)(const void* list, std::size_t index);
+};
+
+struct Field {
+    const char* key;
+    const StructOps* ops; ///< Set for Struct and StructList.
+    std::uint32_t offset; ///< From the start of the structure.
+    std::uint16_t size;
+    std::uint8_t align;
+    Kind kind;
+};
+
+/// Most members a structure may have; one bit of "present" each.
+constexpr std::size_t kMaxFields = 128;
+
+struct FieldTable {
+    const char* name;     ///< Name of the structure.
+    const char* rootName; ///< Key it is sent under; null for results.
+    const Field* fields;
+    std::size_t count;
+
+    const Field* begin() const { return fields; }
+    const Field* end() const { return fields + count; }
+};
+
+template <class T>
+struct StructOpsOf {
+    using List = std::vector<T>;
+    static constexpr StructOps value = {
+        &T::kFields,
+        [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
+        [](void* list) { static_cast<List*>(list)->clear(); },
+        [](void* list, std::size_t count) { static_cast<List*>(list)->reserve(count); },
+        [](void* list) -> protocol::IJSONStruct* { return &static_cast<List*>(list)->emplace_back(); },
+        [](const void* list) { return static_cast<const List*>(list)->size(); },
+        [](const void* list, std::size_t index) -> const protocol::IJSONStruct* {
+            return &(*static_cast<const List*>(list))[index];
+        },
+    };
+};
+
+template <class Member>
+struct MemberKind {
+    static_assert(std::is_base_of<protocol::IJSONStruct, Member>::value, "no wire form for members of this type");
+    static constexpr Kind kind = Kind::Struct;
+    static constexpr const StructOps* ops = &StructOpsOf<Member>::value;
+};
+template <class Element>
+struct MemberKind<std::vector<Element>> {
+    static_assert(std::is_base_of<protocol::IJSONStruct, Element>::value, "no wire form for lists of this type");
+    static constexpr Kind kind = Kind::StructList;
+    static constexpr const StructOps* ops = &StructOpsOf<Element>::value;
+};
+template <Kind K>
+struct PlainKind {
+    static constexpr Kind kind = K;
+    static constexpr const StructOps* ops = nullptr;
+};
+template <>
+struct MemberKind<std::string> : PlainKind<Kind::Text> {};
+template <>
+struct MemberKind<std::int32_t> : PlainKind<Kind::Int> {};
+template <>
+struct MemberKind<std::int64_t> : PlainKind<Kind::Int64> {};
+template <>
+struct MemberKind<double> : PlainKind<Kind::Real> {};
+template <>
+struct MemberKind<bool> : PlainKind<Kind::Bool> {};
+template <>
+struct MemberKind<std::vector<std::string>> : PlainKind<Kind::TextList> {};
+template <>
+struct MemberKind<std::vector<std::int32_t>> : PlainKind<Kind::IntList> {};
+
+template <class Member>
+constexpr Field MakeField(const char* key, std::size_t offset)
+{
+    static_assert(sizeof(Member) <= UINT16_MAX, "a member this large belongs into a list");
+    return {key,
+            MemberKind<Member>::ops,
+            static_cast<std::uint32_t>(offset),
+            static_cast<std::uint16_t>(sizeof(Member)),
+            static_cast<std::uint8_t>(alignof(Member)),
+            MemberKind<Member>::kind};
+}
+
+/// Whether the fields cover a structure from the end of its base to the filter that stands last in it, without a
+/// gap wider than alignment asks for. (What alignment padding could hide, the sweep over all structures finds.)
+template <class T>
+constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
+{
+    using Filter = protocol::SerializationIgnoreItemFeatures;
+    using Base = std::conditional_t<std::is_base_of<protocol::IInboundData, T>::value, protocol::IInboundData,
+                                    protocol::IReturnData>;
+    std::size_t position = sizeof(Base) - sizeof(Filter);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t align = fields[i].align;
+        position = (position + align - 1) / align * align;
+        if (fields[i].offset != position) {
+            return false;
+        }
+        position += fields[i].size;
+    }
+    const std::size_t align = alignof(Filter);
+    return (position + align - 1) / align * align + sizeof(Filter) == sizeof(T);
+}
+
+} // namespace core
+} // namespace nexwire
+
+#if defined(__GNUC__)
+#define NEXWIRE_OFFSETS_BEGIN                                                                                          \
+    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")
+#define NEXWIRE_OFFSETS_END _Pragma("GCC diagnostic pop")
+#else
+#define NEXWIRE_OFFSETS_BEGIN
+#define NEXWIRE_OFFSETS_END
+#endif
+
+#define F(member) K(#member, member)
+#define K(key, member) ::nexwire::core::MakeField<decltype(Self::member)>(key, offsetof(Self, member))
+
+#define NEXWIRE_FIELDS(T, root, ...)                                                                                   \
+    NEXWIRE_OFFSETS_BEGIN                                                                                              \
+    namespace {                                                                                                        \
+    struct FieldsOf##T {                                                                                               \
+        using Self = T;                                                                                                \
+        static constexpr ::nexwire::core::Field kList[] = {__VA_ARGS__};                                               \
+        static constexpr std::size_t kCount = sizeof(kList) / sizeof(kList[0]);                                        \
+    };                                                                                                                 \
+    }                                                                                                                  \
+    NEXWIRE_OFFSETS_END                                                                                                \
+    static_assert(::nexwire::core::CoversAllMembers<T>(FieldsOf##T::kList, FieldsOf##T::kCount),                       \
+                  "the table of " #T " must list every member once, in declaration order");                            \
+    static_assert(FieldsOf##T::kCount <= ::nexwire::core::kMaxFields, #T " has too many members");                     \
+    const ::nexwire::core::FieldTable T::kFields = {#T, root, FieldsOf##T::kList, FieldsOf##T::kCount};                \
+    const ::nexwire::core::FieldTable& T::Fields() const                                                              \
+    {                                                                                                                  \
+        return kFields;                                                                                                \
+    }
+
+/// Table of a structure that is sent, with the key it is sent under.
+#define NEXWIRE_INBOUND_FIELDS(T, root, ...) NEXWIRE_FIELDS(T, root, __VA_ARGS__)
+/// Table of a result.
+#define NEXWIRE_RETURN_FIELDS(T, ...) NEXWIRE_FIELDS(T, nullptr, __VA_ARGS__)
+/// Request or result that carries nothing.
+#define NEXWIRE_NO_FIELDS(T, root)                                                                                     \
+    static_assert(::nexwire::core::CoversAllMembers<T>(nullptr, 0), #T " has members; list them");                     \
+    const ::nexwire::core::FieldTable T::kFields = {#T, root, nullptr, 0};                                             \
+    const ::nexwire::core::FieldTable& T::Fields() const                                                              \
+    {                                                                                                                  \
+        return kFields;                                                                                                \
+    }

@@ -1,0 +1,120 @@
+#include "nexwire/HTTPCommonJSONStruct.h"
+
+#include <locale>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "core/JsonTree.h"
+#include "core/Log.h"
+#include "nexwire/ParseJSONUtil.h"
+
+namespace protocol {
+namespace {
+
+using nexwire::core::ConversionScope;
+using nexwire::core::JsonTree;
+using nexwire::core::ParseStrictly;
+
+const char* TextOf(const cJSON* node)
+{
+    return cJSON_IsString(node) != 0 && node->valuestring != nullptr ? node->valuestring : "";
+}
+
+std::int32_t ReadNumber(const std::string& piece)
+{
+    std::istringstream stream(piece);
+    stream.imbue(std::locale::classic());
+    std::int32_t number = 0;
+    // Out of range leaves the nearest end of the range, no number at all leaves 0.
+    stream >> std::dec >> number;
+    return number;
+}
+
+cJSON* ParseLogged(const std::string& text)
+{
+    const char* position = nullptr;
+    cJSON* const root = ParseStrictly(text, position);
+    if (root == nullptr) {
+        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", text.c_str(), position);
+    }
+    return root;
+}
+
+} // namespace
+
+ReturnData::ReturnData(std::shared_ptr<IJSONStruct> data_) : data(std::move(data_)) {}
+
+bool ReturnData::Parse(const std::string& body)
+{
+    if (body.empty()) {
+        return false;
+    }
+    const ConversionScope scope;
+    const JsonTree root(ParseLogged(body));
+    if (root.get() == nullptr) {
+        return false;
+    }
+    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root.get(), "code")) {
+        const char* const text = TextOf(node);
+        // The everyday answer without the detour over streams.
+        code = std::string_view(text) == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(text);
+    }
+    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root.get(), "msg")) {
+        msg = TextOf(node);
+    }
+    if (data) {
+        data->Parse(cJSON_GetObjectItemCaseSensitive(root.get(), "data"));
+    }
+    return true;
+}
+
+Keel::Error::ErrorCode Str2ErrorCode(const std::string& code)
+{
+    Keel::Error::ErrorCode result;
+    const std::vector<std::string> pieces = Keel::StringUtil::SplitString(code, "-");
+    if (pieces.size() != 2) {
+        NEXWIRE_LOG_ERROR("Invalid return code. code: [%s].", code.c_str());
+        return result;
+    }
+    result.category = ReadNumber(pieces[0]);
+    result.number = ReadNumber(pieces[1]);
+    return result;
+}
+
+bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
+{
+    if (json.empty()) {
+        return false;
+    }
+    const ConversionScope scope;
+    const JsonTree tree(ParseLogged(json));
+    if (tree.get() == nullptr) {
+        return false;
+    }
+    const cJSON* node = tree.get();
+    if (root != nullptr) {
+        node = cJSON_GetObjectItemCaseSensitive(node, root);
+        if (node == nullptr) {
+            // Nothing was unreadable, so there is no error position to show.
+            NEXWIRE_LOG_ERROR("Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
+            return false;
+        }
+    }
+    out.Parse(node);
+    return true;
+}
+
+std::string SerializeRequest(const IInboundData& request)
+{
+    const ConversionScope scope;
+    const JsonTree body(cJSON_CreateObject());
+    cJSON* const item = request.ToJson();
+    if (item == nullptr || cJSON_AddItemToObjectCS(body.get(), request.RootName(), item) == 0) {
+        cJSON_Delete(item);
+        return std::string();
+    }
+    return nexwire::core::PrintFormatted(body.get());
+}
+
+} // namespace protocol

@@ -1,0 +1,402 @@
+#include "nexwire/JSONStruct.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+#include "core/FieldTable.h"
+#include "core/JsonTree.h"
+
+namespace nexwire {
+namespace core {
+
+/// The interpreter's way to the "present" bits.
+struct StructAccess {
+    static void Clear(protocol::IJSONStruct& object) { object.present_[0] = object.present_[1] = 0; }
+    static bool Test(const protocol::IJSONStruct& object, std::size_t index)
+    {
+        return (object.present_[index / 64] >> (index % 64) & 1U) != 0;
+    }
+    static void Set(protocol::IJSONStruct& object, std::size_t index)
+    {
+        object.present_[index / 64] |= std::uint64_t{1} << (index % 64);
+    }
+};
+
+namespace {
+
+using protocol::IJSONStruct;
+using protocol::SerializationIgnoreItemFeatures;
+
+template <class T>
+T& At(void* base, const Field& field)
+{
+    return *reinterpret_cast<T*>(static_cast<char*>(base) + field.offset);
+}
+
+template <class T>
+const T& At(const void* base, const Field& field)
+{
+    return *reinterpret_cast<const T*>(static_cast<const char*>(base) + field.offset);
+}
+
+bool HasText(const cJSON* node)
+{
+    return cJSON_IsString(node) != 0 && node->valuestring != nullptr;
+}
+
+std::size_t ChildCount(const cJSON* node)
+{
+    std::size_t count = 0;
+    for (const cJSON* child = node->child; child != nullptr; child = child->next) {
+        ++count;
+    }
+    return count;
+}
+
+std::int64_t ToInt64(double value)
+{
+    // 2^63 as a double; what lies outside ends at the nearest end of the range.
+    constexpr double kLimit = 9223372036854775808.0;
+    if (std::isnan(value)) {
+        return 0;
+    }
+    if (value >= kLimit) {
+        return INT64_MAX;
+    }
+    return value < -kLimit ? INT64_MIN : static_cast<std::int64_t>(value);
+}
+
+void ClearLists(void* base, const FieldTable& table)
+{
+    for (const Field& field : table) {
+        switch (field.kind) {
+        case Kind::TextList:
+            At<std::vector<std::string>>(base, field).clear();
+            break;
+        case Kind::IntList:
+            At<std::vector<std::int32_t>>(base, field).clear();
+            break;
+        case Kind::StructList:
+            field.ops->clear(&At<char>(base, field));
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void ReadField(void* base, const Field& field, const cJSON* node)
+{
+    switch (field.kind) {
+    case Kind::Text:
+        if (HasText(node)) {
+            At<std::string>(base, field) = node->valuestring;
+        } else {
+            At<std::string>(base, field).clear();
+        }
+        break;
+    case Kind::Int:
+        if (cJSON_IsNumber(node) != 0) {
+            At<std::int32_t>(base, field) = node->valueint;
+        }
+        break;
+    case Kind::Int64:
+        if (cJSON_IsNumber(node) != 0) {
+            At<std::int64_t>(base, field) = ToInt64(node->valuedouble);
+        }
+        break;
+    case Kind::Real:
+        if (cJSON_IsNumber(node) != 0) {
+            At<double>(base, field) = node->valuedouble;
+        }
+        break;
+    case Kind::Bool:
+        if (cJSON_IsBool(node) != 0) {
+            At<bool>(base, field) = cJSON_IsTrue(node) != 0;
+        }
+        break;
+    case Kind::Struct:
+        if (cJSON_IsObject(node) != 0) {
+            field.ops->asStruct(&At<char>(base, field))->Parse(node);
+        }
+        break;
+    case Kind::TextList:
+        if (cJSON_IsArray(node) != 0) {
+            auto& list = At<std::vector<std::string>>(base, field);
+            list.reserve(ChildCount(node));
+            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
+                list.emplace_back(HasText(child) ? child->valuestring : "");
+            }
+        }
+        break;
+    case Kind::IntList:
+        if (cJSON_IsArray(node) != 0) {
+            auto& list = At<std::vector<std::int32_t>>(base, field);
+            list.reserve(ChildCount(node));
+            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
+                list.push_back(cJSON_IsNumber(child) != 0 ? child->valueint : 0);
+            }
+        }
+        break;
+    case Kind::StructList:
+        if (cJSON_IsArray(node) != 0) {
+            void* const list = &At<char>(base, field);
+            field.ops->reserve(list, ChildCount(node));
+            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
+                IJSONStruct* const element = field.ops->append(list);
+                if (cJSON_IsObject(child) != 0) {
+                    element->Parse(child);
+                }
+            }
+        }
+        break;
+    }
+}
+
+/// Index of the field with that key, looked for from `expected` on: answers mostly come in the table's order.
+std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
+{
+    for (std::size_t i = expected; i < table.count; ++i) {
+        if (std::strcmp(table.fields[i].key, key) == 0) {
+            return i;
+        }
+    }
+    for (std::size_t i = 0; i < std::min(expected, table.count); ++i) {
+        if (std::strcmp(table.fields[i].key, key) == 0) {
+            return i;
+        }
+    }
+    return table.count;
+}
+
+void Read(IJSONStruct& object, void* base, const FieldTable& table, const cJSON* node)
+{
+    if (node == nullptr) {
+        return;
+    }
+    StructAccess::Clear(object);
+    ClearLists(base, table);
+    std::size_t expected = 0;
+    for (const cJSON* child = node->child; child != nullptr; child = child->next) {
+        if (child->string == nullptr) {
+            continue;
+        }
+        const std::size_t index = FindField(table, expected, child->string);
+        if (index == table.count || StructAccess::Test(object, index)) {
+            continue;
+        }
+        StructAccess::Set(object, index);
+        ReadField(base, table.fields[index], child);
+        expected = index + 1;
+    }
+}
+
+cJSON* MakeTextList(const std::vector<std::string>& list)
+{
+    JsonTree array(cJSON_CreateArray());
+    for (const std::string& text : list) {
+        cJSON* const item = cJSON_CreateString(text.c_str());
+        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
+            cJSON_Delete(item);
+            return nullptr;
+        }
+    }
+    return array.Release();
+}
+
+cJSON* MakeIntList(const std::vector<std::int32_t>& list)
+{
+    JsonTree array(cJSON_CreateArray());
+    for (const std::int32_t number : list) {
+        cJSON* const item = cJSON_CreateNumber(number);
+        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
+            cJSON_Delete(item);
+            return nullptr;
+        }
+    }
+    return array.Release();
+}
+
+cJSON* MakeStructList(const void* list, const StructOps& ops)
+{
+    JsonTree array(cJSON_CreateArray());
+    const std::size_t count = ops.count(list);
+    for (std::size_t i = 0; i < count; ++i) {
+        cJSON* const item = ops.at(list, i)->ToJson();
+        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
+            cJSON_Delete(item);
+            return nullptr;
+        }
+    }
+    return array.Release();
+}
+
+cJSON* MakeItem(const void* base, const Field& field)
+{
+    switch (field.kind) {
+    case Kind::Text:
+        return cJSON_CreateString(At<std::string>(base, field).c_str());
+    case Kind::Int:
+        return cJSON_CreateNumber(At<std::int32_t>(base, field));
+    case Kind::Int64:
+        return cJSON_CreateNumber(static_cast<double>(At<std::int64_t>(base, field)));
+    case Kind::Real:
+        return cJSON_CreateNumber(At<double>(base, field));
+    case Kind::Bool:
+        return cJSON_CreateBool(At<bool>(base, field) ? 1 : 0);
+    case Kind::Struct:
+        return field.ops->asStruct(const_cast<char*>(&At<char>(base, field)))->ToJson();
+    case Kind::TextList:
+        return MakeTextList(At<std::vector<std::string>>(base, field));
+    case Kind::IntList:
+        return MakeIntList(At<std::vector<std::int32_t>>(base, field));
+    case Kind::StructList:
+        return MakeStructList(&At<char>(base, field), *field.ops);
+    }
+    return nullptr;
+}
+
+cJSON* Write(const void* base, const FieldTable& table, const SerializationIgnoreItemFeatures& filter)
+{
+    const bool all = filter.FilterMode() == SerializationIgnoreItemFeatures::kLeaveOut && filter.FilterKeys().empty();
+    JsonTree object(cJSON_CreateObject());
+    if (object.get() == nullptr) {
+        return nullptr;
+    }
+    for (const Field& field : table) {
+        if (!all && filter.IsLeftOut(field.key)) {
+            continue;
+        }
+        cJSON* const item = MakeItem(base, field);
+        // The keys are literals of this library and outlive every tree.
+        if (item == nullptr || cJSON_AddItemToObjectCS(object.get(), field.key, item) == 0) {
+            cJSON_Delete(item);
+            return nullptr;
+        }
+    }
+    return object.Release();
+}
+
+std::unordered_set<std::string> PresentKeys(const IJSONStruct& object, const FieldTable& table)
+{
+    std::unordered_set<std::string> keys;
+    for (std::size_t i = 0; i < table.count; ++i) {
+        if (StructAccess::Test(object, i)) {
+            keys.insert(table.fields[i].key);
+        }
+    }
+    return keys;
+}
+
+bool IsPresent(const IJSONStruct& object, const FieldTable& table, std::string_view key)
+{
+    for (std::size_t i = 0; i < table.count; ++i) {
+        if (key == table.fields[i].key) {
+            return StructAccess::Test(object, i);
+        }
+    }
+    return false;
+}
+
+} // namespace
+} // namespace core
+} // namespace nexwire
+
+namespace protocol {
+
+namespace core = nexwire::core;
+
+void SerializationIgnoreItemFeatures::SetFilter(std::int32_t mode, std::vector<std::string> keys)
+{
+    mode_ = mode;
+    keys_ = std::move(keys);
+}
+
+void SerializationIgnoreItemFeatures::WriteOnly(std::vector<std::string> keys)
+{
+    SetFilter(kOnly, std::move(keys));
+}
+
+void SerializationIgnoreItemFeatures::LeaveOut(std::vector<std::string> keys)
+{
+    SetFilter(kLeaveOut, std::move(keys));
+}
+
+bool SerializationIgnoreItemFeatures::IsLeftOut(std::string_view key) const
+{
+    if (key.empty() || (mode_ != kLeaveOut && mode_ != kOnly)) {
+        return false;
+    }
+    const bool listed = std::find(keys_.begin(), keys_.end(), key) != keys_.end();
+    return listed == (mode_ == kLeaveOut);
+}
+
+// The tables' offsets count from the start of the whole structure, where its one base stands.
+
+void IInboundData::Parse(const cJSON* node)
+{
+    core::Read(*this, this, Fields(), node);
+}
+
+cJSON* IInboundData::ToJson() const
+{
+    return core::Write(this, Fields(), *this);
+}
+
+const char* IInboundData::RootName() const
+{
+    return Fields().rootName;
+}
+
+bool IInboundData::Check(std::int32_t)
+{
+    return true;
+}
+
+std::unordered_set<std::string> IInboundData::PresentKeys() const
+{
+    return core::PresentKeys(*this, Fields());
+}
+
+bool IInboundData::IsPresent(std::string_view key) const
+{
+    return core::IsPresent(*this, Fields(), key);
+}
+
+IInboundData& IInboundData::operator=(IInboundData&& other) noexcept
+{
+    IJSONStruct::operator=(std::move(other));
+    SerializationIgnoreItemFeatures::operator=(std::move(other));
+    return *this;
+}
+
+void IReturnData::Parse(const cJSON* node)
+{
+    core::Read(*this, this, Fields(), node);
+}
+
+cJSON* IReturnData::ToJson() const
+{
+    return core::Write(this, Fields(), *this);
+}
+
+std::unordered_set<std::string> IReturnData::PresentKeys() const
+{
+    return core::PresentKeys(*this, Fields());
+}
+
+bool IReturnData::IsPresent(std::string_view key) const
+{
+    return core::IsPresent(*this, Fields(), key);
+}
+
+IReturnData& IReturnData::operator=(IReturnData&& other) noexcept
+{
+    IJSONStruct::operator=(std::move(other));
+    SerializationIgnoreItemFeatures::operator=(std::move(other));
+    return *this;
+}
+
+} // namespace protocol

@@ -1,0 +1,158 @@
+#include "core/Pipeline.h"
+
+#include <keel/Error.h>
+
+#include "core/ConfigManager.h"
+#include "nexwire/LastExchange.h"
+#include "nexwire/ParseJSONUtil.h"
+
+namespace nexwire {
+namespace {
+
+ExchangeRecord& ThreadRecord()
+{
+    static thread_local ExchangeRecord record;
+    return record;
+}
+
+} // namespace
+
+const ExchangeRecord& LastExchange()
+{
+    return ThreadRecord();
+}
+
+std::string Path::Text() const
+{
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < count_; ++i) {
+        length += pieces_[i].size();
+    }
+    std::string text;
+    text.reserve(length);
+    for (std::size_t i = 0; i < count_; ++i) {
+        text.append(pieces_[i]);
+    }
+    return text;
+}
+
+Operation& Operation::Header(const char* name, std::string_view value)
+{
+    if (headerCount_ < kMaxHeaders) {
+        headers_[headerCount_++] = {name, value};
+    }
+    return *this;
+}
+
+Operation& Operation::HeaderUnlessEmpty(const char* name, std::string_view value)
+{
+    return value.empty() ? *this : Header(name, value);
+}
+
+Operation& Operation::Timeout(std::int32_t timeoutMs)
+{
+    timeoutMs_ = timeoutMs;
+    return *this;
+}
+
+RequestParams Operation::Build() const
+{
+    RequestParams request(path_.Text(), method_);
+    if (body_ != nullptr) {
+        request.body = protocol::SerializeRequest(*body_);
+    }
+    for (std::size_t i = 0; i < headerCount_; ++i) {
+        request.headers.emplace(headers_[i].first, headers_[i].second);
+    }
+    if (timeoutMs_ != 0) {
+        request.timeoutMs = timeoutMs_;
+    }
+    return request;
+}
+
+namespace core {
+
+bool Execute(RspInfos& response, const RequestParams& request)
+{
+    // Assigned member by member: the texts keep their memory from call to call.
+    ExchangeRecord& record = ThreadRecord();
+    record.path = request.url;
+    record.method = request.method;
+    record.sent = record.answered = record.parsed = false;
+    record.category = record.number = 0;
+    record.message.clear();
+
+    IRequestExecutor* const executor = RequestContext::Instance().Usable();
+    if (executor == nullptr) {
+        return false;
+    }
+    record.sent = true;
+    record.answered = executor->Execute(response, request, 1);
+    return record.answered;
+}
+
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+{
+    RspInfos response;
+    if (!Execute(response, operation.Build()) || !envelope.Parse(response.body)) {
+        return false;
+    }
+    ExchangeRecord& record = ThreadRecord();
+    record.parsed = true;
+    record.category = envelope.code.category;
+    record.number = envelope.code.number;
+    record.message = envelope.msg;
+    if (verdict == Verdict::Judge && envelope.code.number != 0) {
+        Keel::Error::SetLastError(envelope.code);
+        return false;
+    }
+    return true;
+}
+
+bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
+{
+    return Guard([&] {
+        protocol::ReturnData envelope;
+        return Run(operation, envelope, verdict);
+    });
+}
+
+bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code)
+{
+    protocol::ReturnData envelope;
+    if (fresh != nullptr) {
+        envelope.data = Borrow(*fresh);
+    }
+    const bool success = Run(operation, envelope, Verdict::Judge);
+    if (LastExchange().parsed) {
+        code = envelope.code.number;
+    }
+    return success;
+}
+
+} // namespace core
+
+bool Exchange(const Operation& operation) noexcept
+{
+    return core::RunWithoutResult(operation, core::Verdict::Accept);
+}
+
+bool ExchangeJudged(const Operation& operation) noexcept
+{
+    return core::RunWithoutResult(operation, core::Verdict::Judge);
+}
+
+bool ExchangeForCode(const Operation& operation, int& code) noexcept
+{
+    return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
+}
+
+bool ExchangeUnread(const Operation& operation) noexcept
+{
+    return core::Guard([&] {
+        RspInfos response;
+        return core::Execute(response, operation.Build());
+    });
+}
+
+} // namespace nexwire

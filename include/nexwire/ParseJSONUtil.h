@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "nexwire/JSONStruct.h"
+
+namespace protocol {
+
+/// What both templates below end in. `root` is the key the structure stands under; null reads the top-level value.
+NEXWIRE_API bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json);
+
+/// Reads a structure that stands under its root name in a JSON object, as device texts carry it.
+///
+/// @return false when `json` is empty, is not one JSON value, or lacks the root name; the latter two are logged.
+///         `out` is untouched then.
+template <class T>
+bool TParseJSONStr(T& out, const std::string& json)
+{
+    return ParseJSONText(out, out.RootName(), json);
+}
+
+/// Reads a structure that is the top-level value itself. Returns as `TParseJSONStr`.
+template <class T>
+bool TParseJSONStrWithoutRoot(T& out, const std::string& json)
+{
+    return ParseJSONText(out, nullptr, json);
+}
+
+/// The JSON text of a request structure: an object with one member, named by its root name, indented with tabs.
+/// Empty when memory ran out.
+NEXWIRE_API std::string SerializeRequest(const IInboundData& request);
+
+} // namespace protocol
