@@ -183,6 +183,8 @@ public:
     {
         // Ends a transfer that is under way together with its connection.
         curl_multi_remove_handle(m_multi, m_easy);
+        // What the handle points to ends here.
+        curl_easy_reset(m_easy);
     }
 
     void Run()
@@ -279,7 +281,6 @@ private:
 
     void Prepare()
     {
-        curl_easy_reset(m_easy);
         Set(CURLOPT_CURLU, m_address.get());
         Set(CURLOPT_NOSIGNAL, 1L);
         Set(CURLOPT_PROXY, "");

@@ -1,0 +1,401 @@
+#include "velaproto/RapidJsonProto.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <utility>
+
+#include <rapidjson/document.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/pointer.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace proto {
+
+namespace {
+
+// The library writes through whatever its allocator returns, so an allocator must not return null.
+class Allocator {
+public:
+    void* Malloc(std::size_t size) { return size == 0 ? nullptr : Checked(std::malloc(size)); }
+    void* Realloc(void* block, std::size_t, std::size_t size)
+    {
+        if (size == 0) {
+            std::free(block);
+            return nullptr;
+        }
+        return Checked(std::realloc(block, size));
+    }
+    static void Free(void* block) { std::free(block); }
+
+private:
+    static void* Checked(void* block)
+    {
+        if (block == nullptr) {
+            throw std::bad_alloc();
+        }
+        return block;
+    }
+};
+
+using Utf8 = rapidjson::UTF8<>;
+using Pool = rapidjson::MemoryPoolAllocator<Allocator>;
+using Document = rapidjson::GenericDocument<Utf8, Pool, Allocator>;
+using Value = rapidjson::GenericValue<Utf8, Pool>;
+using Pointer = rapidjson::GenericPointer<Value, Allocator>;
+using Buffer = rapidjson::GenericStringBuffer<Utf8, Allocator>;
+using Writer = rapidjson::Writer<Buffer, Utf8, Utf8, Allocator>;
+using rapidjson::SizeType;
+
+struct NoOutput {
+    void Put(char) {}
+};
+
+bool IsUtf8(const char* text, std::size_t length)
+{
+    rapidjson::MemoryStream in(text, length);
+    NoOutput out;
+    while (in.Tell() < length) {
+        if (!Utf8::Validate(in, out)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool IsText(const std::string& text)
+{
+    return text.size() <= std::numeric_limits<SizeType>::max() && IsUtf8(text.data(), text.size());
+}
+
+// Hands the events of the parser on to the document and stops it where the document must not go.
+class Gate {
+public:
+    explicit Gate(Document& document) : m_document(document) {}
+
+    bool Null() { return m_document.Null(); }
+    bool Bool(bool value) { return m_document.Bool(value); }
+    bool Int(int value) { return m_document.Int(value); }
+    bool Uint(unsigned value) { return m_document.Uint(value); }
+    bool Int64(std::int64_t value) { return m_document.Int64(value); }
+    bool Uint64(std::uint64_t value) { return m_document.Uint64(value); }
+    bool Double(double value) { return m_document.Double(value); }
+    bool RawNumber(const char*, SizeType, bool) { return false; }
+    // Only here a lone half of a surrogate pair shows, as the bytes it was decoded to.
+    bool String(const char* text, SizeType length, bool copy)
+    {
+        return IsUtf8(text, length) && m_document.String(text, length, copy);
+    }
+    bool Key(const char* text, SizeType length, bool copy)
+    {
+        return IsUtf8(text, length) && m_document.Key(text, length, copy);
+    }
+    bool StartObject() { return Enter() && m_document.StartObject(); }
+    bool EndObject(SizeType count) { return Leave() && m_document.EndObject(count); }
+    bool StartArray() { return Enter() && m_document.StartArray(); }
+    bool EndArray(SizeType count) { return Leave() && m_document.EndArray(count); }
+
+private:
+    bool Enter() { return ++m_depth <= CRapidJsonProto::kMaxDepth; }
+    bool Leave()
+    {
+        --m_depth;
+        return true;
+    }
+
+    Document& m_document;
+    std::size_t m_depth = 0;
+};
+
+// Parses into a document; a generator in the library's sense.
+class Parser {
+public:
+    explicit Parser(const std::string& text) : m_text(text) {}
+
+    bool operator()(Document& document)
+    {
+        const std::size_t start = m_text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+        rapidjson::MemoryStream in(m_text.data() + start, m_text.size() - start);
+        rapidjson::GenericReader<Utf8, Utf8, Allocator> reader;
+        Gate gate(document);
+        const unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+        // A NUL counts as the end of the text for the library.
+        m_complete = !reader.Parse<flags>(in, gate).IsError() && in.Tell() == m_text.size() - start;
+        return m_complete;
+    }
+
+    bool Complete() const { return m_complete; }
+
+private:
+    const std::string& m_text;
+    bool m_complete = false;
+};
+
+Pointer PointerTo(const std::string& path)
+{
+    const std::string whole = path.empty() || path.front() == '/' ? path : '/' + path;
+    return Pointer(whole.data(), whole.size());
+}
+
+bool IsAppend(const Pointer::Token& token)
+{
+    return token.length == 1 && token.name[0] == '-';
+}
+
+// The index that the token means in an array of `size` elements; false when it means none that a setter may use.
+bool IndexOf(const Pointer::Token& token, SizeType size, SizeType& index)
+{
+    if (IsAppend(token)) {
+        index = size;
+        return true;
+    }
+    index = token.index;
+    return index != rapidjson::kPointerInvalidIndex &&
+           index <= static_cast<std::uint64_t>(size) + CRapidJsonProto::kMaxGap;
+}
+
+// Checks a setter's path before anything is changed.
+bool CanCreate(const Value& root, const Pointer& pointer)
+{
+    if (!pointer.IsValid() || pointer.GetTokenCount() == 0 || pointer.GetTokenCount() >= CRapidJsonProto::kMaxDepth) {
+        return false;
+    }
+    const Value* at = &root;
+    for (std::size_t i = 0; i < pointer.GetTokenCount(); ++i) {
+        const Pointer::Token& token = pointer.GetTokens()[i];
+        if (!IsUtf8(token.name, token.length)) {
+            return false;
+        }
+        const bool numbered = token.index != rapidjson::kPointerInvalidIndex;
+        const Value* next = nullptr;
+        if (at == nullptr || at->IsNull()) {
+            if (numbered && token.index > CRapidJsonProto::kMaxGap) {
+                return false;
+            }
+        } else if (at->IsArray()) {
+            SizeType index = 0;
+            if (!IndexOf(token, at->Size(), index)) {
+                return false;
+            }
+            next = index < at->Size() ? &(*at)[index] : nullptr;
+        } else if (at->IsObject()) {
+            const auto member = at->FindMember(Value(rapidjson::StringRef(token.name, token.length)));
+            next = member != at->MemberEnd() ? &member->value : nullptr;
+        } else {
+            return false;
+        }
+        at = next;
+    }
+    return true;
+}
+
+// The library's own way to create a value reserves exactly one more element each time, which the pool never gives
+// back: lists would cost the square of their length.
+Value& Create(Value& root, const Pointer& pointer, Pool& pool)
+{
+    Value* at = &root;
+    for (std::size_t i = 0; i < pointer.GetTokenCount(); ++i) {
+        const Pointer::Token& token = pointer.GetTokens()[i];
+        if (at->IsNull()) {
+            if (token.index != rapidjson::kPointerInvalidIndex) {
+                at->SetArray();
+            } else {
+                at->SetObject();
+            }
+        }
+        if (at->IsArray()) {
+            SizeType index = 0;
+            IndexOf(token, at->Size(), index);
+            while (at->Size() <= index) {
+                at->PushBack(Value(), pool);
+            }
+            at = &(*at)[index];
+            continue;
+        }
+        const auto member = at->FindMember(Value(rapidjson::StringRef(token.name, token.length)));
+        if (member != at->MemberEnd()) {
+            at = &member->value;
+        } else {
+            at->AddMember(Value(token.name, token.length, pool), Value(), pool);
+            at = &(at->MemberEnd() - 1)->value;
+        }
+    }
+    return *at;
+}
+
+// An integer when the number has no fraction and fits into 64 bits.
+bool Whole(const Value& value, std::int64_t& whole)
+{
+    if (value.IsInt64()) {
+        whole = value.GetInt64();
+        return true;
+    }
+    const double limit = 9223372036854775808.0;
+    if (!value.IsDouble() || value.GetDouble() < -limit || value.GetDouble() >= limit ||
+        std::trunc(value.GetDouble()) != value.GetDouble()) {
+        return false;
+    }
+    whole = static_cast<std::int64_t>(value.GetDouble());
+    return true;
+}
+
+} // namespace
+
+struct CRapidJsonProto::Impl {
+    Document document{rapidjson::kObjectType};
+
+    const Value* Find(const std::string& path) const
+    {
+        const Pointer pointer = PointerTo(path);
+        return pointer.IsValid() ? pointer.Get(document) : nullptr;
+    }
+
+    bool Store(const std::string& path, Value& value)
+    {
+        const Pointer pointer = PointerTo(path);
+        if (!CanCreate(document, pointer)) {
+            return false;
+        }
+        Create(document, pointer, document.GetAllocator()) = value;
+        return true;
+    }
+
+    template <class Number>
+    bool StoreNumber(const std::string& path, Number number)
+    {
+        Value value(number);
+        return Store(path, value);
+    }
+};
+
+CRapidJsonProto::CRapidJsonProto() : m_impl(std::make_unique<Impl>()) {}
+
+CRapidJsonProto::~CRapidJsonProto() = default;
+
+bool CRapidJsonProto::Load(const std::string& text)
+{
+    try {
+        auto loaded = std::make_unique<Impl>();
+        Parser parser(text);
+        loaded->document.Populate(parser);
+        if (!parser.Complete()) {
+            return false;
+        }
+        m_impl = std::move(loaded);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+std::string CRapidJsonProto::ToString() const
+{
+    Buffer buffer;
+    Writer writer(buffer);
+    m_impl->document.Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+bool CRapidJsonProto::Set(const std::string& path, const std::string& value)
+{
+    if (!IsText(value)) {
+        return false;
+    }
+    Value text(value.data(), static_cast<SizeType>(value.size()), m_impl->document.GetAllocator());
+    return m_impl->Store(path, text);
+}
+
+bool CRapidJsonProto::Set(const std::string& path, const char* value)
+{
+    return value != nullptr && Set(path, std::string(value));
+}
+
+bool CRapidJsonProto::Set(const std::string& path, std::int32_t value)
+{
+    return m_impl->StoreNumber(path, value);
+}
+
+bool CRapidJsonProto::Set(const std::string& path, std::int64_t value)
+{
+    return m_impl->StoreNumber(path, value);
+}
+
+bool CRapidJsonProto::Set(const std::string& path, double value)
+{
+    return std::isfinite(value) && m_impl->StoreNumber(path, value);
+}
+
+bool CRapidJsonProto::Set(const std::string& path, bool value)
+{
+    return m_impl->StoreNumber(path, value);
+}
+
+bool CRapidJsonProto::SetArray(const std::string& path)
+{
+    Value array(rapidjson::kArrayType);
+    return m_impl->Store(path, array);
+}
+
+bool CRapidJsonProto::Get(const std::string& path, std::string& value) const
+{
+    const Value* const found = m_impl->Find(path);
+    if (found == nullptr || !found->IsString()) {
+        return false;
+    }
+    value.assign(found->GetString(), found->GetStringLength());
+    return true;
+}
+
+bool CRapidJsonProto::Get(const std::string& path, std::int32_t& value) const
+{
+    std::int64_t wide = 0;
+    if (!Get(path, wide) || wide < std::numeric_limits<std::int32_t>::min() ||
+        wide > std::numeric_limits<std::int32_t>::max()) {
+        return false;
+    }
+    value = static_cast<std::int32_t>(wide);
+    return true;
+}
+
+bool CRapidJsonProto::Get(const std::string& path, std::int64_t& value) const
+{
+    const Value* const found = m_impl->Find(path);
+    return found != nullptr && Whole(*found, value);
+}
+
+bool CRapidJsonProto::Get(const std::string& path, double& value) const
+{
+    const Value* const found = m_impl->Find(path);
+    if (found == nullptr || !found->IsNumber()) {
+        return false;
+    }
+    value = found->GetDouble();
+    return true;
+}
+
+bool CRapidJsonProto::Get(const std::string& path, bool& value) const
+{
+    const Value* const found = m_impl->Find(path);
+    if (found == nullptr || !found->IsBool()) {
+        return false;
+    }
+    value = found->GetBool();
+    return true;
+}
+
+bool CRapidJsonProto::Has(const std::string& path) const
+{
+    return m_impl->Find(path) != nullptr;
+}
+
+std::size_t CRapidJsonProto::ArraySize(const std::string& path) const
+{
+    const Value* const found = m_impl->Find(path);
+    return found != nullptr && found->IsArray() ? found->Size() : 0;
+}
+
+} // namespace proto
