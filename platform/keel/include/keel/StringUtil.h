@@ -6,9 +6,9 @@
 #include "keel/Export.h"
 
 #if defined(__GNUC__)
-#define KEEL_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#define KEEL_PRINTF(formatIndex, firstIndex) __attribute__((format(printf, formatIndex, firstIndex)))
 #else
-#define KEEL_PRINTF(format, first)
+#define KEEL_PRINTF(formatIndex, firstIndex)
 #endif
 
 namespace Keel {
