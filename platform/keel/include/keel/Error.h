@@ -8,6 +8,9 @@
 namespace Keel {
 namespace Error {
 
+/// Module number of the errors that Keel itself reports.
+constexpr std::int32_t kKeelModule = 900;
+
 /// An error as two integers and a text. {0, 0, ""} is no error.
 struct KEEL_API ErrorCode {
     std::int32_t category = 0; ///< Module that reports the error.
@@ -21,7 +24,8 @@ KEEL_API void SetLastError(const ErrorCode& code);
 /// The last error of the calling thread; no error when none was stored. Other threads neither see nor change it.
 KEEL_API ErrorCode GetLastError();
 
-/// Stores message, module and code as the last error of the calling thread, and as its JSON text.
+/// Stores message, module and code as the last error of the calling thread, and as its JSON text. Bytes of `message`
+/// that are not valid UTF-8 stand as U+FFFD in the JSON text.
 KEEL_API void SetLastErrorJson(const std::string& message, std::int32_t module, std::int32_t code);
 
 /// JSON text of the last error of the calling thread: {"code":…,"module":…,"msg":"…"}; empty when none was stored.

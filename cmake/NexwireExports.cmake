@@ -1,0 +1,20 @@
+# What a shared library exports, and the test that watches it.
+
+# Links a shared library with a version script, so that only what the script names is exported. On platforms without
+# version scripts the export macros alone decide.
+function(nexwire_version_script target script)
+    get_filename_component(script "${script}" ABSOLUTE)
+    if(UNIX AND NOT APPLE)
+        target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+    endif()
+endfunction()
+
+# A test that compares the classes and free functions a shared library exports with a kept list.
+function(nexwire_exports_test target list)
+    if(UNIX AND NOT APPLE)
+        add_test(NAME exports.${target}
+            COMMAND "${PROJECT_SOURCE_DIR}/tests/exports/check-exports" "$<TARGET_FILE:${target}>" "${list}")
+        set_tests_properties(exports.${target} PROPERTIES ENVIRONMENT "NM=${CMAKE_NM}")
+    endif()
+endfunction()

@@ -1,0 +1,266 @@
+#include "keel/Log.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <mutex>
+#include <shared_mutex>
+#include <system_error>
+
+#include <log4cxx/consoleappender.h>
+#include <log4cxx/helpers/charsetencoder.h>
+#include <log4cxx/helpers/pool.h>
+#include <log4cxx/helpers/transcoder.h>
+#include <log4cxx/level.h>
+#include <log4cxx/patternlayout.h>
+#include <log4cxx/rolling/rollingfileappender.h>
+#include <log4cxx/spi/loggingevent.h>
+
+#include "keel/Error.h"
+#include "keel/Redact.h"
+#include "keel/SingletonImpl.h"
+
+namespace Keel {
+namespace details {
+namespace {
+
+constexpr std::int32_t kMaxBackups = 12; // What log4cxx's fixed window holds.
+
+log4cxx::LogString LogText(const std::string& utf8)
+{
+    log4cxx::LogString text;
+    log4cxx::helpers::Transcoder::decodeUTF8(utf8, text);
+    return text;
+}
+
+log4cxx::LayoutPtr NewLayout()
+{
+    return std::make_shared<log4cxx::PatternLayout>(
+        LOG4CXX_STR("%d{yyyy-MM-dd HH:mm:ss.SSS} %-5p [%t] %c %m [%F:%L %M]%n"));
+}
+
+/// Where messages go, as one configuration has it.
+class Sink {
+public:
+    explicit Sink(const LogConfig& config) : m_console(config.console)
+    {
+        if (config.redact) {
+            m_redactor = std::make_unique<CRedactor>(config.extraSecretKeys);
+        }
+        if (config.console) {
+            m_appenders.push_back(
+                std::make_shared<log4cxx::ConsoleAppender>(NewLayout(), log4cxx::ConsoleAppender::getSystemErr()));
+        }
+        if (!config.file.empty()) {
+            const auto file = std::make_shared<log4cxx::rolling::RollingFileAppender>();
+            file->setLayout(NewLayout());
+            file->setFile(LogText(config.file));
+            file->setEncoding(LOG4CXX_STR("UTF-8"));
+            file->setMaximumFileSize(static_cast<std::size_t>(
+                std::min<std::uint64_t>(config.maxFileBytes, std::numeric_limits<std::size_t>::max())));
+            file->setMaxBackupIndex(config.maxBackups);
+            log4cxx::helpers::Pool pool;
+            file->activateOptions(pool);
+            m_appenders.push_back(file);
+        }
+    }
+    ~Sink() { Close(); }
+    Sink(const Sink&) = delete;
+    Sink& operator=(const Sink&) = delete;
+
+    void Write(const log4cxx::LevelPtr& level, const std::string& name, const std::string& message,
+               const log4cxx::spi::LocationInfo& where)
+    {
+        std::string redacted;
+        const bool changed = m_redactor && m_redactor->Redact(message, redacted);
+        const auto event = std::make_shared<log4cxx::spi::LoggingEvent>(
+            name.empty() ? LOG4CXX_STR("root") : LogText(name), level, LogText(changed ? redacted : message), where);
+        log4cxx::helpers::Pool pool;
+        for (const log4cxx::AppenderPtr& appender : m_appenders) {
+            appender->doAppend(event, pool);
+        }
+    }
+
+    /// Writes without log4cxx, which is going or gone.
+    void WriteLate(const std::string& message)
+    {
+        if (m_console) {
+            const std::string line = "ERROR " + (m_redactor ? m_redactor->Redact(message) : message) + "\n";
+            std::fwrite(line.data(), 1, line.size(), stderr);
+        }
+    }
+
+    void Close()
+    {
+        for (const log4cxx::AppenderPtr& appender : m_appenders) {
+            appender->close();
+        }
+        m_appenders.clear();
+    }
+
+private:
+    bool m_console;
+    std::unique_ptr<CRedactor> m_redactor;
+    std::vector<log4cxx::AppenderPtr> m_appenders;
+};
+
+/// The one logger behind every `CLog`. It is never destroyed, so that a late caller finds it whole.
+class Logger {
+public:
+    static Logger& Get()
+    {
+        static Logger& logger = *new Logger;
+        // Made after everything of log4cxx that writing needs, so it ends before all that.
+        static const AtExit atExit(logger);
+        return logger;
+    }
+
+    LogLevel Level() const { return m_level.load(std::memory_order_relaxed); }
+
+    bool Configure(const LogConfig& config)
+    {
+        auto sink = std::make_unique<Sink>(config);
+        const std::unique_lock<std::shared_mutex> lock(m_mutex);
+        if (m_closed) {
+            return false;
+        }
+        m_sink.swap(sink);
+        m_level = config.console || !config.file.empty() ? config.level : LogLevel::Off;
+        return true;
+    }
+
+    void Write(LogLevel level, const std::string& name, const std::string& message,
+               const log4cxx::spi::LocationInfo& where)
+    {
+        if (level > Level()) {
+            return;
+        }
+        try {
+            const std::shared_lock<std::shared_mutex> lock(m_mutex);
+            if (!m_closed) {
+                m_sink->Write(level == LogLevel::Error ? log4cxx::Level::getError() : log4cxx::Level::getInfo(), name,
+                              message, where);
+            } else if (level == LogLevel::Error) {
+                m_sink->WriteLate(message);
+            }
+        } catch (...) { // No memory, disk full. There is nobody to tell, and the caller's work goes on.
+        }
+    }
+
+private:
+    struct AtExit {
+        explicit AtExit(Logger& theLogger) : logger(theLogger) {}
+        ~AtExit()
+        {
+            const std::unique_lock<std::shared_mutex> lock(logger.m_mutex);
+            logger.m_closed = true;
+            logger.m_sink->Close();
+        }
+        Logger& logger;
+    };
+
+    Logger() : m_sink(std::make_unique<Sink>(LogConfig()))
+    {
+        const auto event = std::make_shared<log4cxx::spi::LoggingEvent>(LOG4CXX_STR("root"), log4cxx::Level::getError(),
+                                                                        LogText("warm-up"), LOG4CXX_LOCATION);
+        log4cxx::helpers::Pool pool;
+        log4cxx::LogString line;
+        NewLayout()->format(line, event, pool);
+        log4cxx::helpers::CharsetEncoder::getUTF8Encoder();
+        log4cxx::helpers::CharsetEncoder::getDefaultEncoder();
+        log4cxx::Level::getInfo();
+    }
+
+    std::shared_mutex m_mutex; ///< Exclusive only while the configuration changes.
+    std::unique_ptr<Sink> m_sink;
+    bool m_closed = false;
+    std::atomic<LogLevel> m_level{LogLevel::Error};
+};
+
+std::string WhyNot(const LogConfig& config)
+{
+    if (config.level < LogLevel::Off || config.level > LogLevel::Info) {
+        return "unknown level " + std::to_string(static_cast<std::int32_t>(config.level));
+    }
+    if (config.file.empty()) {
+        return std::string();
+    }
+    if (config.maxFileBytes == 0) {
+        return "file size 0";
+    }
+    if (config.maxBackups < 0 || config.maxBackups > kMaxBackups) {
+        return std::to_string(config.maxBackups) + " backups, at most " + std::to_string(kMaxBackups);
+    }
+    // log4cxx reports a file it cannot open on stderr only.
+    errno = 0;
+    if (!std::ofstream(std::filesystem::u8path(config.file), std::ios::app)) {
+        return "cannot write \"" + config.file + "\": " + std::generic_category().message(errno);
+    }
+    return std::string();
+}
+
+} // namespace
+
+CLog::CLog()
+{
+    Logger::Get();
+}
+
+CLog::~CLog() = default;
+
+bool CLog::Configure(const LogConfig& config)
+{
+    std::string reason = WhyNot(config);
+    if (reason.empty()) {
+        try {
+            if (Logger::Get().Configure(config)) {
+                return true;
+            }
+            reason = "the process is ending";
+        } catch (const std::exception& exception) {
+            reason = exception.what();
+        }
+    }
+    Error::SetLastError({Error::kKeelModule, kLogNotConfigured, "log: " + reason});
+    return false;
+}
+
+void CLog::Error(const std::string& name, const std::string& message, const log4cxx::spi::LocationInfo& where)
+{
+    Logger::Get().Write(LogLevel::Error, name, message, where);
+}
+
+void CLog::Info(const std::string& name, const std::string& message, const log4cxx::spi::LocationInfo& where)
+{
+    Logger::Get().Write(LogLevel::Info, name, message, where);
+}
+
+bool CLog::IsErrorEnabled(const std::string&) const
+{
+    return Logger::Get().Level() >= LogLevel::Error;
+}
+
+bool CLog::IsInfoEnabled(const std::string&) const
+{
+    return Logger::Get().Level() >= LogLevel::Info;
+}
+
+} // namespace details
+
+/// The object stays: a thread that runs on during process exit may still hold it.
+template <>
+struct SingletonEnd<details::CLog> {
+    void operator()(details::CLog*) const {}
+};
+
+#ifdef _WIN32
+template class KEEL_API CSingleton<details::CLog>;
+#else
+template class CSingleton<details::CLog>; // Exported by its declaration in Log.h.
+#endif
+
+} // namespace Keel
