@@ -12,6 +12,11 @@ if(NEXWIRE_SANITIZE)
     add_link_options(-fsanitize=${NEXWIRE_SANITIZE})
 endif()
 
+if(NOT MSVC)
+    # Log messages name their source file; not where it was built.
+    add_compile_options(-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
+endif()
+
 # C++17 and warnings as errors.
 function(nexwire_target target)
     target_compile_features(${target} PUBLIC cxx_std_17)
