@@ -4,22 +4,18 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <list>
 #include <mutex>
-#include <new>
-#include <system_error>
 #include <utility>
-#include <vector>
 
 #include <curl/curl.h>
 
+#include "Connection.h"
 #include "HostFailure.h"
 #include "RequestCheck.h"
-#include "Secrets.h"
+#include "TransferFailure.h"
 
 namespace nexwire {
 namespace host {
@@ -28,168 +24,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// A declared length is only a claim: more than this is not set aside before the bytes arrive.
-constexpr std::uint64_t kLargestReserve = std::uint64_t{8} << 20;
-/// Bytes of header fields of one answer.
-constexpr std::uint64_t kLargestHeader = std::uint64_t{1} << 20;
-/// How much of a body, a path or a redirect target an error text quotes.
-constexpr std::size_t kQuotedBytes = 200;
-
 struct UrlCloser {
     void operator()(CURLU* url) const { curl_url_cleanup(url); }
 };
 
-/// What the callbacks gather during one exchange.
-struct Exchange {
-    RspInfos* response = nullptr;
-    std::uint64_t bodyLimit = 0;
-    std::uint64_t received = 0; ///< Bytes of the answer, header fields included.
-    std::uint64_t headerBytes = 0;
-    std::uint64_t declared = 0;       ///< "Content-Length" of the answer, 0 when it has none.
-    std::string* lastValue = nullptr; ///< Where a continuation line goes.
-    bool inHeader = false;            ///< Between a status line and the blank line after it.
-    bool tooLarge = false;
-    bool outOfMemory = false;
-    bool started = false; ///< The request was handed to a connection.
-    bool repeatRefused = false;
-};
-
-/// One handle with the connection it keeps. Used by one thread at a time.
-struct Connection {
-    Connection() = default;
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection()
-    {
-        curl_easy_cleanup(easy);
-        if (multi != nullptr) {
-            curl_multi_cleanup(multi);
-        }
-        curl_slist_free_all(fields);
-    }
-
-    CURL* easy = nullptr;
-    CURLM* multi = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
-    curl_slist* fields = nullptr;
-    // What `fields` was built from.
-    std::map<std::string, std::string> headers;
-    std::map<std::string, std::string> params;
-    bool withBody = false;
-    bool fieldsBuilt = false;
-    std::string url;
-    Exchange exchange;
-    char detail[CURL_ERROR_SIZE] = {};
-};
-
 using Connections = std::list<Connection>;
-
-std::string Trimmed(const char* begin, const char* end)
-{
-    while (begin < end && (*begin == ' ' || *begin == '\t')) {
-        ++begin;
-    }
-    while (end > begin && std::strchr(" \t\r\n", end[-1]) != nullptr) {
-        --end;
-    }
-    return std::string(begin, end);
-}
-
-void TakeField(Exchange& exchange, const char* line, std::size_t size)
-{
-    const char* const end = line + size;
-    if (*line == ' ' || *line == '\t') {
-        if (exchange.lastValue != nullptr) {
-            *exchange.lastValue += ' ' + Trimmed(line, end);
-        }
-        return;
-    }
-    const char* const colon = std::find(line, end, ':');
-    if (colon == end) {
-        return;
-    }
-    const std::string name = Trimmed(line, colon);
-    exchange.lastValue = &(exchange.response->headers[name] = Trimmed(colon + 1, end));
-    if (SameName(name, "Content-Length")) {
-        exchange.declared = std::strtoull(exchange.lastValue->c_str(), nullptr, 10);
-    }
-}
-
-// Returns false to end the transfer.
-bool TakeHeaderLine(Exchange& exchange, const char* line, std::size_t size)
-{
-    exchange.received += size;
-    exchange.headerBytes += size;
-    if (exchange.headerBytes > kLargestHeader) {
-        exchange.tooLarge = true;
-        return false;
-    }
-    if (size >= 5 && std::memcmp(line, "HTTP/", 5) == 0) {
-        // An interim answer may have come before: only the final one counts.
-        exchange.response->headers.clear();
-        exchange.lastValue = nullptr;
-        exchange.declared = 0;
-        exchange.inHeader = true;
-        return true;
-    }
-    if (!exchange.inHeader) {
-        return true; // A trailer behind the body.
-    }
-    if (*line != '\r' && *line != '\n') {
-        TakeField(exchange, line, size);
-        return true;
-    }
-    exchange.inHeader = false;
-    if (exchange.declared > exchange.bodyLimit) {
-        exchange.tooLarge = true;
-        return false;
-    }
-    exchange.response->body.reserve(static_cast<std::size_t>(std::min(exchange.declared, kLargestReserve)));
-    return true;
-}
-
-std::size_t OnHeaderLine(char* line, std::size_t, std::size_t size, void* user) noexcept
-{
-    Exchange& exchange = static_cast<Connection*>(user)->exchange;
-    try {
-        return size != 0 && TakeHeaderLine(exchange, line, size) ? size : 0;
-    } catch (const std::bad_alloc&) {
-        exchange.outOfMemory = true;
-        return 0;
-    }
-}
-
-std::size_t OnBody(char* bytes, std::size_t, std::size_t size, void* user) noexcept
-{
-    Exchange& exchange = static_cast<Connection*>(user)->exchange;
-    exchange.received += size;
-    std::string& body = exchange.response->body;
-    if (size > exchange.bodyLimit - body.size()) {
-        exchange.tooLarge = true;
-        return 0;
-    }
-    try {
-        body.append(bytes, size);
-        return size;
-    } catch (const std::exception&) {
-        exchange.outOfMemory = true;
-        return 0;
-    }
-}
-
-// libcurl repeats a request by itself when a kept connection dies before an answer, even if the request went out.
-// This is called before every attempt, so it is where the second one ends, unless nothing was sent in the first.
-int OnStart(void* user, char*, char*, int, int) noexcept
-{
-    auto& connection = *static_cast<Connection*>(user);
-    long sent = 0;
-    if (connection.exchange.started &&
-        (curl_easy_getinfo(connection.easy, CURLINFO_REQUEST_SIZE, &sent) != CURLE_OK || sent != 0)) {
-        connection.exchange.repeatRefused = true;
-        return CURL_PREREQFUNC_ABORT;
-    }
-    connection.exchange.started = true;
-    return CURL_PREREQFUNC_OK;
-}
 
 bool StartLibcurl()
 {
@@ -197,43 +36,10 @@ bool StartLibcurl()
     return result == CURLE_OK;
 }
 
-std::string ReasonOf(long systemError)
-{
-    return std::error_code(static_cast<int>(systemError), std::system_category()).message();
-}
-
 bool Readable(const std::string& file)
 {
     return std::ifstream(file, std::ios::binary).good();
 }
-
-// libcurl reads "Name;" as a field without value, and "Name:" as a field to leave out.
-std::string FieldLine(const std::string& name, const std::string& value)
-{
-    return value.find_first_not_of(' ') == std::string::npos ? name + ';' : name + ": " + value;
-}
-
-class FieldList {
-public:
-    FieldList() = default;
-    FieldList(const FieldList&) = delete;
-    FieldList& operator=(const FieldList&) = delete;
-    ~FieldList() { curl_slist_free_all(m_list); }
-
-    void Add(const std::string& line)
-    {
-        curl_slist* const grown = curl_slist_append(m_list, line.c_str());
-        if (grown == nullptr) {
-            throw std::bad_alloc();
-        }
-        m_list = grown;
-    }
-
-    curl_slist* Release() { return std::exchange(m_list, nullptr); }
-
-private:
-    curl_slist* m_list = nullptr;
-};
 
 } // namespace
 
@@ -305,7 +111,7 @@ struct HttpRequestExecutor::State::Call {
     {
         if (!m_holds) {
             Connections fresh;
-            if (!Prepare(m_state.options, fresh.emplace_back())) {
+            if (!Prepare(fresh.emplace_back(), m_state.options)) {
                 return nullptr;
             }
             const std::lock_guard<std::mutex> lock(m_state.mutex);
@@ -349,8 +155,6 @@ struct HttpRequestExecutor::State::Call {
     }
 
 private:
-    static bool Prepare(const HttpExecutorOptions& options, Connection& connection);
-
     State& m_state;
     const bool m_slow;
     std::uint32_t m_aborts = 0;
@@ -361,59 +165,6 @@ private:
     bool m_ended = false;
     Connections::iterator m_own;
 };
-
-namespace {
-
-template <class Value>
-bool Set(CURL* easy, CURLoption option, Value value)
-{
-    return curl_easy_setopt(easy, option, value) == CURLE_OK;
-}
-
-// A text that is empty leaves the option alone.
-bool SetText(CURL* easy, CURLoption option, const std::string& text)
-{
-    return text.empty() || Set(easy, option, text.c_str());
-}
-
-} // namespace
-
-bool HttpRequestExecutor::State::Call::Prepare(const HttpExecutorOptions& options, Connection& connection)
-{
-    connection.easy = curl_easy_init();
-    connection.multi = curl_multi_init();
-    CURL* const easy = connection.easy;
-    if (easy == nullptr || connection.multi == nullptr) {
-        return false;
-    }
-    const long verify = options.verifyPeer ? 1 : 0;
-    const auto onHeaderLine = static_cast<curl_write_callback>(OnHeaderLine);
-    bool good = Set(easy, CURLOPT_ERRORBUFFER, connection.detail) && Set(easy, CURLOPT_NOSIGNAL, 1L) &&
-                Set(easy, CURLOPT_QUICK_EXIT, 1L) && Set(easy, CURLOPT_PROTOCOLS_STR, "http,https") &&
-                // Field names arrive as they were written, and one request is one exchange on one connection.
-                Set(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1)) &&
-                Set(easy, CURLOPT_PATH_AS_IS, 1L) && Set(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L) &&
-                Set(easy, CURLOPT_HEADERFUNCTION, onHeaderLine) && Set(easy, CURLOPT_HEADERDATA, &connection) &&
-                Set(easy, CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(OnBody)) &&
-                Set(easy, CURLOPT_WRITEDATA, &connection) &&
-                Set(easy, CURLOPT_PREREQFUNCTION, static_cast<curl_prereq_callback>(OnStart)) &&
-                Set(easy, CURLOPT_PREREQDATA, &connection) && Set(easy, CURLOPT_TCP_KEEPALIVE, 1L) &&
-                Set(easy, CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
-                // An empty text keeps libcurl from asking the environment.
-                Set(easy, CURLOPT_PROXY, options.proxy.c_str()) && Set(easy, CURLOPT_NOPROXY, "") &&
-                SetText(easy, CURLOPT_USERAGENT, options.userAgent);
-    good = good && Set(easy, CURLOPT_SSL_VERIFYPEER, verify) && Set(easy, CURLOPT_SSL_VERIFYHOST, verify * 2) &&
-           Set(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)) &&
-           SetText(easy, CURLOPT_CAINFO, options.caFile) &&
-           SetText(easy, CURLOPT_SSLCERT, options.clientCertificateFile) &&
-           SetText(easy, CURLOPT_SSLKEY, options.clientKeyFile) &&
-           SetText(easy, CURLOPT_KEYPASSWD, options.clientKeyPassphrase);
-    if (!options.caFile.empty()) {
-        // Not every TLS library has a directory of authorities to switch off.
-        (void)curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
-    }
-    return good;
-}
 
 std::string HttpRequestExecutor::State::ReadBaseAddress()
 {
@@ -505,59 +256,6 @@ void HttpRequestExecutor::State::Abort()
 
 namespace {
 
-// The fields of the request as libcurl wants them. Rebuilt only when something differs from the request before.
-void SetFields(const HttpExecutorOptions& options, const RequestParams& request, Connection& connection)
-{
-    const bool withBody = !request.body.empty();
-    if (connection.fieldsBuilt && connection.withBody == withBody && connection.headers == request.headers &&
-        connection.params == request.params) {
-        return;
-    }
-    connection.fieldsBuilt = false;
-
-    std::map<std::string, std::string, NameLess> fields(options.extraHeaders.begin(), options.extraHeaders.end());
-    if (withBody) {
-        fields.emplace("Content-Type", "application/json");
-    }
-    for (const auto* entries : {&request.headers, &request.params}) {
-        for (const auto& [name, value] : *entries) {
-            if (options.queryInUrl && entries == &request.headers && name == "query") {
-                continue;
-            }
-            fields.erase(name); // The spelling of the later one goes out.
-            fields.emplace(name, value);
-        }
-    }
-    FieldList list;
-    for (const auto& [name, value] : fields) {
-        list.Add(FieldLine(name, value));
-    }
-    list.Add("Expect:"); // The body follows at once, whatever its length.
-    if (fields.find("Content-Type") == fields.end()) {
-        list.Add("Content-Type:");
-    }
-    curl_easy_setopt(connection.easy, CURLOPT_HTTPHEADER, nullptr);
-    curl_slist_free_all(std::exchange(connection.fields, list.Release()));
-    curl_easy_setopt(connection.easy, CURLOPT_HTTPHEADER, connection.fields);
-    connection.headers = request.headers;
-    connection.params = request.params;
-    connection.withBody = withBody;
-    connection.fieldsBuilt = true;
-}
-
-bool SetRequest(const std::string& verb, const RequestParams& request, Connection& connection)
-{
-    CURL* const easy = connection.easy;
-    // Whatever carries a body or declares an empty one is a POST under another verb to libcurl.
-    const bool post = !request.body.empty() || verb == "PUT" || verb == "POST" || verb == "PATCH";
-    const bool own = verb == (post ? "POST" : "GET");
-    return Set(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(post ? request.body.size() : 0)) &&
-           Set(easy, CURLOPT_POSTFIELDS, post ? request.body.data() : "") &&
-           Set(easy, post ? CURLOPT_POST : CURLOPT_HTTPGET, 1L) &&
-           Set(easy, CURLOPT_CUSTOMREQUEST, own ? nullptr : verb.c_str()) &&
-           Set(easy, CURLOPT_URL, connection.url.c_str());
-}
-
 long Milliseconds(Clock::duration duration)
 {
     const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
@@ -577,110 +275,10 @@ std::string RefuseRequest(const RequestParams& request, const HttpExecutorOption
     return reason;
 }
 
-void SetUrl(const std::string& base, const HttpExecutorOptions& options, const RequestParams& request, std::string& url)
-{
-    url.assign(base).append(request.url);
-    if (options.queryInUrl) {
-        const auto query = request.headers.find("query");
-        if (query != request.headers.end()) {
-            url.append(1, '?').append(query->second);
-        }
-    }
-}
-
 bool IsSlow(const RequestParams& request)
 {
     const auto mark = request.headers.find("RequstType");
     return mark != request.headers.end() && mark->second == "slowThread";
-}
-
-// libcurl's words for a failure.
-std::string Detail(CURLcode result, const Connection& connection)
-{
-    const char* const words = connection.detail[0] != '\0' ? connection.detail : curl_easy_strerror(result);
-    return " (" + Printable(words, kQuotedBytes) + ")";
-}
-
-bool FailTls(CURLcode result, const Connection& connection, const std::string& name, const std::string& server)
-{
-    const std::string detail = Detail(result, connection);
-    long verify = 0;
-    switch (result) {
-    case CURLE_PEER_FAILED_VERIFICATION:
-        if (curl_easy_getinfo(connection.easy, CURLINFO_SSL_VERIFYRESULT, &verify) == CURLE_OK && verify != 0) {
-            return Fail(HostError::TlsFailed, name + "certificate of " + server + " not trusted" + detail +
-                                                  "; give the authority that signed it as caFile");
-        }
-        return Fail(HostError::TlsFailed, name + "certificate of " + server + " does not fit" + detail);
-    case CURLE_SSL_CACERT_BADFILE:
-        return Fail(HostError::TlsFailed, name + "caFile cannot be used" + detail);
-    case CURLE_SSL_CERTPROBLEM:
-        return Fail(HostError::TlsFailed, name + "client certificate or its key cannot be used" + detail);
-    default:
-        return Fail(HostError::TlsFailed, name + "no TLS with " + server + detail);
-    }
-}
-
-bool FailTransfer(CURLcode result, const Connection& connection, const std::string& name, const std::string& server)
-{
-    const std::string detail = Detail(result, connection);
-    const std::string received = " after " + std::to_string(connection.exchange.received) + " bytes of the answer";
-    long systemError = 0;
-    switch (result) {
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_COULDNT_RESOLVE_PROXY:
-        return Fail(HostError::ResolveFailed, name + "name of the server or proxy unknown" + detail);
-    case CURLE_COULDNT_CONNECT:
-        curl_easy_getinfo(connection.easy, CURLINFO_OS_ERRNO, &systemError);
-        return Fail(HostError::ConnectFailed, name + "could not connect to " + server +
-                                                  (systemError != 0 ? " (" + ReasonOf(systemError) + ")" : detail) +
-                                                  "; is the platform running?");
-    case CURLE_PROXY:
-        return Fail(HostError::ConnectFailed, name + "the proxy does not lead to " + server + detail);
-    case CURLE_SEND_ERROR:
-        return Fail(HostError::SendFailed, name + "connection to " + server + " broke while sending" + detail);
-    case CURLE_GOT_NOTHING:
-        return Fail(HostError::AnswerIncomplete, name + server + " closed the connection without an answer");
-    case CURLE_PARTIAL_FILE:
-    case CURLE_RECV_ERROR:
-        if (std::strstr(connection.detail, "alert") != nullptr &&
-            std::strstr(connection.detail, "certificate") != nullptr) {
-            return Fail(HostError::TlsFailed, name + server + " does not accept our client certificate" + detail);
-        }
-        return Fail(HostError::AnswerIncomplete, name + "connection to " + server + " broke" + received + detail);
-    case CURLE_UNSUPPORTED_PROTOCOL:
-    case CURLE_WEIRD_SERVER_REPLY:
-    case CURLE_BAD_CONTENT_ENCODING:
-        return Fail(HostError::AnswerMalformed, name + "answer of " + server + " is not HTTP/1" + detail);
-    case CURLE_OUT_OF_MEMORY:
-        return Fail(HostError::OutOfMemory, name + "out of memory" + received);
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_SSL_CERTPROBLEM:
-    case CURLE_SSL_CIPHER:
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-        return FailTls(result, connection, name, server);
-    default:
-        return Fail(HostError::Internal,
-                    name + "libcurl error " + std::to_string(static_cast<int>(result)) + " with " + server + detail);
-    }
-}
-
-bool FailAnswer(long status, const Connection& connection, const RspInfos& response, const std::string& name,
-                const std::string& server)
-{
-    std::string text = name + "status " + std::to_string(status) + " from " + server;
-    char* redirect = nullptr;
-    if (status < 400 && curl_easy_getinfo(connection.easy, CURLINFO_REDIRECT_URL, &redirect) == CURLE_OK &&
-        redirect != nullptr) {
-        const std::string target = redirect;
-        text += ", redirect to " + Printable(target.substr(0, target.find('?')), kQuotedBytes) + " not followed";
-    }
-    if (!response.body.empty()) {
-        // A secret that the cut would split is still whole here.
-        text += ": " + Printable(WithoutSecrets(response.body.substr(0, kQuotedBytes * 4)), kQuotedBytes);
-    }
-    return FailStatus(status, text);
 }
 
 } // namespace
@@ -757,10 +355,8 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     }
     CURL* const easy = connection->easy;
     const long left = Milliseconds(deadline - Clock::now());
-    SetFields(options, request, *connection);
-    SetUrl(base, options, request, connection->url);
-    if (!SetRequest(verb->second, request, *connection) || !Set(easy, CURLOPT_TIMEOUT_MS, left) ||
-        !Set(easy, CURLOPT_CONNECTTIMEOUT_MS, std::min(left, static_cast<long>(options.connectTimeoutMs)))) {
+    if (!SetRequest(*connection, options, base, verb->second, request) || !SetOption(easy, CURLOPT_TIMEOUT_MS, left) ||
+        !SetOption(easy, CURLOPT_CONNECTTIMEOUT_MS, std::min(left, static_cast<long>(options.connectTimeoutMs)))) {
         return Fail(HostError::Internal, name() + "libcurl does not take the request");
     }
     Exchange& exchange = connection->exchange;
