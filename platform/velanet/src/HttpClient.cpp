@@ -385,6 +385,10 @@ private:
         long status = 0;
         curl_off_t length = -1;
         curl_easy_getinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
+        // For the library a head that ends with the connection is a whole answer.
+        if (!m_headEnded || status < 200) {
+            throw Failure{Error::kBroken, "the connection ended within the head of the answer"};
+        }
         curl_easy_getinfo(m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
         m_response.m_status = static_cast<int>(status);
         m_response.m_contentLength =
@@ -409,8 +413,7 @@ private:
         case CURLE_WRITE_ERROR:
             return {Error::kInternal, text};
         case CURLE_UNSUPPORTED_PROTOCOL:
-        case CURLE_URL_MALFORMAT:
-            return {Error::kBadRequest, text};
+            return {m_phase == Phase::Connecting ? Error::kBadRequest : Error::kBroken, text};
         default:
             return {m_phase == Phase::Connecting ? Error::kConnect : Error::kBroken, text};
         }
@@ -432,18 +435,24 @@ private:
         return CURL_PREREQFUNC_OK;
     }
 
-    static std::size_t OnHeader(char*, std::size_t size, std::size_t count, void* self)
+    static std::size_t OnHeader(char* line, std::size_t size, std::size_t count, void* self)
     {
         Exchange& exchange = *static_cast<Exchange*>(self);
+        const std::size_t length = size * count;
         exchange.m_answering = true;
-        curl_off_t length = -1;
-        curl_easy_getinfo(exchange.m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
-        if (length > 0 && static_cast<std::uint64_t>(length) > exchange.m_request.m_maxResponseSize &&
+        if (length >= 5 && std::equal(line, line + 5, "HTTP/")) {
+            exchange.m_headEnded = false;
+        } else if (length != 0 && (line[0] == '\r' || line[0] == '\n')) {
+            exchange.m_headEnded = true;
+        }
+        curl_off_t declared = -1;
+        curl_easy_getinfo(exchange.m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &declared);
+        if (declared > 0 && static_cast<std::uint64_t>(declared) > exchange.m_request.m_maxResponseSize &&
             exchange.m_request.m_method != "HEAD") {
             exchange.m_tooLarge = true;
             return 0;
         }
-        return size * count;
+        return length;
     }
 
     static std::size_t OnData(char* data, std::size_t size, std::size_t count, void* self)
@@ -476,6 +485,7 @@ private:
     Clock::time_point m_started;
     Clock::time_point m_phaseStarted;
     bool m_answering = false;
+    bool m_headEnded = false;
     bool m_tooLarge = false;
     bool m_repeated = false;
 };
