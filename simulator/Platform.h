@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace nexwire::simulator {
+
+/// One answered request, as handed to `Options::onExchange`.
+struct Exchange {
+    std::int64_t timeMs = 0;        ///< When the request was complete, ms since 1970 UTC.
+    std::string verb;               ///< HTTP verb as received.
+    std::string path;               ///< Target as received, query included.
+    unsigned status = 0;            ///< HTTP status of the answer.
+    std::string code;               ///< Envelope code, for example "0-0".
+    std::uint64_t requestBytes = 0; ///< Size of the request's body.
+    std::uint64_t answerBytes = 0;  ///< Size of the answer's body.
+    double milliseconds = 0.0;      ///< From the complete request to the finished answer.
+};
+
+/// One line without a line end: time (UTC), verb, path, status, code, bytes in/out, ms.
+std::string ToLine(const Exchange& exchange);
+
+struct Options {
+    std::uint16_t port = 0;   ///< 0 takes a free one; see `Platform::Port`.
+    std::string databasePath; ///< SQLite file that keeps the state; empty keeps it in memory.
+    unsigned threads = 2;     ///< Worker threads, 1 to 64.
+    /// How fast devices work: 1 is the pace of a real controller (0.4 s per person), 100 a hundred times that.
+    double timeScale = 1.0;
+    std::uint64_t bodyLimit = 64u * 1024u * 1024u; ///< Largest accepted request body in bytes.
+    unsigned idleSeconds = 60;                     ///< A connection that is silent so long is closed.
+    /// Called once per exchange on a worker thread, one call at a time. Must not stop the platform.
+    std::function<void(const Exchange&)> onExchange;
+    /// Replaces the system clock: milliseconds since 1970 UTC. Must be callable from any thread.
+    std::function<std::int64_t()> now;
+};
+
+/// The other side of the wire: a management platform on 127.0.0.1 that keeps its state in SQLite and is described
+/// by the JSON files under `resources/`.
+///
+/// `Start`, `Stop` and the destructor belong to one thread at a time; `Port` and `ExchangeCount` may be called from
+/// any.
+class Platform {
+public:
+    explicit Platform(Options options = {});
+    ~Platform(); ///< Stops.
+    Platform(const Platform&) = delete;
+    Platform& operator=(const Platform&) = delete;
+
+    /// Opens the database, binds the port and starts the workers; returns once connections are accepted.
+    ///
+    /// @param error  on false, what an operator can act on: port in use, database locked or not ours, bad description.
+    bool Start(std::string& error);
+
+    /// Closes every connection and ends the workers; no request is waited for beyond the handler it is in. A stopped
+    /// platform may be started again; a database in memory is empty then.
+    void Stop();
+
+    std::uint16_t Port() const;          ///< 0 while stopped.
+    std::uint64_t ExchangeCount() const; ///< Requests answered since construction.
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace nexwire::simulator
