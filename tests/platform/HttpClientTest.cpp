@@ -175,6 +175,7 @@ TEST(HttpClient, BrokenAnswersLeaveNothingBehind)
         {"head cut", Reply().Send("HTTP/1.1 200 OK\r\nContent-Le").Close()},
         {"head not ended", Reply().Send("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n").Close()},
         {"interim answer only", Reply().Send("HTTP/1.1 100 Continue\r\n\r\n").Close()},
+        {"other protocol", Reply().Send("HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n\r\nabc").Close()},
         {"body cut", Reply().Send(head + "123").Close()},
         {"body reset", Reply().Send(head + "123").Wait(20ms).Reset()},
         {"chunk cut", Reply().Send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nabc").Close()},
