@@ -1,8 +1,9 @@
 #include "pier/Pier.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <new>
-#include <string>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -17,6 +18,9 @@ namespace {
 
 thread_local int t_lastError = 0;
 
+// One call moves at most this much, so that its count fits the system's type.
+const std::size_t kMaxPiece = 1u << 30;
+
 #ifdef _WIN32
 
 using Native = HANDLE;
@@ -28,17 +32,23 @@ int SystemError()
     return static_cast<int>(GetLastError());
 }
 
-// Empty when the path is not valid UTF-8, which no call of the system accepts either.
-std::wstring Wide(const char* path)
-{
-    const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, nullptr, 0);
-    if (length <= 0) {
-        return {};
+// A path as the system takes it; empty, which the system refuses, when it is not valid UTF-8 or memory is short.
+class Wide {
+public:
+    explicit Wide(const char* path)
+    {
+        const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, nullptr, 0);
+        m_text.reset(length > 0 ? new (std::nothrow) wchar_t[static_cast<std::size_t>(length)] : nullptr);
+        if (m_text) {
+            MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, m_text.get(), length);
+        }
     }
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, &wide[0], length);
-    return wide;
-}
+
+    const wchar_t* Get() const { return m_text ? m_text.get() : L""; }
+
+private:
+    std::unique_ptr<wchar_t[]> m_text;
+};
 
 bool Open(Native& native, const char* path, int flags)
 {
@@ -52,12 +62,9 @@ bool Open(Native& native, const char* path, int flags)
     } else if (flags & PIER_OPEN_TRUNCATE) {
         how = TRUNCATE_EXISTING;
     }
-    native = CreateFileW(Wide(path).c_str(), access, FILE_SHARE_READ, nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr);
+    native = CreateFileW(Wide(path).Get(), access, FILE_SHARE_READ, nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr);
     return native != INVALID_HANDLE_VALUE;
 }
-
-// One call moves at most this much, so that its count fits the system's type.
-const std::size_t kMaxPiece = 1u << 30;
 
 int64_t ReadOnce(Native native, void* data, std::size_t size)
 {
@@ -78,12 +85,12 @@ bool Close(Native native)
 
 bool Delete(const char* path)
 {
-    return DeleteFileW(Wide(path).c_str()) != 0;
+    return DeleteFileW(Wide(path).Get()) != 0;
 }
 
 bool Rename(const char* from, const char* to)
 {
-    return MoveFileExW(Wide(from).c_str(), Wide(to).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return MoveFileExW(Wide(from).Get(), Wide(to).Get(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 #else
@@ -118,8 +125,6 @@ bool Open(Native& native, const char* path, int flags)
     native = Uninterrupted([&] { return ::open(path, mode, 0666); });
     return native >= 0;
 }
-
-const std::size_t kMaxPiece = 1u << 30;
 
 int64_t ReadOnce(Native native, void* data, std::size_t size)
 {
