@@ -88,19 +88,26 @@ struct PlainKind {
     static constexpr const StructOps* ops = nullptr;
 };
 template <>
-struct MemberKind<std::string> : PlainKind<Kind::Text> {};
+struct MemberKind<std::string> : PlainKind<Kind::Text> {
+};
 template <>
-struct MemberKind<std::int32_t> : PlainKind<Kind::Int> {};
+struct MemberKind<std::int32_t> : PlainKind<Kind::Int> {
+};
 template <>
-struct MemberKind<std::int64_t> : PlainKind<Kind::Int64> {};
+struct MemberKind<std::int64_t> : PlainKind<Kind::Int64> {
+};
 template <>
-struct MemberKind<double> : PlainKind<Kind::Real> {};
+struct MemberKind<double> : PlainKind<Kind::Real> {
+};
 template <>
-struct MemberKind<bool> : PlainKind<Kind::Bool> {};
+struct MemberKind<bool> : PlainKind<Kind::Bool> {
+};
 template <>
-struct MemberKind<std::vector<std::string>> : PlainKind<Kind::TextList> {};
+struct MemberKind<std::vector<std::string>> : PlainKind<Kind::TextList> {
+};
 template <>
-struct MemberKind<std::vector<std::int32_t>> : PlainKind<Kind::IntList> {};
+struct MemberKind<std::vector<std::int32_t>> : PlainKind<Kind::IntList> {
+};
 
 template <class Member>
 constexpr Field MakeField(const char* key, std::size_t offset)
@@ -139,8 +146,7 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
 } // namespace nexwire
 
 #if defined(__GNUC__)
-#define NEXWIRE_OFFSETS_BEGIN                                                                                          \
-    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")
+#define NEXWIRE_OFFSETS_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")
 #define NEXWIRE_OFFSETS_END _Pragma("GCC diagnostic pop")
 #else
 #define NEXWIRE_OFFSETS_BEGIN
@@ -164,7 +170,7 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
                   "the table of " #T " must list every member once, in declaration order");                            \
     static_assert(FieldsOf##T::kCount <= ::nexwire::core::kMaxFields, #T " has too many members");                     \
     const ::nexwire::core::FieldTable T::kFields = {#T, root, FieldsOf##T::kList, FieldsOf##T::kCount};                \
-    const ::nexwire::core::FieldTable& T::Fields() const                                                              \
+    const ::nexwire::core::FieldTable& T::Fields() const                                                               \
     {                                                                                                                  \
         return kFields;                                                                                                \
     }
@@ -177,7 +183,7 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
 #define NEXWIRE_NO_FIELDS(T, root)                                                                                     \
     static_assert(::nexwire::core::CoversAllMembers<T>(nullptr, 0), #T " has members; list them");                     \
     const ::nexwire::core::FieldTable T::kFields = {#T, root, nullptr, 0};                                             \
-    const ::nexwire::core::FieldTable& T::Fields() const                                                              \
+    const ::nexwire::core::FieldTable& T::Fields() const                                                               \
     {                                                                                                                  \
         return kFields;                                                                                                \
     }

@@ -31,16 +31,6 @@ std::int32_t ReadNumber(const std::string& piece)
     return number;
 }
 
-cJSON* ParseLogged(const std::string& text)
-{
-    const char* position = nullptr;
-    cJSON* const root = ParseStrictly(text, position);
-    if (root == nullptr) {
-        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", text.c_str(), position);
-    }
-    return root;
-}
-
 } // namespace
 
 ReturnData::ReturnData(std::shared_ptr<IJSONStruct> data_) : data(std::move(data_)) {}
@@ -51,8 +41,10 @@ bool ReturnData::Parse(const std::string& body)
         return false;
     }
     const ConversionScope scope;
-    const JsonTree root(ParseLogged(body));
+    const char* position = nullptr;
+    const JsonTree root(ParseStrictly(body, position));
     if (root.get() == nullptr) {
+        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;
     }
     if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root.get(), "code")) {
@@ -88,8 +80,10 @@ bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
         return false;
     }
     const ConversionScope scope;
-    const JsonTree tree(ParseLogged(json));
+    const char* position = nullptr;
+    const JsonTree tree(ParseStrictly(json, position));
     if (tree.get() == nullptr) {
+        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
         return false;
     }
     const cJSON* node = tree.get();

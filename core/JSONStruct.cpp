@@ -233,6 +233,16 @@ cJSON* MakeStructList(const void* list, const StructOps& ops)
     return array.Release();
 }
 
+cJSON* MakeInt64(std::int64_t value)
+{
+    // cJSON prints numbers with 15 digits; larger ones go in as text.
+    constexpr std::int64_t kPrintedExactly = 999999999999999;
+    if (value >= -kPrintedExactly && value <= kPrintedExactly) {
+        return cJSON_CreateNumber(static_cast<double>(value));
+    }
+    return cJSON_CreateRaw(std::to_string(value).c_str());
+}
+
 cJSON* MakeItem(const void* base, const Field& field)
 {
     switch (field.kind) {
@@ -241,7 +251,7 @@ cJSON* MakeItem(const void* base, const Field& field)
     case Kind::Int:
         return cJSON_CreateNumber(At<std::int32_t>(base, field));
     case Kind::Int64:
-        return cJSON_CreateNumber(static_cast<double>(At<std::int64_t>(base, field)));
+        return MakeInt64(At<std::int64_t>(base, field));
     case Kind::Real:
         return cJSON_CreateNumber(At<double>(base, field));
     case Kind::Bool:

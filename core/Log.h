@@ -17,9 +17,9 @@
         auto& nexwireLog = ::Keel::CSingleton<::Keel::details::CLog>::Instance();                                      \
         if (nexwireLog.Is##level##Enabled(std::string())) {                                                            \
             nexwireLog.level(std::string(), ::Keel::StringUtil::FormatString(__VA_ARGS__),                             \
-                             ::log4cxx::spi::LocationInfo(                                                             \
-                                 __FILE__, ::log4cxx::spi::LocationInfo::calcShortFileName(__FILE__),                  \
-                                 NEXWIRE_FUNCTION, __LINE__));                                                         \
+                             ::log4cxx::spi::LocationInfo(__FILE__,                                                    \
+                                                          ::log4cxx::spi::LocationInfo::calcShortFileName(__FILE__),   \
+                                                          NEXWIRE_FUNCTION, __LINE__));                                \
         }                                                                                                              \
     } while (false)
 

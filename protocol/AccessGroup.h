@@ -160,8 +160,8 @@ struct NEXWIRE_API DetailsFilterCondition : IInboundData {
 
 /// Question for the details of a download.
 struct NEXWIRE_API DeviceDownloadDetailsCont : IInboundData {
-    DetailsQueryCondition detailsQueryCondition; ///< Its key begins with a capital.
-    bool isQuery = false;                        ///< True: narrow by the filter below.
+    DetailsQueryCondition detailsQueryCondition;   ///< Its key begins with a capital.
+    bool isQuery = false;                          ///< True: narrow by the filter below.
     DetailsFilterCondition detailsFilterCondition; ///< Its key begins with a capital.
     NEXWIRE_JSON
 };
@@ -171,7 +171,7 @@ struct NEXWIRE_API DeviceDownloadDetail : IReturnData {
     std::string personGuid;
     std::string personNo;
     std::string personName;
-    std::string objectGuid; ///< Controlled point it was for, empty when for the whole device.
+    std::string objectGuid;         ///< Controlled point it was for, empty when for the whole device.
     std::int32_t downloadState = 0; ///< Server vocabulary, carried as it is.
     std::int32_t errorCode = 0;     ///< 0, or why it failed.
     std::string errorMsg;

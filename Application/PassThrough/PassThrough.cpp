@@ -46,8 +46,7 @@ Path DevicePath(Route route, const std::string& deviceGuid, const char* lastSegm
 }
 
 bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std::string_view condition,
-                    const protocol::IInboundData* input, protocol::DagPassThroughRsp& answer,
-                    int timeoutMs) noexcept
+                    const protocol::IInboundData* input, protocol::DagPassThroughRsp& answer, int timeoutMs) noexcept
 {
     return core::Guard([&] {
         protocol::DagPassThroughReq request;
@@ -147,8 +146,7 @@ bool ACDoorPlan::setDoorPlan(int command, void* data, const std::string& deviceG
     return SetUntyped(command, data, deviceGuid);
 }
 
-bool ACDoorPlan::getDoorStatusInfo(int command, std::string& output, const std::string& deviceGuid,
-                                   const std::string&)
+bool ACDoorPlan::getDoorStatusInfo(int command, std::string& output, const std::string& deviceGuid, const std::string&)
 {
     protocol::DagPassThroughRsp answer;
     if (!DeviceExchange(Route::External, command, deviceGuid, {}, nullptr, answer) || answer.outBuffer.empty()) {
