@@ -1,6 +1,6 @@
 #include "nexwire/Wiegand.h"
 
-#include "core/Pipeline.h"
+#include "Application/PassThrough/PassThrough.h"
 
 namespace nexwire {
 
@@ -13,5 +13,7 @@ bool CSetWiegand::request(protocol::OperationResultListData& result, const proto
 {
     return Exchange(Write("/7730/v1/accessController/wiegands", param), result);
 }
+
+NEXWIRE_DEVICE_SET(AcsCustomWiegandConfig, setAcsChannelControlParamRequest, WiegandModifyParam, Internal, 4208)
 
 } // namespace nexwire

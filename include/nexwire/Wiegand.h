@@ -19,4 +19,12 @@ public:
     static bool request(protocol::OperationResultListData& result, const protocol::WiegandModifyParam& param);
 };
 
+/// Sets a Wiegand format on a device itself, over the route of the platform's own components. Any thread.
+class NEXWIRE_API AcsCustomWiegandConfig {
+public:
+    /// True when the platform's answer was readable, whatever the device makes of it.
+    static bool setAcsChannelControlParamRequest(const protocol::WiegandModifyParam& input,
+                                                 const std::string& deviceGuid);
+};
+
 } // namespace nexwire

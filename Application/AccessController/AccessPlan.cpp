@@ -1,0 +1,43 @@
+#include "nexwire/AccessPlan.h"
+
+#include "core/Pipeline.h"
+
+namespace nexwire {
+
+#define ROOT "/7730/v1/accessController/"
+
+bool ACPlanTemplate::getAllBasicPlans(protocol::ACBasicPlanInfoResponseListData& result,
+                                      const protocol::ACBasicPlanQueryCondition& condition)
+{
+    return Exchange(Query(ROOT "allBasicPlanInfos", condition), result);
+}
+
+bool ACPlanTemplate::addPlans(protocol::ACPlanInfoAddedReturnData& result, const protocol::ACPlanInfoAddParam& param)
+{
+    return Exchange(Write(ROOT "planInfos", param), result);
+}
+
+bool ACPlanTemplate::deletePlans(protocol::ACPlanInfoRemoveResultListData& result,
+                                 const protocol::ACPlanInfoRemoveParam& param)
+{
+    return Exchange(Remove(ROOT "planInfos", param), result);
+}
+
+bool ACPlanTemplate::getPlan(protocol::ACSinglePlanQueryResultData& result, const protocol::ACSinglePlanQuery& query,
+                             const std::string& planGuid)
+{
+    return Exchange(Query(Path(ROOT "planInfos/", planGuid), query), result);
+}
+
+bool ACPlanTemplate::modifyPlan(protocol::ACPlanInfoModifyResultData& result,
+                                const protocol::ACPlanInfoModifyParam& param, const std::string& planGuid)
+{
+    return Exchange(Write(Path(ROOT "planInfos/", planGuid), param), result);
+}
+
+bool ACPlanTemplate::getAccessGroupGuids(protocol::AccessGroupGuidsListData& result, const std::string& planGuid)
+{
+    return Exchange(Read(Path(ROOT "planUsedAccessGroup/", planGuid)), result);
+}
+
+} // namespace nexwire
