@@ -201,13 +201,14 @@ void SetFields(Connection& connection, const HttpExecutorOptions& options, const
     connection.fieldsBuilt = true;
 }
 
-void SetUrl(std::string& url, const std::string& base, const HttpExecutorOptions& options, const RequestParams& request)
+void SetTarget(std::string& target, const std::string& prefix, const HttpExecutorOptions& options,
+               const RequestParams& request)
 {
-    url.assign(base).append(request.url);
+    target.assign(prefix).append(request.url);
     if (options.queryInUrl) {
         const auto query = request.headers.find("query");
         if (query != request.headers.end()) {
-            url.append(1, '?').append(query->second);
+            target.append(1, '?').append(query->second);
         }
     }
 }
@@ -237,7 +238,8 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options)
                 SetOption(easy, CURLOPT_QUICK_EXIT, 1L) && SetOption(easy, CURLOPT_PROTOCOLS_STR, "http,https") &&
                 // Field names arrive as they were written, and one request is one exchange on one connection.
                 SetOption(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1)) &&
-                SetOption(easy, CURLOPT_PATH_AS_IS, 1L) && SetOption(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L) &&
+                SetOption(easy, CURLOPT_URL, options.baseAddress.c_str()) &&
+                SetOption(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L) &&
                 SetOption(easy, CURLOPT_HEADERFUNCTION, onHeaderLine) &&
                 SetOption(easy, CURLOPT_HEADERDATA, &connection) &&
                 SetOption(easy, CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(OnBody)) &&
@@ -262,11 +264,11 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options)
     return good;
 }
 
-bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& base,
+bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,
                 const std::string& verb, const RequestParams& request)
 {
     SetFields(connection, options, request);
-    SetUrl(connection.url, base, options, request);
+    SetTarget(connection.target, prefix, options, request);
     CURL* const easy = connection.easy;
     // Whatever carries a body or declares an empty one is a POST under another verb to libcurl.
     const bool post = !request.body.empty() || verb == "PUT" || verb == "POST" || verb == "PATCH";
@@ -275,7 +277,24 @@ bool SetRequest(Connection& connection, const HttpExecutorOptions& options, cons
            SetOption(easy, CURLOPT_POSTFIELDS, post ? request.body.data() : "") &&
            SetOption(easy, post ? CURLOPT_POST : CURLOPT_HTTPGET, 1L) &&
            SetOption(easy, CURLOPT_CUSTOMREQUEST, own ? nullptr : verb.c_str()) &&
-           SetOption(easy, CURLOPT_URL, connection.url.c_str());
+           // As a part of the address libcurl would encode bytes above 0x7F.
+           SetOption(easy, CURLOPT_REQUEST_TARGET, connection.target.c_str());
+}
+
+void NoteKept(Connection& connection)
+{
+    if (curl_easy_getinfo(connection.easy, CURLINFO_ACTIVESOCKET, &connection.socket) != CURLE_OK) {
+        connection.socket = CURL_SOCKET_BAD;
+    }
+}
+
+bool IsClean(Connection& connection)
+{
+    if (connection.socket == CURL_SOCKET_BAD) {
+        return true;
+    }
+    curl_waitfd watched = {connection.socket, CURL_WAIT_POLLIN, 0};
+    return curl_multi_poll(connection.multi, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
 }
 
 } // namespace host

@@ -43,7 +43,8 @@ struct Connection {
     std::map<std::string, std::string> params;
     bool withBody = false;
     bool fieldsBuilt = false;
-    std::string url;
+    std::string target;
+    curl_socket_t socket = CURL_SOCKET_BAD; ///< Of the kept connection.
     Exchange exchange;
     char detail[CURL_ERROR_SIZE] = {};
 };
@@ -51,9 +52,17 @@ struct Connection {
 /// Sets what is the same for every request; false when libcurl does not take it.
 bool Prepare(Connection& connection, const HttpExecutorOptions& options);
 
-/// Sets what is this request's: address, verb, fields, body. The body is not copied and must outlive the transfer.
-bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& base,
+/// Sets what is this request's: verb, target (`prefix` and the path), fields, body. The body is not copied and must
+/// outlive the transfer.
+bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,
                 const std::string& verb, const RequestParams& request);
+
+/// Notes whether and where the connection stays open after a transfer.
+void NoteKept(Connection& connection);
+
+/// Whether the kept connection can carry another request: it is open, and nothing has arrived on it since the last
+/// answer. What came unasked would be taken for the answer to the next request. True when no connection is kept.
+bool IsClean(Connection& connection);
 
 template <class Value>
 bool SetOption(CURL* easy, CURLoption option, Value value)

@@ -48,7 +48,7 @@ struct HttpRequestExecutor::State {
 
     HttpExecutorOptions options;
     std::string problem;
-    std::string base;   ///< Base address without trailing slash.
+    std::string prefix; ///< What stands before the path of a request on the request line.
     std::string server; ///< "host:port", for texts.
 
     std::mutex mutex;
@@ -98,26 +98,27 @@ struct HttpRequestExecutor::State::Call {
             ++m_state.slowRunning;
             m_inSlowLane = true;
         }
-        if (!m_state.idle.empty()) {
-            m_state.busy.splice(m_state.busy.end(), m_state.idle, std::prev(m_state.idle.end()));
-            m_own = std::prev(m_state.busy.end());
-            m_holds = true;
-        }
+        TakeWarmest();
         return Entry::Admitted;
     }
 
-    /// The connection of the call, new when none was idle.
+    /// The connection of the call, new when none that is idle will do.
     Connection* Get()
     {
+        while (m_holds && !IsClean(*m_own)) {
+            Connections done;
+            const std::lock_guard<std::mutex> lock(m_state.mutex);
+            done.splice(done.end(), m_state.busy, m_own);
+            m_holds = false;
+            TakeWarmest();
+        }
         if (!m_holds) {
             Connections fresh;
             if (!Prepare(fresh.emplace_back(), m_state.options)) {
                 return nullptr;
             }
             const std::lock_guard<std::mutex> lock(m_state.mutex);
-            m_state.busy.splice(m_state.busy.end(), fresh);
-            m_own = std::prev(m_state.busy.end());
-            m_holds = true;
+            Take(fresh);
         }
         return &*m_own;
     }
@@ -155,6 +156,20 @@ struct HttpRequestExecutor::State::Call {
     }
 
 private:
+    // Both under the lock.
+    void TakeWarmest()
+    {
+        if (!m_state.idle.empty()) {
+            Take(m_state.idle);
+        }
+    }
+    void Take(Connections& from)
+    {
+        m_own = std::prev(from.end());
+        m_state.busy.splice(m_state.busy.end(), from, m_own);
+        m_holds = true;
+    }
+
     State& m_state;
     const bool m_slow;
     std::uint32_t m_aborts = 0;
@@ -188,13 +203,18 @@ std::string HttpRequestExecutor::State::ReadBaseAddress()
     if (options.baseAddress.find_first_of("?#@") != std::string::npos) {
         return "baseAddress has a user, a query or a fragment";
     }
-    base = options.baseAddress;
-    while (base.back() == '/') {
-        base.pop_back();
+    // A proxy that forwards plain HTTP is told the whole address.
+    const bool whole = scheme == "http" && !options.proxy.empty() && options.proxy.compare(0, 5, "socks") != 0;
+    const std::size_t path = options.baseAddress.find('/', options.baseAddress.find("://") + 3);
+    if (path != std::string::npos) {
+        const std::string reason = RefusePath(options.baseAddress.substr(path));
+        if (!reason.empty()) {
+            return "baseAddress: " + reason;
+        }
     }
-    const std::string prefix = RefusePath(part(CURLUPART_PATH, 0));
-    if (!prefix.empty()) {
-        return "baseAddress: " + prefix;
+    prefix = whole ? options.baseAddress : options.baseAddress.substr(std::min(path, options.baseAddress.size()));
+    while (!prefix.empty() && prefix.back() == '/') {
+        prefix.pop_back();
     }
     server = part(CURLUPART_HOST, 0) + ':' + part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
     return std::string();
@@ -316,6 +336,7 @@ CURLcode HttpRequestExecutor::State::Call::Run(Connection& connection)
     if (code != CURLM_OK) {
         return CURLE_FAILED_INIT;
     }
+    NoteKept(connection); // Known only while the handles are joined.
     int queued = 0;
     const CURLMsg* const message = curl_multi_info_read(connection.multi, &queued);
     return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
@@ -355,7 +376,8 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     }
     CURL* const easy = connection->easy;
     const long left = Milliseconds(deadline - Clock::now());
-    if (!SetRequest(*connection, options, base, verb->second, request) || !SetOption(easy, CURLOPT_TIMEOUT_MS, left) ||
+    if (!SetRequest(*connection, options, prefix, verb->second, request) ||
+        !SetOption(easy, CURLOPT_TIMEOUT_MS, left) ||
         !SetOption(easy, CURLOPT_CONNECTTIMEOUT_MS, std::min(left, static_cast<long>(options.connectTimeoutMs)))) {
         return Fail(HostError::Internal, name() + "libcurl does not take the request");
     }

@@ -23,13 +23,17 @@ std::string Detail(CURLcode result, const Connection& connection)
     return " (" + Printable(words, kQuotedBytes) + ")";
 }
 
+// OpenSSL's number of "not looked at", which stands when the chain was good and the name was not.
+constexpr long kUnspecified = 1;
+
 bool FailTls(CURLcode result, const Connection& connection, const std::string& name, const std::string& server)
 {
     const std::string detail = Detail(result, connection);
     long verify = 0;
     switch (result) {
     case CURLE_PEER_FAILED_VERIFICATION:
-        if (curl_easy_getinfo(connection.easy, CURLINFO_SSL_VERIFYRESULT, &verify) == CURLE_OK && verify != 0) {
+        if (curl_easy_getinfo(connection.easy, CURLINFO_SSL_VERIFYRESULT, &verify) == CURLE_OK &&
+            verify > kUnspecified) {
             return Fail(HostError::TlsFailed, name + "certificate of " + server + " not trusted" + detail +
                                                   "; give the authority that signed it as caFile");
         }

@@ -1,0 +1,96 @@
+#include "HostTestKit.h"
+#include "TlsServer.h"
+
+namespace host_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(ExecutorTls, CertificatesAreJudged)
+{
+    const Certificates& files = Certificates::Get();
+    TlsServer server(files.server, files.serverKey, false);
+    TlsServer elsewhere(files.elsewhere, files.elsewhereKey, false);
+    struct Row {
+        const char* what;
+        std::string base;
+        std::string caFile;
+        bool verify;
+        std::string failure; ///< Part of the text; empty when the call must work.
+    };
+    const Row rows[] = {
+        {"trusted", server.Base(), files.authority, true, ""},
+        {"unknown to the system", server.Base(), "", true, "not trusted"},
+        {"signed by somebody else", server.Base(), files.stranger, true, "give the authority that signed it as caFile"},
+        {"for another host", elsewhere.Base(), files.authority, true, "does not fit"},
+        {"not a certificate", server.Base(), files.serverKey, true, "caFile cannot be used"},
+        {"anything goes", elsewhere.Base(), "", false, ""},
+        {"plain HTTP to a TLS port", "http" + server.Base().substr(5), "", true, "HTTP/1"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        HttpExecutorOptions options = At(row.base);
+        options.caFile = row.caFile;
+        options.verifyPeer = row.verify;
+        HttpRequestExecutor executor(options);
+        const Outcome outcome = Call(executor, Request(0, "/p"));
+        if (row.failure.empty()) {
+            ExpectAnswer(outcome, "secure");
+        } else if (row.failure == "HTTP/1") {
+            EXPECT_FALSE(outcome.answered);
+        } else {
+            ExpectFailure(outcome, HostError::TlsFailed, row.failure);
+        }
+    }
+    EXPECT_EQ(server.Requests(), 1U) << "nothing was said to a server that was not trusted";
+    EXPECT_EQ(elsewhere.Requests(), 1U);
+
+    RawServer plain;
+    plain.SetOnAccept(Reply().Send("HTTP/1.1 400 Bad Request\r\n\r\n").Close());
+    HttpRequestExecutor executor(At("https://127.0.0.1:" + std::to_string(plain.Port())));
+    ExpectFailure(Call(executor, Request(0, "/p")), HostError::TlsFailed, "no TLS with 127.0.0.1:");
+}
+
+TEST(ExecutorTls, ClientShowsItsCertificate)
+{
+    const Certificates& files = Certificates::Get();
+    TlsServer server(files.server, files.serverKey, true);
+    HttpExecutorOptions options = At(server.Base());
+    options.caFile = files.authority;
+    HttpRequestExecutor without(options);
+    ExpectFailure(Call(without, Request(0, "/p")), HostError::TlsFailed, "certificate");
+
+    options.clientCertificateFile = files.client;
+    options.clientKeyFile = files.clientKey;
+    options.clientKeyPassphrase = "geheim";
+    HttpRequestExecutor wrong(options);
+    const Outcome outcome = Call(wrong, Request(0, "/p"));
+    ExpectFailure(outcome, HostError::TlsFailed, "client certificate or its key cannot be used");
+    EXPECT_THAT(outcome.error.text, Not(HasSubstr("geheim")));
+    EXPECT_EQ(server.Requests(), 0U);
+
+    options.clientKeyPassphrase = Certificates::kPassphrase;
+    HttpRequestExecutor right(options);
+    ExpectAnswer(Call(right, Request(0, "/p")), "secure");
+}
+
+TEST(ExecutorTls, ConnectionIsKeptAndNothingIsRepeated)
+{
+    const Certificates& files = Certificates::Get();
+    TlsServer server(files.server, files.serverKey, false);
+    HttpExecutorOptions options = At(server.Base());
+    options.caFile = files.authority;
+    HttpRequestExecutor executor(options);
+    for (int i = 0; i < 5; ++i) {
+        ExpectAnswer(Call(executor, Request(0, "/p")), "secure");
+    }
+    EXPECT_EQ(server.Connections(), 1U);
+    server.CloseAfterReading();
+    ExpectFailure(Call(executor, Request(0, "/once")), HostError::NotRepeated);
+    EXPECT_EQ(server.Requests(), 6U);
+    EXPECT_EQ(server.Connections(), 1U);
+}
+
+} // namespace
+} // namespace host_test

@@ -1,0 +1,264 @@
+#include "TlsServer.h"
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <list>
+#include <stdexcept>
+#include <thread>
+
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read_until.hpp>
+#include <boost/asio/ssl.hpp>
+#include <boost/asio/streambuf.hpp>
+#include <boost/asio/write.hpp>
+
+#include <openssl/evp.h>
+#include <openssl/pem.h>
+#include <openssl/rand.h>
+#include <openssl/x509v3.h>
+
+namespace host_test {
+
+namespace asio = boost::asio;
+namespace fs = std::filesystem;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+namespace {
+
+using Key = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
+using Certificate = std::unique_ptr<X509, decltype(&X509_free)>;
+
+void Need(bool good, const char* what)
+{
+    if (!good) {
+        throw std::runtime_error(what);
+    }
+}
+
+Key MakeKey()
+{
+    Key key(EVP_EC_gen("P-256"), &EVP_PKEY_free);
+    Need(key != nullptr, "key");
+    return key;
+}
+
+void Extend(X509* certificate, X509* issuer, int id, const std::string& value)
+{
+    X509V3_CTX context;
+    X509V3_set_ctx(&context, issuer, certificate, nullptr, nullptr, 0);
+    X509_EXTENSION* const extension = X509V3_EXT_conf_nid(nullptr, &context, id, value.c_str());
+    Need(extension != nullptr && X509_add_ext(certificate, extension, -1) == 1, "extension");
+    X509_EXTENSION_free(extension);
+}
+
+// Without an issuer it signs itself and is an authority.
+Certificate MakeCertificate(const std::string& name, const std::string& subject, EVP_PKEY* key, X509* issuer,
+                            EVP_PKEY* issuerKey)
+{
+    Certificate made(X509_new(), &X509_free);
+    static long serial = 1;
+    X509_set_version(made.get(), 2);
+    ASN1_INTEGER_set(X509_get_serialNumber(made.get()), serial++);
+    X509_gmtime_adj(X509_getm_notBefore(made.get()), -3600);
+    X509_gmtime_adj(X509_getm_notAfter(made.get()), 3600);
+    X509_set_pubkey(made.get(), key);
+    X509_NAME_add_entry_by_txt(X509_get_subject_name(made.get()), "CN", MBSTRING_UTF8,
+                               reinterpret_cast<const unsigned char*>(name.c_str()), -1, -1, 0);
+    X509* const signer = issuer != nullptr ? issuer : made.get();
+    X509_set_issuer_name(made.get(), X509_get_subject_name(signer));
+    Extend(made.get(), signer, NID_basic_constraints, issuer != nullptr ? "CA:FALSE" : "critical,CA:TRUE");
+    if (!subject.empty()) {
+        Extend(made.get(), signer, NID_subject_alt_name, subject);
+    }
+    Need(X509_sign(made.get(), issuerKey, EVP_sha256()) > 0, "signature");
+    return made;
+}
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+std::string Write(const std::string& folder, const char* name, X509* certificate)
+{
+    const std::string path = folder + "/" + name;
+    const File file(std::fopen(path.c_str(), "wb"));
+    Need(file && PEM_write_X509(file.get(), certificate) == 1, "certificate file");
+    return path;
+}
+
+std::string Write(const std::string& folder, const char* name, EVP_PKEY* key, const char* passphrase = nullptr)
+{
+    const std::string path = folder + "/" + name;
+    const File file(std::fopen(path.c_str(), "wb"));
+    const EVP_CIPHER* const cipher = passphrase != nullptr ? EVP_aes_128_cbc() : nullptr;
+    Need(file && PEM_write_PKCS8PrivateKey(file.get(), key, cipher, passphrase,
+                                           passphrase != nullptr ? static_cast<int>(std::string(passphrase).size()) : 0,
+                                           nullptr, nullptr) == 1,
+         "key file");
+    return path;
+}
+
+Certificates MakeAll()
+{
+    std::uint32_t number = 0;
+    RAND_bytes(reinterpret_cast<unsigned char*>(&number), sizeof number);
+    Certificates all;
+    all.folder = (fs::temp_directory_path() / ("nexwire-tls-" + std::to_string(number))).string();
+    fs::create_directories(all.folder);
+    const Key authorityKey = MakeKey();
+    const Certificate authority =
+        MakeCertificate("Test authority", "", authorityKey.get(), nullptr, authorityKey.get());
+    all.authority = Write(all.folder, "authority.pem", authority.get());
+    const Key strangerKey = MakeKey();
+    const Certificate stranger = MakeCertificate("Stranger", "", strangerKey.get(), nullptr, strangerKey.get());
+    all.stranger = Write(all.folder, "stranger.pem", stranger.get());
+
+    const auto issue = [&](const char* name, const char* subject, EVP_PKEY* key) {
+        return MakeCertificate(name, subject, key, authority.get(), authorityKey.get());
+    };
+    const Key serverKey = MakeKey();
+    all.server = Write(all.folder, "server.pem", issue("server", "IP:127.0.0.1", serverKey.get()).get());
+    all.serverKey = Write(all.folder, "server.key", serverKey.get());
+    const Key otherKey = MakeKey();
+    all.elsewhere = Write(all.folder, "other.pem", issue("other", "DNS:elsewhere.example", otherKey.get()).get());
+    all.elsewhereKey = Write(all.folder, "other.key", otherKey.get());
+    const Key clientKey = MakeKey();
+    all.client = Write(all.folder, "client.pem", issue("client", "", clientKey.get()).get());
+    all.clientKey = Write(all.folder, "client.key", clientKey.get(), Certificates::kPassphrase);
+    return all;
+}
+
+} // namespace
+
+const Certificates& Certificates::Get()
+{
+    struct Owner {
+        Certificates all = MakeAll();
+        ~Owner()
+        {
+            std::error_code ignored;
+            fs::remove_all(all.folder, ignored);
+        }
+    };
+    static const Owner owner;
+    return owner.all;
+}
+
+class TlsServer::Impl {
+public:
+    using Stream = asio::ssl::stream<tcp::socket>;
+
+    struct Session : std::enable_shared_from_this<Session> {
+        Session(Impl& server, tcp::socket socket) : impl(server), stream(std::move(socket), server.tls) {}
+
+        void Start()
+        {
+            stream.async_handshake(Stream::server, [self = shared_from_this()](const error_code& error) {
+                if (!error) {
+                    ++self->impl.connections;
+                    self->Read();
+                }
+            });
+        }
+
+        void Read()
+        {
+            asio::async_read_until(stream, input, "\r\n\r\n",
+                                   [self = shared_from_this()](const error_code& error, std::size_t size) {
+                                       if (error) {
+                                           return;
+                                       }
+                                       self->input.consume(size);
+                                       ++self->impl.requests;
+                                       if (self->impl.closing) {
+                                           self->stream.lowest_layer().close();
+                                           return;
+                                       }
+                                       self->Write();
+                                   });
+        }
+
+        void Write()
+        {
+            static const std::string answer = "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure";
+            asio::async_write(stream, asio::buffer(answer),
+                              [self = shared_from_this()](const error_code& error, std::size_t) {
+                                  if (!error) {
+                                      self->Read();
+                                  }
+                              });
+        }
+
+        Impl& impl;
+        Stream stream;
+        asio::streambuf input;
+    };
+
+    Impl(const std::string& certificate, const std::string& key, bool askForClient)
+    {
+        tls.use_certificate_chain_file(certificate);
+        tls.use_private_key_file(key, asio::ssl::context::pem);
+        if (askForClient) {
+            tls.load_verify_file(Certificates::Get().authority);
+            tls.set_verify_mode(asio::ssl::verify_peer | asio::ssl::verify_fail_if_no_peer_cert);
+        }
+        Accept();
+        thread = std::thread([this] { io.run(); });
+    }
+
+    ~Impl()
+    {
+        io.stop();
+        thread.join();
+    }
+
+    void Accept()
+    {
+        acceptor.async_accept([this](const error_code& error, tcp::socket socket) {
+            if (!error) {
+                std::make_shared<Session>(*this, std::move(socket))->Start();
+                Accept();
+            }
+        });
+    }
+
+    asio::io_context io;
+    asio::ssl::context tls{asio::ssl::context::tls_server};
+    tcp::acceptor acceptor{io, tcp::endpoint(asio::ip::address_v4::loopback(), 0)};
+    std::atomic<std::size_t> connections{0};
+    std::atomic<std::size_t> requests{0};
+    std::atomic<bool> closing{false};
+    std::thread thread;
+};
+
+TlsServer::TlsServer(const std::string& certificate, const std::string& key, bool askForClient)
+    : m_impl(new Impl(certificate, key, askForClient))
+{
+}
+
+TlsServer::~TlsServer() = default;
+
+std::string TlsServer::Base() const
+{
+    return "https://127.0.0.1:" + std::to_string(m_impl->acceptor.local_endpoint().port());
+}
+
+std::size_t TlsServer::Connections() const
+{
+    return m_impl->connections;
+}
+
+std::size_t TlsServer::Requests() const
+{
+    return m_impl->requests;
+}
+
+void TlsServer::CloseAfterReading()
+{
+    m_impl->closing = true;
+}
+
+} // namespace host_test

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace host_test {
+
+/// A certificate authority, made anew for each test program, and what it signs. PEM files in a folder of their own.
+struct Certificates {
+    std::string folder;
+    std::string authority; ///< The authority's certificate.
+    std::string stranger;  ///< The certificate of an authority that signed nothing here.
+    std::string server;    ///< For 127.0.0.1.
+    std::string serverKey;
+    std::string elsewhere; ///< For elsewhere.example.
+    std::string elsewhereKey;
+    std::string client;
+    std::string clientKey; ///< Opened by `kPassphrase`.
+
+    static constexpr const char* kPassphrase = "open sesame";
+    static const Certificates& Get();
+};
+
+/// Answers every request on 127.0.0.1 over TLS with 200 and the body "secure", keeping connections.
+class TlsServer {
+public:
+    /// @param askForClient  refuse clients that show no certificate of the authority.
+    TlsServer(const std::string& certificate, const std::string& key, bool askForClient);
+    ~TlsServer();
+
+    std::string Base() const;
+    std::size_t Connections() const; ///< Completed handshakes.
+    std::size_t Requests() const;
+    void CloseAfterReading(); ///< From the next request on.
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace host_test
