@@ -7,10 +7,10 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <mutex>
-#include <shared_mutex>
 #include <system_error>
 
+#include <boost/thread/locks.hpp>
+#include <boost/thread/shared_mutex.hpp>
 #include <log4cxx/consoleappender.h>
 #include <log4cxx/helpers/charsetencoder.h>
 #include <log4cxx/helpers/pool.h>
@@ -23,6 +23,8 @@
 #include "keel/Error.h"
 #include "keel/Redact.h"
 #include "keel/SingletonImpl.h"
+
+#include "Utf8Scope.h"
 
 namespace Keel {
 namespace details {
@@ -123,12 +125,12 @@ public:
 
     bool Configure(const LogConfig& config)
     {
-        auto sink = std::make_unique<Sink>(config);
-        const std::unique_lock<std::shared_mutex> lock(m_mutex);
+        const boost::unique_lock<boost::shared_mutex> lock(m_mutex);
         if (m_closed) {
             return false;
         }
-        m_sink.swap(sink);
+        const Utf8Scope utf8;
+        m_sink = std::make_unique<Sink>(config);
         m_level = config.console || !config.file.empty() ? config.level : LogLevel::Off;
         return true;
     }
@@ -140,7 +142,8 @@ public:
             return;
         }
         try {
-            const std::shared_lock<std::shared_mutex> lock(m_mutex);
+            const Utf8Scope utf8;
+            const boost::shared_lock<boost::shared_mutex> lock(m_mutex);
             if (!m_closed) {
                 m_sink->Write(level == LogLevel::Error ? log4cxx::Level::getError() : log4cxx::Level::getInfo(), name,
                               message, where);
@@ -156,15 +159,17 @@ private:
         explicit AtExit(Logger& theLogger) : logger(theLogger) {}
         ~AtExit()
         {
-            const std::unique_lock<std::shared_mutex> lock(logger.m_mutex);
+            const boost::unique_lock<boost::shared_mutex> lock(logger.m_mutex);
             logger.m_closed = true;
             logger.m_sink->Close();
         }
         Logger& logger;
     };
 
-    Logger() : m_sink(std::make_unique<Sink>(LogConfig()))
+    Logger()
     {
+        const Utf8Scope utf8;
+        m_sink = std::make_unique<Sink>(LogConfig());
         const auto event = std::make_shared<log4cxx::spi::LoggingEvent>(LOG4CXX_STR("root"), log4cxx::Level::getError(),
                                                                         LogText("warm-up"), LOG4CXX_LOCATION);
         log4cxx::helpers::Pool pool;
@@ -175,7 +180,9 @@ private:
         log4cxx::Level::getInfo();
     }
 
-    std::shared_mutex m_mutex; ///< Exclusive only while the configuration changes.
+    // Exclusive only while the configuration changes and at exit. Boost's lets a waiting exclusive owner go first;
+    // the standard one may keep process exit waiting for as long as other threads log.
+    boost::shared_mutex m_mutex;
     std::unique_ptr<Sink> m_sink;
     bool m_closed = false;
     std::atomic<LogLevel> m_level{LogLevel::Error};

@@ -1,0 +1,239 @@
+#include <cstdlib>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "TempFolder.h"
+#include "keel/Error.h"
+#include "keel/Log.h"
+#include "keel/StringUtil.h"
+
+namespace {
+
+using namespace Keel;
+using details::CLog;
+using details::LogConfig;
+using details::LogLevel;
+using testing::HasSubstr;
+using testing::Not;
+
+CLog& Log()
+{
+    return CSingleton<CLog>::Instance();
+}
+
+/// Destroyed after everything that main and the logger have made.
+struct SpeaksLate {
+    ~SpeaksLate()
+    {
+        if (speaks) {
+            Log().Error("", "late {\"password\":\"hunter2\"} 中文", LOG4CXX_LOCATION);
+            Log().Info("", "late info", LOG4CXX_LOCATION);
+            Log().Configure(LogConfig());
+        }
+    }
+    bool speaks = false;
+} s_late;
+
+/// Runs in a new process, so the logger is as at start-up, and what goes to stderr can be seen.
+class LogProcess : public testing::Test {
+protected:
+    void SetUp() override { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
+};
+
+TEST_F(LogProcess, UnconfiguredErrorsGoToStderrAndNothingElse)
+{
+    const auto run = [] {
+        Log().Info("", "an info", LOG4CXX_LOCATION);
+        Log().Error("", "an error 中文 {\"token\":\"hunter2\"}", LOG4CXX_LOCATION);
+        std::exit(Log().IsErrorEnabled("") && !Log().IsInfoEnabled("") ? 0 : 1);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0),
+                testing::AllOf(HasSubstr("ERROR"), HasSubstr("root an error 中文 {\"token\":\"***\"} ["),
+                               HasSubstr("LogTest.cpp:"), Not(HasSubstr("an info")), Not(HasSubstr("hunter2"))));
+}
+
+TEST_F(LogProcess, ErrorsOfStaticDestructorsStillCome)
+{
+    const auto run = [] {
+        s_late.speaks = true;
+        LogConfig config;
+        config.level = LogLevel::Info;
+        Log().Configure(config);
+        Log().Error("", "early", LOG4CXX_LOCATION);
+        std::exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0),
+                testing::AllOf(HasSubstr("early"), HasSubstr("late {\"password\":\"***\"} 中文"),
+                               Not(HasSubstr("late info")), Not(HasSubstr("hunter2"))));
+}
+
+TEST_F(LogProcess, ThreadsThatLogOnWhileTheProcessExits)
+{
+    const auto run = [] {
+        LogConfig config;
+        config.level = LogLevel::Info;
+        config.console = false;
+        const TempFolder folder;
+        config.file = folder.File("log");
+        Log().Configure(config);
+        for (int i = 0; i < 4; ++i) {
+            std::thread([] {
+                for (;;) {
+                    Log().Info("worker", "busy", LOG4CXX_LOCATION);
+                }
+            }).detach();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        folder.Remove(); // The file lives on until it is closed.
+        std::exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
+}
+
+class LogFile : public testing::Test {
+protected:
+    LogFile()
+    {
+        m_config.level = LogLevel::Info;
+        m_config.console = false;
+        m_config.file = m_folder.File("门禁.log");
+    }
+    ~LogFile() override { Log().Configure(LogConfig()); }
+
+    std::vector<std::string> Lines(const std::string& name = "门禁.log") const
+    {
+        std::vector<std::string> lines = StringUtil::SplitString(m_folder.Read(name), "\n");
+        lines.pop_back();
+        return lines;
+    }
+
+    TempFolder m_folder;
+    LogConfig m_config;
+};
+
+TEST_F(LogFile, LevelsGateWhatIsWritten)
+{
+    const struct {
+        LogLevel level;
+        bool error, info;
+    } rows[] = {{LogLevel::Off, false, false}, {LogLevel::Error, true, false}, {LogLevel::Info, true, true}};
+    for (const auto& row : rows) {
+        m_config.level = row.level;
+        m_config.file = m_folder.File(std::to_string(static_cast<int>(row.level)));
+        ASSERT_TRUE(Log().Configure(m_config));
+        EXPECT_EQ(Log().IsErrorEnabled("a"), row.error);
+        EXPECT_EQ(Log().IsInfoEnabled("a"), row.info);
+        Log().Error("a", "e", LOG4CXX_LOCATION);
+        Log().Info("a", "i", LOG4CXX_LOCATION);
+        EXPECT_EQ(Lines(std::to_string(static_cast<int>(row.level))).size(), std::size_t{row.error} + row.info);
+    }
+    m_config.file.clear();
+    ASSERT_TRUE(Log().Configure(m_config));
+    EXPECT_FALSE(Log().IsErrorEnabled("")) << "there is nowhere to write to";
+}
+
+TEST_F(LogFile, ALineHasLevelNameMessageAndPlace)
+{
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Info("some.name", "门禁 \xFF%s %m",
+               log4cxx::spi::LocationInfo("dir/File.cpp", "File.cpp", "bool f(int)", 42));
+    Log().Error("", "plain", log4cxx::spi::LocationInfo());
+    const std::vector<std::string> lines = Lines();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_THAT(lines[0],
+                testing::AllOf(HasSubstr(" INFO "), HasSubstr("] some.name 门禁 ?%s %m ["), HasSubstr("File.cpp:42")));
+    EXPECT_THAT(lines[1], testing::AllOf(HasSubstr(" ERROR "), HasSubstr("] root plain [")));
+}
+
+TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
+{
+    const std::string message = R"([body - {"data":"{\"superPassword\":\"hunter2\",\"doorSecret\":\"sesame\"}"}])";
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Error("", message, LOG4CXX_LOCATION);
+    m_config.extraSecretKeys = {"doorSecret"};
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Info("", message, LOG4CXX_LOCATION);
+    m_config.redact = false;
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Info("", message, LOG4CXX_LOCATION);
+
+    const std::vector<std::string> lines = Lines();
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_THAT(lines[0], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorSecret\":\"sesame\"}"})"));
+    EXPECT_THAT(lines[1], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorSecret\":\"***\"}"})"));
+    EXPECT_THAT(lines[2], HasSubstr(message));
+}
+
+TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
+{
+    m_config.maxFileBytes = 2000;
+    m_config.maxBackups = 2;
+    ASSERT_TRUE(Log().Configure(m_config));
+    for (int i = 0; i < 200; ++i) {
+        Log().Info("", "message " + std::to_string(i), LOG4CXX_LOCATION);
+    }
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path())) {
+        EXPECT_LT(entry.file_size(), 3000U);
+        ++files;
+    }
+    EXPECT_EQ(files, 3U);
+    EXPECT_THAT(Lines().back(), HasSubstr("message 199 "));
+    EXPECT_FALSE(Lines("门禁.log.1").empty());
+    EXPECT_FALSE(Lines("门禁.log.2").empty());
+}
+
+TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
+{
+    ASSERT_TRUE(Log().Configure(m_config));
+    LogConfig unwritable = m_config;
+    unwritable.file = m_folder.File("missing/folder/log");
+    LogConfig empty = m_config;
+    empty.maxFileBytes = 0;
+    LogConfig many = m_config;
+    many.maxBackups = 13;
+    LogConfig unknown = m_config;
+    unknown.level = static_cast<LogLevel>(9);
+    for (const LogConfig& config : {unwritable, empty, many, unknown}) {
+        Error::SetLastError(Error::ErrorCode());
+        EXPECT_FALSE(Log().Configure(config));
+        EXPECT_EQ(Error::GetLastError().category, Error::kKeelModule);
+        EXPECT_EQ(Error::GetLastError().number, details::kLogNotConfigured);
+        Log().Info("", "still here", LOG4CXX_LOCATION);
+    }
+    EXPECT_EQ(Lines().size(), 4U);
+}
+
+TEST_F(LogFile, ThreadsDoNotMixTheirLines)
+{
+    ASSERT_TRUE(Log().Configure(m_config));
+    constexpr int kThreads = 8;
+    constexpr int kMessages = 200;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([t] {
+            const std::string body(300, static_cast<char>('a' + t));
+            for (int i = 0; i < kMessages; ++i) {
+                Log().Info("", "<" + body + ">{\"token\":\"hunter2\"}", LOG4CXX_LOCATION);
+            }
+        });
+    }
+    for (int i = 0; i < 20; ++i) { // The same file opened anew must not lose a line.
+        EXPECT_TRUE(Log().Configure(m_config));
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    const std::vector<std::string> lines = Lines();
+    EXPECT_EQ(lines.size(), std::size_t{kThreads * kMessages});
+    for (const std::string& line : lines) {
+        const std::size_t begin = line.find('<');
+        ASSERT_NE(begin, std::string::npos) << line;
+        ASSERT_EQ(line.substr(begin + 1, 300), std::string(300, line[begin + 1]));
+        ASSERT_THAT(line.substr(begin + 301), testing::StartsWith(">{\"token\":\"***\"} ["));
+    }
+}
+
+} // namespace
