@@ -107,7 +107,7 @@ struct NEXWIRE_API NetworkCenterParameters : IInboundData {
     std::string address;                ///< IP address or host name.
     std::int32_t port = 0;              ///< 1 to 65535.
     std::string transport;              ///< "tcp", "udp".
-    std::string reportProtocol;         ///< Server vocabulary, carried as it is.
+    std::string reportProtocol;         ///< As the ability lists them.
     std::string deviceAccount;          ///< Name the centre knows the device by.
     std::string password;               ///< Plain text; empty when the centre asks for none.
     bool encrypt = false;               ///< Reports travel encrypted.
