@@ -16,8 +16,6 @@ namespace {
 
 /// A declared length is only a claim: more than this is not set aside before the bytes arrive.
 constexpr std::uint64_t kLargestReserve = std::uint64_t{8} << 20;
-/// Bytes of header fields of one answer.
-constexpr std::uint64_t kLargestHeader = std::uint64_t{1} << 20;
 
 std::string Trimmed(const char* begin, const char* end)
 {
@@ -113,14 +111,28 @@ std::size_t OnBody(char* bytes, std::size_t, std::size_t size, void* user) noexc
 }
 
 // libcurl repeats a request by itself when a kept connection dies before an answer, even if the request went out.
-// This is called before every attempt, so it is where the second one ends, unless nothing was sent in the first.
-int OnStart(void* user, char*, char*, int, int) noexcept
+// Asked before every attempt: only the first may go on, or one after an attempt in which nothing was sent.
+bool MayAttempt(Connection& connection)
 {
-    auto& connection = *static_cast<Connection*>(user);
     long sent = 0;
     if (connection.exchange.started &&
         (curl_easy_getinfo(connection.easy, CURLINFO_REQUEST_SIZE, &sent) != CURLE_OK || sent != 0)) {
         connection.exchange.repeatRefused = true;
+    }
+    return !connection.exchange.repeatRefused;
+}
+
+// Before a new connection is made.
+int OnSocket(void* user, curl_socket_t, curlsocktype) noexcept
+{
+    return MayAttempt(*static_cast<Connection*>(user)) ? CURL_SOCKOPT_OK : CURL_SOCKOPT_ERROR;
+}
+
+// When a connection stands, before the first byte of the request.
+int OnStart(void* user, char*, char*, int, int) noexcept
+{
+    auto& connection = *static_cast<Connection*>(user);
+    if (!MayAttempt(connection)) {
         return CURL_PREREQFUNC_ABORT;
     }
     connection.exchange.started = true;
@@ -245,7 +257,9 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options)
                 SetOption(easy, CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(OnBody)) &&
                 SetOption(easy, CURLOPT_WRITEDATA, &connection) &&
                 SetOption(easy, CURLOPT_PREREQFUNCTION, static_cast<curl_prereq_callback>(OnStart)) &&
-                SetOption(easy, CURLOPT_PREREQDATA, &connection) && SetOption(easy, CURLOPT_TCP_KEEPALIVE, 1L) &&
+                SetOption(easy, CURLOPT_PREREQDATA, &connection) &&
+                SetOption(easy, CURLOPT_SOCKOPTFUNCTION, static_cast<curl_sockopt_callback>(OnSocket)) &&
+                SetOption(easy, CURLOPT_SOCKOPTDATA, &connection) && SetOption(easy, CURLOPT_TCP_KEEPALIVE, 1L) &&
                 SetOption(easy, CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
                 // An empty text keeps libcurl from asking the environment.
                 SetOption(easy, CURLOPT_PROXY, options.proxy.c_str()) && SetOption(easy, CURLOPT_NOPROXY, "") &&

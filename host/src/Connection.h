@@ -13,6 +13,9 @@
 namespace nexwire {
 namespace host {
 
+/// Most bytes of header fields of one answer; some versions of libcurl draw a line at 300 KiB.
+constexpr std::uint64_t kLargestHeader = std::uint64_t{256} << 10;
+
 /// What the callbacks gather during one exchange.
 struct Exchange {
     RspInfos* response = nullptr;

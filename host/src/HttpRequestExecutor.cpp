@@ -404,8 +404,10 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
         return Fail(HostError::Aborted, name() + "aborted" + received);
     }
     if (exchange.tooLarge) {
-        return Fail(HostError::AnswerTooLarge, name() + "answer of " + server + " is longer than " +
-                                                   std::to_string(options.maxResponseBytes) + " bytes");
+        const bool header = exchange.headerBytes > kLargestHeader;
+        return Fail(HostError::AnswerTooLarge,
+                    name() + (header ? "header" : "answer") + " of " + server + " is longer than " +
+                        std::to_string(header ? kLargestHeader : options.maxResponseBytes) + " bytes");
     }
     if (exchange.outOfMemory) {
         return Fail(HostError::OutOfMemory, name() + "the answer does not fit into memory" + received);

@@ -90,6 +90,7 @@ TEST(ExecutorConnection, RequestThatAKeptConnectionSwallowedIsNotRepeated)
                 EXPECT_EQ(requests[1].target, "/once");
                 EXPECT_EQ(requests[1].connection, 0U) << "the kept connection was used";
                 EXPECT_EQ(requests[2].target, "/last");
+                EXPECT_EQ(requests[2].connection, 1U) << "no connection was made in between";
             }
         }
     }
