@@ -99,6 +99,13 @@ bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
     return true;
 }
 
+std::string StructureToJSON(const IJSONStruct& structure)
+{
+    const ConversionScope scope;
+    const JsonTree tree(structure.ToJson());
+    return nexwire::core::PrintFormatted(tree.get());
+}
+
 std::string SerializeRequest(const IInboundData& request)
 {
     const ConversionScope scope;

@@ -26,6 +26,9 @@ bool TParseJSONStrWithoutRoot(T& out, const std::string& json)
     return ParseJSONText(out, nullptr, json);
 }
 
+/// The JSON text of any structure by itself, indented with tabs; for logs, tests and tools. Empty when memory ran out.
+NEXWIRE_API std::string StructureToJSON(const IJSONStruct& structure);
+
 /// The JSON text of a request structure: an object with one member, named by its root name, indented with tabs.
 /// Empty when memory ran out.
 NEXWIRE_API std::string SerializeRequest(const IInboundData& request);

@@ -321,7 +321,7 @@ const std::vector<std::string>& CRedactor::BuiltInKeys()
         "desKey", "rsaKey", "privateKey", "sharedKey", "preSharedKey", "psk", "masterKey", "symmetricKey", "signKey",
         "signatureKey", "hmacKey", "userKey", "deviceKey", "corvidKey", "generalCorvidKey", "apiKey", "appKey",
         "appSecret", "clientSecret", "accessKey", "accessKeySecret", "secretAccessKey", "authKey", "videoKey",
-        "verificationKey", "wifiKey", "salt",
+        "verificationKey", "wifiKey", "salt", "apnPassword", "sectorKey", "newSectorKey",
         // What goes into encryption and comes out of decryption
         "plaintext",
         // Biometric templates

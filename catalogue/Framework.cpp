@@ -1,0 +1,16 @@
+#include "catalogue/Modules.h"
+#include "nexwire/Encryption.h"
+
+namespace nexwire {
+namespace catalogue {
+
+// clang-format off
+NEXWIRE_MODULE(Framework,
+    NEXWIRE_OPERATION(CEncryptionComm, request, "sid"),
+    NEXWIRE_OPERATION(CDecryptionComm, request, "sid"),
+    NEXWIRE_OPERATION(CSearchFilterLogsComm, decryption, "ciphertext"),
+)
+// clang-format on
+
+} // namespace catalogue
+} // namespace nexwire

@@ -1,0 +1,99 @@
+#include "catalogue/Catalogue.h"
+#include "nexwire/Nexwire.h"
+
+namespace nexwire {
+namespace catalogue {
+namespace {
+
+/// Notes what it is asked to send and answers with an empty envelope.
+class RecordingExecutor : public IRequestExecutor {
+public:
+    explicit RecordingExecutor(std::vector<RequestParams>& requests) : requests_(requests) {}
+
+    bool Execute(RspInfos& response, const RequestParams& request, int) override
+    {
+        requests_.push_back(request);
+        response.body = R"({"code":"0-0","msg":"","data":{}})";
+        return true;
+    }
+
+private:
+    std::vector<RequestParams>& requests_;
+};
+
+/// Leaves texts as they are, so that they can be recognised in the request.
+class ClearEncryption : public IEncryption {
+public:
+    bool Encrypt(std::vector<std::string>& ciphertexts, const std::vector<std::string>& plaintexts,
+                 const std::string&) override
+    {
+        ciphertexts = plaintexts;
+        return true;
+    }
+    bool Decrypt(std::vector<std::string>& plaintexts, const std::vector<std::string>& ciphertexts,
+                 const std::string&) override
+    {
+        plaintexts = ciphertexts;
+        return true;
+    }
+};
+
+} // namespace
+
+struct Recorder::State {
+    std::vector<RequestParams> requests;
+    bool ours = false;
+};
+
+Recorder::Recorder() : state_(new State)
+{
+    NexwireInitParams params;
+    auto executor = std::make_unique<RecordingExecutor>(state_->requests);
+    auto encryption = std::make_unique<ClearEncryption>();
+    params.executor = executor.get();
+    params.encryption = encryption.get();
+    if (NexwireInit(params)) {
+        state_->ours = true;
+        executor.release();
+        encryption.release();
+    }
+}
+
+Recorder::~Recorder()
+{
+    if (state_->ours) {
+        NexwireUnInit();
+    }
+}
+
+Trace Recorder::Run(const Function& function)
+{
+    Call call(function);
+    std::string ignored;
+    for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
+        const Argument& argument = function.Arguments()[i];
+        if (argument.type->shape == Shape::Text && argument.input()) {
+            call.Set(i, "{" + argument.name + "}", ignored);
+        }
+    }
+    return Run(call);
+}
+
+Trace Recorder::Run(Call& call)
+{
+    state_->requests.clear();
+    call.Run();
+    Trace trace;
+    if (!state_->requests.empty()) {
+        trace.sent = true;
+        trace.request = std::move(state_->requests.back());
+        state_->requests.pop_back();
+        for (const RequestParams& request : state_->requests) {
+            trace.before.push_back(request.url);
+        }
+    }
+    return trace;
+}
+
+} // namespace catalogue
+} // namespace nexwire
