@@ -7,6 +7,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "src/Base64.h"
+
 namespace nexwire::simulator {
 namespace {
 
@@ -38,29 +40,6 @@ std::string Random(std::size_t size)
     std::string bytes(size, '\0');
     Need(RAND_bytes(Bytes(bytes), static_cast<int>(size)) == 1);
     return bytes;
-}
-
-std::string ToBase64(std::string_view bytes)
-{
-    std::string text((bytes.size() + 2) / 3 * 4 + 1, '\0');
-    const int size = EVP_EncodeBlock(Bytes(text), Bytes(bytes), static_cast<int>(bytes.size()));
-    text.resize(static_cast<std::size_t>(size));
-    return text;
-}
-
-// False when it is not canonical Base64.
-bool FromBase64(std::string_view text, std::string& bytes)
-{
-    if (text.empty() || text.size() % 4 != 0 || text.size() > INT_MAX) {
-        return false;
-    }
-    bytes.assign(text.size() / 4 * 3, '\0');
-    if (EVP_DecodeBlock(Bytes(bytes), Bytes(text), static_cast<int>(text.size())) < 0) {
-        return false;
-    }
-    const std::size_t padding = text.substr(text.size() - 2) == "==" ? 2 : text.back() == '=' ? 1 : 0;
-    bytes.resize(bytes.size() - padding);
-    return ToBase64(bytes) == text;
 }
 
 } // namespace

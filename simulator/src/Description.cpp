@@ -59,12 +59,13 @@ FilterRule MakeFilter(const Json& entry)
         {"oneOf", Test::kOneOf},           {"atLeast", Test::kAtLeast},   {"atMost", Test::kAtMost},
         {"hasElement", Test::kHasElement},
     };
-    OnlyMembers(entry, {"field", "element", "any", "equals", "contains", "startsWith", "oneOf", "atLeast", "atMost",
-                        "hasElement"});
+    OnlyMembers(entry, {"if", "field", "element", "any", "equals", "contains", "startsWith", "oneOf", "atLeast",
+                        "atMost", "hasElement"});
     FilterRule rule;
     rule.field = NeedText(entry, "field");
     rule.element = AsText(Member(entry, "element"));
     rule.any = Member(entry, "any");
+    rule.given = Member(entry, "if");
     for (const auto& [name, test] : kTests) {
         if (const Json* value = Member(entry, name)) {
             rule.value = value;
@@ -124,7 +125,7 @@ std::vector<std::string_view> Segments(std::string_view path)
 struct Description::Node {
     std::map<std::string, std::unique_ptr<Node>, std::less<>> literals;
     std::unique_ptr<Node> placeholder;
-    std::map<std::string, const Resource*, std::less<>> verbs;
+    std::map<std::string, std::vector<const Resource*>, std::less<>> verbs;
 };
 
 Description::Description(const std::vector<ResourceFile>& files) : routes_(std::make_unique<Node>())
@@ -183,10 +184,10 @@ void Description::LoadCollections(const Json& file)
 
 void Description::LoadResource(const Json& entry, const Json& file)
 {
-    OnlyMembers(entry,
-                {"about",      "path", "verb",    "root",    "body",  "do",      "service", "collection", "key",
-                 "items",      "by",   "with",    "lists",   "marks", "refuse",  "usedBy",  "filter",     "orderBy",
-                 "descending", "page", "countBy", "replace", "merge", "default", "reach",   "answer"});
+    OnlyMembers(entry, {"about",  "path",    "verb",       "root",  "body",    "do",        "service", "collection",
+                        "key",    "items",   "by",         "with",  "lists",   "marks",     "refuse",  "usedBy",
+                        "filter", "orderBy", "descending", "page",  "countBy", "replace",   "merge",   "default",
+                        "reach",  "if",      "itemBody",   "touch", "join",    "anyFilter", "answer"});
     auto resource = std::make_unique<Resource>();
     resource->module = NeedText(file, "module");
     if (ModuleCategory(resource->module) == 0) {
@@ -196,7 +197,9 @@ void Description::LoadResource(const Json& entry, const Json& file)
     resource->path = NeedText(entry, "path");
     resource->verb = NeedText(entry, "verb");
     resource->root = AsText(Member(entry, "root"));
+    resource->given = Member(entry, "if");
     resource->body = Member(entry, "body");
+    resource->itemBody = Member(entry, "itemBody");
     resource->service = AsText(Member(entry, "service"));
     resource->operation = resource->service.empty() ? MakeOperation(NeedText(entry, "do")) : Operation::kService;
     if (const Json* collection = Member(entry, "collection")) {
@@ -242,6 +245,20 @@ void Description::LoadResource(const Json& entry, const Json& file)
             throw std::runtime_error("unknown collection in \"usedBy\"");
         }
     });
+    ForEach(Member(entry, "touch"), [&](const Json& rule) {
+        OnlyMembers(rule, {"collection", "field", "has", "set"});
+        resource->touches.push_back(
+            {{NeedText(rule, "collection"), NeedText(rule, "field")}, Member(rule, "has"), Member(rule, "set")});
+        if (resource->touches.back().values == nullptr) {
+            throw std::runtime_error("a touch sets nothing");
+        }
+    });
+    ForEach(Member(entry, "join"), [&](const Json& rule) {
+        OnlyMembers(rule, {"member", "collection", "by", "take"});
+        resource->joins.push_back(
+            {NeedText(rule, "member"), NeedText(rule, "collection"), NeedText(rule, "by"), NeedText(rule, "take")});
+    });
+    resource->anyFilter = AsBool(Member(entry, "anyFilter"));
     ForEach(Member(entry, "filter"), [&](const Json& rule) { resource->filters.push_back(MakeFilter(rule)); });
     resource->orderBy = AsText(Member(entry, "orderBy"));
     resource->descending = AsBool(Member(entry, "descending"));
@@ -288,23 +305,27 @@ void Description::AddRoute(Resource& resource)
         }
         node = next->get();
     }
-    if (!node->verbs.emplace(resource.verb, &resource).second) {
-        throw std::runtime_error("another resource has this path and verb");
+    auto& same = node->verbs[resource.verb];
+    for (const Resource* other : same) {
+        if (other->root == resource.root && other->given == nullptr) {
+            throw std::runtime_error("another resource has this path, verb and root");
+        }
     }
+    same.push_back(&resource);
 }
 
-const Resource* Description::Walk(const Node& node, const std::vector<std::string_view>& segments, std::size_t at,
-                                  std::string_view verb, Route& route)
+const std::vector<const Resource*>* Description::Walk(const Node& node, const std::vector<std::string_view>& segments,
+                                                      std::size_t at, std::string_view verb, Route& route)
 {
     if (at == segments.size()) {
         route.pathKnown = route.pathKnown || !node.verbs.empty();
         const auto found = node.verbs.find(verb);
-        return found == node.verbs.end() ? nullptr : found->second;
+        return found == node.verbs.end() ? nullptr : &found->second;
     }
     const auto literal = node.literals.find(segments[at]);
     if (literal != node.literals.end()) {
-        if (const Resource* resource = Walk(*literal->second, segments, at + 1, verb, route)) {
-            return resource;
+        if (const auto* resources = Walk(*literal->second, segments, at + 1, verb, route)) {
+            return resources;
         }
     }
     if (node.placeholder != nullptr && !segments[at].empty()) {
@@ -320,9 +341,9 @@ Description::Route Description::Find(std::string_view verb, std::string_view pat
         return route;
     }
     const std::vector<std::string_view> segments = Segments(path);
-    route.resource = Walk(*routes_, segments, 0, verb, route);
-    if (route.resource != nullptr) {
-        const std::vector<std::string_view> pattern = Segments(route.resource->path);
+    if (const auto* resources = Walk(*routes_, segments, 0, verb, route)) {
+        route.resources = *resources;
+        const std::vector<std::string_view> pattern = Segments(resources->front()->path);
         for (std::size_t i = 0; i < pattern.size(); ++i) {
             if (pattern[i].size() > 2 && pattern[i].front() == '{') {
                 const std::string_view inside = pattern[i].substr(1, pattern[i].size() - 2);

@@ -38,6 +38,7 @@ struct FilterRule {
     Test test = Test::kEquals;
     const Json* value = nullptr; ///< Template of the value; empty text, empty list and nothing mean "no condition".
     const Json* any = nullptr;   ///< Values that mean "no condition" as well, or null.
+    const Json* given = nullptr; ///< Template; the rule counts only when it is true.
 };
 
 /// A list of the body that is added to, or removed from, a list of the document.
@@ -61,10 +62,25 @@ struct RefuseRule {
     Reason reason = Reason::kNone;
 };
 
-/// Refuses the removal of a document that another one names.
+/// Documents elsewhere that hold a document's key: its removal is refused, a query tells it as "isUsed".
 struct UseRule {
     std::string collection;
     std::string field;
+};
+
+/// Documents elsewhere that hold a document's key and change with it; they are named "touched".
+struct TouchRule {
+    UseRule where;
+    const Json* has = nullptr; ///< Only those with one of these values, or null.
+    const Json* values = nullptr;
+};
+
+/// A member that is looked up in the document that another member names.
+struct JoinRule {
+    std::string member;
+    std::string collection;
+    std::string by;
+    std::string take;
 };
 
 enum class Operation { kReply, kCreate, kQuery, kGet, kModify, kRemove, kCount, kKeep, kRecall, kService };
@@ -74,21 +90,26 @@ struct Resource {
     std::string module;
     std::string verb;
     std::string path;
-    std::string root;           ///< Empty: the body is not looked at.
-    const Json* body = nullptr; ///< Shape of the root object, or null.
+    std::string root;            ///< Empty: the body is not looked at.
+    const Json* given = nullptr; ///< Members that the root object must have for this resource to be meant, or null.
+    const Json* body = nullptr;  ///< Shape of the root object, or null.
     Operation operation = Operation::kReply;
     std::string service;
     std::string before; ///< Service that runs first, for all resources of a file.
     const Collection* collection = nullptr;
-    const Json* key = nullptr;   ///< Template of the document's key.
-    const Json* items = nullptr; ///< Template of a list: the operation runs once per element, with results.
-    std::vector<std::string> by; ///< Members that identify a document instead of its key.
-    const Json* with = nullptr;  ///< Template of members added to what is stored.
+    const Json* key = nullptr;      ///< Template of the document's key.
+    const Json* items = nullptr;    ///< Template of a list: the operation runs once per element, with results.
+    const Json* itemBody = nullptr; ///< Shape of an element; what does not fit is a result, not a refusal.
+    std::vector<std::string> by;    ///< Members that identify a document instead of its key.
+    const Json* with = nullptr;     ///< Template of members added to what is stored.
     std::vector<ListRule> lists;
     std::vector<MarkRule> marks;
     std::vector<RefuseRule> refusals;
     std::vector<UseRule> uses;
+    std::vector<TouchRule> touches;
+    std::vector<JoinRule> joins;
     std::vector<FilterRule> filters;
+    bool anyFilter = false; ///< One filter is enough.
     std::string orderBy;
     bool descending = false;
     const Json* pageSize = nullptr;
@@ -112,8 +133,9 @@ public:
     ~Description();
 
     struct Route {
-        const Resource* resource = nullptr; ///< Null: nothing takes this path and verb.
-        bool pathKnown = false;             ///< The path exists, for another verb.
+        /// Those that share path and verb and are told apart by their root or members; empty: nothing takes it.
+        std::vector<const Resource*> resources;
+        bool pathKnown = false; ///< The path exists, for another verb.
         std::map<std::string, std::string, std::less<>> placeholders;
     };
     Route Find(std::string_view verb, std::string_view path) const;
@@ -129,8 +151,8 @@ private:
     void LoadCollections(const Json& file);
     void LoadResource(const Json& entry, const Json& file);
     void AddRoute(Resource& resource);
-    static const Resource* Walk(const Node& node, const std::vector<std::string_view>& segments, std::size_t at,
-                                std::string_view verb, Route& route);
+    static const std::vector<const Resource*>* Walk(const Node& node, const std::vector<std::string_view>& segments,
+                                                    std::size_t at, std::string_view verb, Route& route);
 
     std::vector<Document> documents_;
     std::map<std::string, Collection, std::less<>> collections_;

@@ -48,7 +48,7 @@ std::string HoldingKey(std::string_view device, std::string_view group, std::str
 
 Condition Equals(const char* field, std::string_view value)
 {
-    return {field, Test::kEquals, StoreValue(std::string(value)), {}};
+    return {field, Test::kEquals, StoreValue(std::string(value))};
 }
 
 rapidjson::SizeType SizeOf(const Json& object, const char* list)
@@ -157,7 +157,7 @@ void Carry(Call& call, const Json& download, Json& device, std::int64_t through)
 // Brings every running download up to date with the clock.
 void Settle(Call& call)
 {
-    call.Each({kDownloads, {{"running", Test::kEquals, StoreValue(std::int64_t{1}), {}}}, {}, false, 0, -1},
+    call.Each({kDownloads, {{"running", Test::kEquals, StoreValue(std::int64_t{1})}}},
               [&](const std::string& group, Json& download) {
                   bool complete = true;
                   bool failed = false;
@@ -215,7 +215,7 @@ std::vector<std::string> DevicesOf(Call& call, const Json& group, std::string_vi
         }
     }
     if (held) {
-        call.Each({kHoldings, {Equals("groupGuid", guid)}, {}, false, 0, -1},
+        call.Each({kHoldings, {Equals("groupGuid", guid)}},
                   [&](const std::string&, Json& holding) { add(AsText(Member(holding, "deviceGuid"))); });
     }
     return devices;
@@ -230,12 +230,11 @@ void DropLeavers(Call& call, const Json& group, std::string_view guid)
             members.insert(HoldingKey(device, guid, AsText(Member(person, "personnelGuid"))));
         }
     }
-    call.store.Select({kHoldings, {Equals("groupGuid", guid)}, {}, false, 0, -1},
-                      [&](const std::string& key, const std::string&) {
-                          if (members.count(key) == 0) {
-                              call.store.Erase(kHoldings, key);
-                          }
-                      });
+    call.store.Select({kHoldings, {Equals("groupGuid", guid)}}, [&](const std::string& key, const std::string&) {
+        if (members.count(key) == 0) {
+            call.store.Erase(kHoldings, key);
+        }
+    });
 }
 
 void StartGroup(Call& call, const Json& order, double stepMs)
@@ -547,7 +546,7 @@ void Check(Call& call)
         }
     }
     const std::string_view schedule = AsText(Member(*call.body, "scheduleGuid"));
-    Selection touching{kGroups, {}, {}, false, 0, -1};
+    Selection touching{kGroups};
     touching.conditions.push_back({"personnelResList", Test::kHasElement,
                                    StoreValue(PrintJson(*Member(*call.body, "personGuidList"))), "personnelGuid"});
     touching.conditions.push_back(
@@ -564,12 +563,11 @@ void Check(Call& call)
 void EachHeld(Call& call, const std::function<void(const Json& holding)>& each)
 {
     std::set<std::string, std::less<>> seen;
-    call.Each({kHoldings, {Equals("deviceGuid", call.placeholders["device"])}, {}, false, 0, -1},
-              [&](const std::string&, Json& holding) {
-                  if (seen.emplace(AsText(Member(holding, "personnelGuid"))).second) {
-                      each(holding);
-                  }
-              });
+    call.Each({kHoldings, {Equals("deviceGuid", call.placeholders["device"])}}, [&](const std::string&, Json& holding) {
+        if (seen.emplace(AsText(Member(holding, "personnelGuid"))).second) {
+            each(holding);
+        }
+    });
 }
 
 Json HeldEntry(Call& call, const Json& holding)

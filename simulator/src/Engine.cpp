@@ -172,7 +172,7 @@ void CheckUnique(Call& call, std::string_view key, const Json& document)
 {
     const Collection& collection = *call.resource.collection;
     for (const auto& fields : collection.unique) {
-        Selection same{collection.name, {}, {}, false, 0, 2};
+        Selection same{collection.name};
         std::string what;
         for (const std::string& field : fields) {
             const Json* value = AtPath(document, field);
@@ -181,7 +181,7 @@ void CheckUnique(Call& call, std::string_view key, const Json& document)
                 same.conditions.clear();
                 break;
             }
-            same.conditions.push_back({field, Test::kEquals, *compared, {}});
+            same.conditions.push_back({field, Test::kEquals, *compared});
             what += (what.empty() ? "" : ", ") + field + " " + PrintJson(*value);
         }
         if (same.conditions.empty()) {
@@ -195,10 +195,18 @@ void CheckUnique(Call& call, std::string_view key, const Json& document)
     }
 }
 
+bool Truth(const Json& value)
+{
+    return value.IsBool() ? value.GetBool() : value.IsNumber() ? AsInt(&value) != 0 : !AsText(&value).empty();
+}
+
 std::vector<Condition> Conditions(Call& call)
 {
     std::vector<Condition> conditions;
     for (const FilterRule& rule : call.resource.filters) {
+        if (rule.given != nullptr && !Truth(call.Fill(*rule.given))) {
+            continue;
+        }
         const Json value = call.Fill(*rule.value);
         if (value.IsNull() || AsText(&value, "-").empty() || (value.IsArray() && value.Empty())) {
             continue;
@@ -217,7 +225,7 @@ std::vector<Condition> Conditions(Call& call)
         if (!compared) {
             throw Refusal(Reason::kWrongType, rule.field);
         }
-        conditions.push_back({rule.field, rule.test, *compared, {}});
+        conditions.push_back({rule.field, rule.test, *compared});
     }
     return conditions;
 }
@@ -236,14 +244,14 @@ std::string Locate(Call& call, const Json& source)
         const Json more = call.Fill(*call.resource.with);
         Merge(call, more, full);
     }
-    Selection same{collection.name, {}, {}, false, 0, 1};
+    Selection same{collection.name};
     for (const std::string& field : call.resource.by) {
         const Json* value = Member(full, field);
         const auto compared = value == nullptr ? std::nullopt : ToStoreValue(*value);
         if (!compared) {
             throw Refusal(Reason::kMissingField, field);
         }
-        same.conditions.push_back({field, Test::kEquals, *compared, {}});
+        same.conditions.push_back({field, Test::kEquals, *compared});
     }
     std::string key;
     call.store.Select(same, [&](const std::string& found, const std::string&) { key = found; });
@@ -254,8 +262,12 @@ std::string LocateOrRefuse(Call& call, const Json& source)
 {
     const std::string key = Locate(call, source);
     if (key.empty()) {
-        const std::string named = call.FillText(call.resource.key);
-        throw Refusal(Reason::kUnknownGuid, "\"" + (named.empty() ? std::string(AsText(&source)) : named) + "\"");
+        std::string named = source.IsString() ? std::string(AsText(&source)) : call.FillText(call.resource.key);
+        for (const std::string& field : call.resource.by) {
+            const Json* value = Member(source, field);
+            named += value == nullptr ? "" : (named.empty() ? "" : ", ") + std::string(AsText(value));
+        }
+        throw Refusal(Reason::kUnknownGuid, "\"" + named + "\"");
     }
     return key;
 }
@@ -271,6 +283,55 @@ Json MakeResult(Call& call, std::string_view guid, Reason reason, std::string_vi
     SetMember(result, "codeText", MakeText(std::to_string(category) + "-" + std::to_string(number), memory), memory);
     SetMember(result, "msg", MakeText(message, memory), memory);
     return result;
+}
+
+// Whether one of the resource's use rules finds the key somewhere.
+bool Used(Call& call, const std::string& key)
+{
+    const auto& uses = call.resource.uses;
+    return std::any_of(uses.begin(), uses.end(), [&](const UseRule& use) {
+        return call.store.Count({use.collection, {{use.field, Test::kEquals, StoreValue(key)}}}) > 0;
+    });
+}
+
+// Changes what depends on the document and names it.
+void Touch(Call& call, const std::string& key)
+{
+    Json touched(rapidjson::kArrayType);
+    for (const TouchRule& rule : call.resource.touches) {
+        Selection selection{rule.where.collection, {{rule.where.field, Test::kEquals, StoreValue(key)}}};
+        if (rule.has != nullptr) {
+            for (const auto& member : rule.has->GetObject()) {
+                selection.conditions.push_back(
+                    {std::string(AsText(&member.name)), Test::kOneOf, StoreValue(PrintJson(member.value))});
+            }
+        }
+        call.Each(selection, [&](const std::string& other, Json& document) {
+            const Json values = call.Fill(*rule.values);
+            for (const auto& member : values.GetObject()) {
+                SetMember(document, AsText(&member.name), Copy(member.value, call.Memory()), call.Memory());
+            }
+            call.Save(rule.where.collection, other, document);
+            touched.PushBack(MakeText(other, call.Memory()), call.Memory());
+        });
+    }
+    call.Define("touched", std::move(touched));
+}
+
+// What a stored document shows to a caller.
+void Present(Call& call, const std::string& key, Json& document)
+{
+    DropInternals(document);
+    for (const JoinRule& join : call.resource.joins) {
+        const Json other = call.Load(join.collection, AsText(AtPath(document, join.by)));
+        const Json* value = Member(other, join.take);
+        if (value != nullptr) {
+            SetMember(document, join.member, Copy(*value, call.Memory()), call.Memory());
+        }
+    }
+    if (!call.resource.uses.empty()) {
+        SetMember(document, "isUsed", Json(Used(call, key)), call.Memory());
+    }
 }
 
 // Tells devices of a change: a result for each.
@@ -316,6 +377,9 @@ void ForItems(Call& call, const std::function<std::pair<std::string, Json>(const
         call.Name("item", item);
         Json result;
         try {
+            if (call.resource.itemBody != nullptr) {
+                CheckShape(call, *call.resource.itemBody, item, "item");
+            }
             // A plain identifier changes nothing by itself.
             auto [key, document] = one(item.IsString() && call.resource.with != nullptr ? nothing : item);
             DropInternals(document);
@@ -333,6 +397,41 @@ void ForItems(Call& call, const std::function<std::pair<std::string, Json>(const
     call.Define("docs", std::move(docs));
     call.Define("guids", std::move(guids));
     call.Define("results", std::move(results));
+}
+
+// Which of the resources of a path and verb the body is for. `root` is the body's root object, in `parsed`.
+const Resource& Choose(const std::vector<const Resource*>& resources, const std::string& body, Document& parsed,
+                       const Json*& root)
+{
+    if (resources.size() == 1 && resources.front()->root.empty()) {
+        return *resources.front();
+    }
+    std::string error;
+    if (!ParseJson(parsed, body, error)) {
+        throw Refusal(Reason::kNotJson, error);
+    }
+    std::string expected;
+    for (const Resource* resource : resources) {
+        expected += (expected.empty() ? "\"" : " or \"") + resource->root + "\"";
+        if (!parsed.IsObject() || parsed.MemberCount() != 1) {
+            continue;
+        }
+        root = resource->root == "*" ? &parsed.MemberBegin()->value : Member(parsed, resource->root);
+        if (root == nullptr) {
+            continue;
+        }
+        bool meant = true;
+        if (resource->given != nullptr) {
+            for (const auto& member : resource->given->GetObject()) {
+                const Json* value = Member(*root, AsText(&member.name));
+                meant = meant && value != nullptr && *value == member.value;
+            }
+        }
+        if (meant) {
+            return *resource;
+        }
+    }
+    throw Refusal(Reason::kMissingRoot, "expected an object with the one member " + expected);
 }
 
 } // namespace
@@ -516,27 +615,15 @@ void Engine::Seed()
 Answer Engine::Handle(const Request& request)
 {
     const Description::Route route = description_.Find(request.verb, request.path);
-    if (route.resource == nullptr) {
+    if (route.resources.empty()) {
         return RefuseOutright(404, route.pathKnown ? Reason::kWrongVerb : Reason::kUnknownPath,
                               request.verb + " " + request.path);
     }
-    const Resource& resource = *route.resource;
-    const int category = ModuleCategory(resource.module);
+    const int category = ModuleCategory(route.resources.front()->module);
     try {
         Document parsed;
         const Json* root = nullptr;
-        if (!resource.root.empty()) {
-            std::string error;
-            if (!ParseJson(parsed, request.body, error)) {
-                throw Refusal(Reason::kNotJson, error);
-            }
-            root = resource.root == "*" && parsed.IsObject() && parsed.MemberCount() == 1
-                       ? &parsed.MemberBegin()->value
-                       : Member(parsed, resource.root);
-            if (root == nullptr || parsed.MemberCount() != 1) {
-                throw Refusal(Reason::kMissingRoot, "expected an object with the one member \"" + resource.root + "\"");
-            }
-        }
+        const Resource& resource = Choose(route.resources, request.body, parsed, root);
         Store::Transaction transaction(store_);
         Call call(description_, resource, transaction);
         call.placeholders = route.placeholders;
@@ -650,7 +737,8 @@ void Engine::Create(Call& call)
 void Engine::Query(Call& call)
 {
     Selection selection{
-        call.resource.collection->name, Conditions(call), call.resource.orderBy, call.resource.descending, 0, -1};
+        call.resource.collection->name, Conditions(call), call.resource.orderBy, call.resource.descending, 0, -1,
+        call.resource.anyFilter};
     const auto number = [&](const Json* pattern) {
         const Json value = pattern == nullptr ? Json() : call.Fill(*pattern);
         return std::max<std::int64_t>(AsInt(&value), 0);
@@ -663,8 +751,8 @@ void Engine::Query(Call& call)
                                                            : (std::max<std::int64_t>(page, 1) - 1) * size;
     }
     Json docs(rapidjson::kArrayType);
-    call.Each(selection, [&](const std::string&, Json& document) {
-        DropInternals(document);
+    call.Each(selection, [&](const std::string& key, Json& document) {
+        Present(call, key, document);
         docs.PushBack(document, call.Memory());
     });
     const std::int64_t total = size > 0 ? call.store.Count(selection) : std::int64_t{docs.Size()};
@@ -677,7 +765,7 @@ void Engine::Get(Call& call)
     const Json nothing(rapidjson::kObjectType);
     const std::string key = LocateOrRefuse(call, call.body == nullptr ? nothing : *call.body);
     Json document = call.Need(*call.resource.collection, key);
-    DropInternals(document);
+    Present(call, key, document);
     call.Define("guid", MakeText(key, call.Memory()));
     call.Define("doc", std::move(document));
 }
@@ -696,6 +784,7 @@ void Engine::Modify(Call& call)
         SetMember(document, collection.key, MakeText(key, call.Memory()), call.Memory());
         CheckUnique(call, key, document);
         call.Save(collection.name, key, document);
+        Touch(call, key);
         return std::make_pair(key, std::move(document));
     });
 }
@@ -707,11 +796,8 @@ void Engine::Remove(Call& call)
         Json document = call.Need(collection, key);
         const Json nothing(rapidjson::kObjectType);
         CheckRefusals(call, nothing, document);
-        for (const UseRule& use : call.resource.uses) {
-            if (call.store.Count({use.collection, {{use.field, Test::kEquals, StoreValue(key), {}}}, {}, false, 0, 1}) >
-                0) {
-                throw Refusal(Reason::kInUse, "\"" + key + "\"");
-            }
+        if (Used(call, key)) {
+            throw Refusal(Reason::kInUse, "\"" + key + "\"");
         }
         call.store.Erase(collection.name, key);
         return document;
@@ -726,12 +812,12 @@ void Engine::Remove(Call& call)
         });
         return;
     }
-    Selection selection{collection.name, Conditions(call), {}, false, 0, -1};
-    if (selection.conditions.empty()) {
-        throw Refusal(Reason::kMissingField, "nothing says what to remove");
-    }
+    Selection selection{collection.name, Conditions(call)};
+    selection.any = call.resource.anyFilter;
     std::vector<std::string> keys;
-    call.store.Select(selection, [&](const std::string& key, const std::string&) { keys.push_back(key); });
+    if (!selection.conditions.empty()) { // Without a condition nothing is meant, not everything.
+        call.store.Select(selection, [&](const std::string& key, const std::string&) { keys.push_back(key); });
+    }
     Json guids(rapidjson::kArrayType);
     for (const std::string& key : keys) {
         removeOne(key);
@@ -744,16 +830,15 @@ void Engine::Count(Call& call)
 {
     std::map<std::string, std::pair<Json, std::int64_t>> counts;
     std::int64_t total = 0;
-    call.Each({call.resource.collection->name, Conditions(call), {}, false, 0, -1},
-              [&](const std::string&, Json& document) {
-                  ++total;
-                  const Json* value = AtPath(document, call.resource.countBy);
-                  if (value != nullptr) {
-                      auto& slot = counts[PrintJson(*value)];
-                      slot.first = Copy(*value, call.Memory());
-                      ++slot.second;
-                  }
-              });
+    call.Each({call.resource.collection->name, Conditions(call)}, [&](const std::string&, Json& document) {
+        ++total;
+        const Json* value = AtPath(document, call.resource.countBy);
+        if (value != nullptr) {
+            auto& slot = counts[PrintJson(*value)];
+            slot.first = Copy(*value, call.Memory());
+            ++slot.second;
+        }
+    });
     Json docs(rapidjson::kArrayType);
     for (auto& [text, slot] : counts) {
         Json entry(rapidjson::kObjectType);

@@ -87,6 +87,7 @@ public:
             Services services;
             AddEncryption(services, MakeCipher(*store_));
             AddDownloads(services, options_.timeScale);
+            AddDeviceChannel(services, *description_);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
         } catch (const std::exception& failure) {

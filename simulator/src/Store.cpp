@@ -56,10 +56,12 @@ std::string Holds(const Condition& condition)
 std::string Where(const Selection& selection)
 {
     std::string sql = " FROM documents WHERE collection=?";
+    const char* joint = " AND (";
     for (const Condition& condition : selection.conditions) {
-        sql += " AND " + Holds(condition);
+        sql += joint + Holds(condition);
+        joint = selection.any ? " OR " : ") AND (";
     }
-    return sql;
+    return selection.conditions.empty() ? sql : sql + ")";
 }
 
 } // namespace

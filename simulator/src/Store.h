@@ -31,17 +31,18 @@ enum class Test { kEquals, kContains, kStartsWith, kOneOf, kAtLeast, kAtMost, kH
 struct Condition {
     std::string field; ///< Member of the document, dots lead into nested objects.
     Test test = Test::kEquals;
-    StoreValue value;    ///< For `kOneOf` and `kHasElement` the text of a JSON list.
-    std::string element; ///< For `kHasElement`: the member of the list's elements to compare; empty for plain texts.
+    StoreValue value;      ///< For `kOneOf` and `kHasElement` the text of a JSON list.
+    std::string element{}; ///< For `kHasElement`: the member of the list's elements to compare; empty for plain texts.
 };
 
 struct Selection {
     std::string collection;
-    std::vector<Condition> conditions; ///< All of them must hold.
-    std::string orderBy;               ///< Member to sort by; empty keeps the order of creation.
+    std::vector<Condition> conditions{}; ///< All of them must hold, or one with `any`.
+    std::string orderBy{};               ///< Member to sort by; empty keeps the order of creation.
     bool descending = false;
     std::int64_t offset = 0;
     std::int64_t limit = -1; ///< Negative: all.
+    bool any = false;
 };
 
 /// JSON documents in named collections, kept in SQLite. Everything happens inside a `Transaction`, one at a time.
