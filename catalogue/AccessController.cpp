@@ -1,5 +1,12 @@
 #include "catalogue/Modules.h"
 #include "nexwire/AccessGroup.h"
+#include "nexwire/AccessPlan.h"
+#include "nexwire/EventCardLinkage.h"
+#include "nexwire/FirstPerson.h"
+#include "nexwire/Intercom.h"
+#include "nexwire/LadderControlRelay.h"
+#include "nexwire/PictureCache.h"
+#include "nexwire/VerifyMode.h"
 #include "nexwire/Wiegand.h"
 
 namespace nexwire {
@@ -13,9 +20,9 @@ NEXWIRE_MODULE(AccessController,
     NEXWIRE_OPERATION(CAccessGroupComm, downloadAccessGroups, "groupGuids, deleteGroup, downloadMode"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupName, "groupGuid, name, code"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupSchedule, "groupGuid, scheduleGuid, code"),
-    NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupDescription, "groupGuid, description"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupPersons, "groupGuid, code"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupObjects, "groupGuid, code"),
+    NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupDescription, "groupGuid, description"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyFaceStatusByDeviceGuid, "deviceGuid"),
     NEXWIRE_OPERATION(CAccessGroupComm, modifyIrisStatusByDeviceGuid, "deviceGuid"),
     NEXWIRE_OPERATION(CAccessGroupComm, getAccessGroupDownloadProgress, "groupGuid"),
@@ -29,8 +36,51 @@ NEXWIRE_MODULE(AccessController,
     NEXWIRE_OPERATION(personDownloadedComm, getDownloadedCard, "deviceGuid"),
     NEXWIRE_OPERATION(CStopApplyPerGroup, request, "groupGuid"),
     NEXWIRE_OPERATION(CReApplyFailedInfo, request, "groupGuid"),
+
     NEXWIRE_OPERATION(CGetWiegands, request, ""),
     NEXWIRE_OPERATION(CSetWiegand, request, ""),
+    NEXWIRE_OPERATION(AcsCustomWiegandConfig, setAcsChannelControlParamRequest, "deviceGuid"),
+
+    NEXWIRE_OPERATION(ACPlanTemplate, getAllBasicPlans, ""),
+    NEXWIRE_OPERATION(ACPlanTemplate, addPlans, ""),
+    NEXWIRE_OPERATION(ACPlanTemplate, deletePlans, ""),
+    NEXWIRE_OPERATION(ACPlanTemplate, getPlan, "planGuid"),
+    NEXWIRE_OPERATION(ACPlanTemplate, modifyPlan, "planGuid"),
+    NEXWIRE_OPERATION(ACPlanTemplate, getAccessGroupGuids, "planGuid"),
+
+    NEXWIRE_OPERATION(CPersonnelVerify, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetPersonnelVerify, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetPersonnelVerify, requestValues, "deviceGuid"),
+
+    NEXWIRE_OPERATION(FirstPersonOpenDoor, addDatas, ""),
+    NEXWIRE_OPERATION(FirstPersonOpenDoor, deleteDatas, ""),
+    NEXWIRE_OPERATION(FirstPersonOpenDoor, queryDatas, "guid"),
+
+    NEXWIRE_OPERATION(DialLogComm, getDialLogs, ""),
+    NEXWIRE_OPERATION(DialLogComm, addDialLog, ""),
+    NEXWIRE_OPERATION(DialLogComm, deleteDialLogs, ""),
+    NEXWIRE_OPERATION(DialLogComm, resourceControlGateway, "deviceGuid"),
+    NEXWIRE_OPERATION(DialLogComm, corvidKestrelControlGateway, "deviceGuid"),
+    NEXWIRE_OPERATION(DialLogComm, remoteControlGateway, "deviceGuid"),
+    NEXWIRE_OPERATION(DialLogComm, getKestrelControlGatewayCap, "deviceGuid"),
+    NEXWIRE_OPERATION(DialLogComm, getOutDoorUnitInfo, "deviceGuid"),
+    NEXWIRE_OPERATION(NoticeLogComm, getNoticeLogs, ""),
+    NEXWIRE_OPERATION(NoticeLogComm, addNoticeLog, ""),
+    NEXWIRE_OPERATION(NoticeLogComm, deleteNoticeLogs, ""),
+    NEXWIRE_OPERATION(NoticeLogComm, sendNotice, "deviceGuid"),
+
+    NEXWIRE_OPERATION(LadderControlRelay, getLadderControlRelayCfg, "deviceGuid, relayNo"),
+    NEXWIRE_OPERATION(LadderControlRelay, setLadderControlRelayCfg, "deviceGuid, relayNo"),
+    NEXWIRE_OPERATION(LadderControlRelaySession, getAllLadderControlRelays, ""),
+    NEXWIRE_OPERATION(LadderControlRelaySession, addLadderControlRelays, ""),
+    NEXWIRE_OPERATION(LadderControlRelaySession, deleteLadderControlRelays, ""),
+    NEXWIRE_OPERATION(LadderControlRelaySession, modifyLadderControlRelays, "output"),
+
+    NEXWIRE_OPERATION(EventCardLinkage, requestGET, "deviceGuid, linkageNo"),
+    NEXWIRE_OPERATION(EventCardLinkage, requestSET, "deviceGuid, linkageNo"),
+    NEXWIRE_OPERATION(EventCardLinkage, requestClear, "deviceGuid, linkageNo"),
+
+    NEXWIRE_OPERATION(CClearDAGPictureCache, request, ""),
 )
 // clang-format on
 

@@ -130,6 +130,14 @@ bool Call::Set(std::size_t index, const std::string& text, std::string& error)
     return true;
 }
 
+void Call::Sample(std::size_t index)
+{
+    const TypeOps& type = *function_.Arguments()[index].type;
+    if (type.sample != nullptr) {
+        type.sample(values_[index]);
+    }
+}
+
 Outcome Call::Run()
 {
     return function_.Line().call(values_.data());

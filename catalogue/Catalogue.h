@@ -94,6 +94,9 @@ public:
     bool Set(const std::string& name, const std::string& text, std::string& error);
     bool Set(std::size_t index, const std::string& text, std::string& error);
 
+    /// Fills a record so that every member shows; leaves other arguments alone.
+    void Sample(std::size_t index);
+
     /// Runs the function; the library must be initialised.
     Outcome Run();
 

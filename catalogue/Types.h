@@ -47,6 +47,9 @@ struct TypeOps {
     std::string (*name)();
     /// The wire table of a structure or of a list's element; null for everything else.
     const core::FieldTable* (*fields)();
+    /// Fills a record so that every member shows: texts with their name in braces, lists with one element. Null for
+    /// everything else.
+    void (*sample)(void* value);
 };
 
 // Readers and writers by shape.
@@ -87,7 +90,8 @@ struct TypeOf;
         }                                                                                                              \
         static std::string Write(const void* value) { return writeExpression; }                                        \
         static std::string Name() { return spelled; }                                                                  \
-        static constexpr TypeOps ops = {shape_, Create, Destroy, Read, Write, Name, TypeOpsBase<T>::NoFields};         \
+        static constexpr TypeOps ops = {                                                                               \
+            shape_, Create, Destroy, Read, Write, Name, TypeOpsBase<T>::NoFields, nullptr};                            \
     };
 
 NEXWIRE_PLAIN_TYPE(std::string, Shape::Text, "std::string", ReadText(As(value), text), WriteText(As(value)))
@@ -113,7 +117,7 @@ struct TypeOf<T, std::enable_if_t<std::is_base_of<protocol::IJSONStruct, T>::val
     static bool Read(void* value, const std::string& text) { return ReadStructure(Base::As(value), *Fields(), text); }
     static std::string Write(const void* value) { return WriteStructure(Base::As(value)); }
     static std::string Name() { return Fields()->name; }
-    static constexpr TypeOps ops = {Shape::Structure, Base::Create, Base::Destroy, Read, Write, Name, Fields};
+    static constexpr TypeOps ops = {Shape::Structure, Base::Create, Base::Destroy, Read, Write, Name, Fields, nullptr};
 };
 
 template <class T>
@@ -137,7 +141,8 @@ struct TypeOf<std::vector<T>> : TypeOpsBase<std::vector<T>> {
                                     Read,
                                     Write,
                                     Name,
-                                    TypeOf<T>::ops.fields};
+                                    TypeOf<T>::ops.fields,
+                                    nullptr};
 };
 
 } // namespace catalogue

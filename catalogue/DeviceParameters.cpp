@@ -1,0 +1,145 @@
+#include "catalogue/Modules.h"
+#include "nexwire/AcsParam.h"
+#include "nexwire/AntiBack.h"
+#include "nexwire/CardReaderAuth.h"
+#include "nexwire/DeviceConfig.h"
+
+namespace nexwire {
+namespace catalogue {
+
+// The overloads of the configuration interface are told apart by their structure alone.
+#define GET_CONFIG(Structure)                                                                                          \
+    NEXWIRE_OVERLOAD(cfginterface, getConfigRequest, "deviceGuid, condition",                                          \
+                     bool(protocol::Structure&, const std::string&, const std::string&))
+#define SET_CONFIG(Structure)                                                                                          \
+    NEXWIRE_OVERLOAD(cfginterface, setConfigRequest, "deviceGuid", bool(const std::string&, const protocol::Structure&))
+
+// clang-format off
+NEXWIRE_MODULE(DeviceParameters,
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsHostAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsHostParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setAcsHostParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getFaceReModeAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getFaceReModeParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getFaceReModeParamRequestINTERNAL, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setFaceReModeParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getFaceCardReaderAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsDoorAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsDoorParamRequest, "deviceGuid, doorNo"),
+    NEXWIRE_OPERATION(AcsParamConfig, setAcsDoorParamRequest, "deviceGuid, doorNo"),
+    NEXWIRE_OPERATION(AcsParamConfig, getCardReaderAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getCardReaderParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setCardReaderParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsAlarmOutAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsAlarmOutParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setAcsAlarmOutParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsAlarmInAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsAlarmInParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setAcsAlarmInParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsChannelControlAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getAcsChannelControlParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setAcsChannelControlParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getNFCAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getNFCConfigRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setNFCConfigRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getRFCardAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, getRFCardConfigRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsParamConfig, setRFCardConfigRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(IntercomParamConfig, getIntercomDeviceInfo, "deviceGuid"),
+    NEXWIRE_OPERATION(AcsDeviceStateConfig, getAcsDeviceStateRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetAcsWorkStatus, request, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityComm, requestTotalCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityComm, requestAcsCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityComm, requestPersonCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityCommExtrnal, requestTotalCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityCommExtrnal, requestAcsCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(accessCapabilityCommExtrnal, requestPersonCapability, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetAcsCommonCap, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetAcsCommonCap, requestInternal, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetIntercomCommonCap, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetCaptureAbility, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetFDLibCapability, request, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetALgorithmInfo, request, "deviceGuid"),
+    NEXWIRE_OPERATION(GetFaceIdFromDev, request, "deviceGuid"),
+    NEXWIRE_OPERATION(GetCardNumber, requestCardNum, "deviceGuid"),
+    NEXWIRE_OPERATION(GetCardNumber, requestCardNumByInternalUrl, "deviceGuid"),
+    NEXWIRE_OPERATION(GetUserNumber, requestUserNum, "deviceGuid"),
+    NEXWIRE_OPERATION(GetUserNumber, requestUserNumByInternalUrl, "deviceGuid"),
+    NEXWIRE_OPERATION(GetFaceNumber, requestFaceNum, "deviceGuid"),
+    NEXWIRE_OPERATION(GetFaceNumber, requestFaceNumByInternalUrl, "deviceGuid"),
+    NEXWIRE_OPERATION(GetFingerPrintNumber, requestFingerPrintNum, "deviceGuid"),
+    NEXWIRE_OPERATION(GetFingerPrintNumber, requestFingerPrintNumByInternalUrl, "deviceGuid"),
+    NEXWIRE_OPERATION(GetIrisNumber, requestIrisNum, "deviceGuid"),
+    NEXWIRE_OPERATION(GetIrisNumber, requestIrisNumByInternalUrl, "deviceGuid"),
+
+    NEXWIRE_OPERATION(AntiBack, getClearRecordCapRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getAntiBackParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, setAntiBackParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getCardReaderAntiBackParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, setCardReaderAntiBackParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, clearAntiBackParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, clearAntiBackRecordRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getAntiBackRestRulesCapRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getAntiBackResetRuleParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, setAntiBackResetRuleParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getAntiBackNTScheduleCapRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, getAntiBackNTScheduleParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(AntiBack, setAntiBackNTScheduleParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetMultiDoorInterLock, getMultiDoorInterLockInfo, "deviceGuid"),
+    NEXWIRE_OPERATION(CGetMultiDoorInterLock, setMultiDoorInterLockInfo, "deviceGuid"),
+
+    NEXWIRE_OPERATION(CardReaderAuth, getCardReaderAuthAbilityRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, getAuthPlanTemplateNoRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, setAuthPlanTemplateNoRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, getPlanTemplateParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, setPlanTemplateParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, getCardReaderAuthParamRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(CardReaderAuth, setCardReaderAuthParamRequest, "deviceGuid"),
+
+    GET_CONFIG(MultiNetworkCardParameters),
+    SET_CONFIG(MultiNetworkCardParameters),
+    GET_CONFIG(MultiNetworkCardParametersAbility),
+    GET_CONFIG(SnapConfig),
+    SET_CONFIG(SnapConfig),
+    GET_CONFIG(SnapConfigAbility),
+    GET_CONFIG(M1CardEncryptCfg),
+    SET_CONFIG(M1CardEncryptCfg),
+    GET_CONFIG(M1CardParametersAbility),
+    GET_CONFIG(RS485Parameters),
+    SET_CONFIG(RS485Parameters),
+    GET_CONFIG(RS485ParametersAbility),
+    GET_CONFIG(AcsExternelParameters),
+    SET_CONFIG(AcsExternelParameters),
+    GET_CONFIG(IdentityTerminal),
+    SET_CONFIG(IdentityTerminal),
+    GET_CONFIG(IdentityTerminalAbility),
+    GET_CONFIG(WigginParameters),
+    SET_CONFIG(WigginParameters),
+    GET_CONFIG(WigginParametersAbility),
+    GET_CONFIG(ReportTypeParameters),
+    SET_CONFIG(ReportTypeParameters),
+    GET_CONFIG(ReportCenterCfgAbility),
+    GET_CONFIG(NetworkCenterParameters),
+    SET_CONFIG(NetworkCenterParameters),
+    GET_CONFIG(NetCfgAbility),
+    GET_CONFIG(WirelessCenterParameters),
+    SET_CONFIG(WirelessCenterParameters),
+    GET_CONFIG(WirelessNetWorkCfgAbility),
+    GET_CONFIG(AttendanceStatusRuleCfg),
+    SET_CONFIG(AttendanceStatusRuleCfg),
+    GET_CONFIG(AttendanceStatusRuleCfgAbility),
+    GET_CONFIG(AttendanceStatusModeCfg),
+    SET_CONFIG(AttendanceStatusModeCfg),
+    GET_CONFIG(AttendanceStatusModeCfgAbility),
+    NEXWIRE_OPERATION(cfginterface, getNetworkCapRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(cfginterface, getCorvidCapRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(cfginterface, getCorvidRequest, "deviceGuid"),
+    NEXWIRE_OPERATION(cfginterface, setCorvidRequest, "deviceGuid"),
+)
+// clang-format on
+
+#undef SET_CONFIG
+#undef GET_CONFIG
+
+} // namespace catalogue
+} // namespace nexwire
