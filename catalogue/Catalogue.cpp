@@ -33,6 +33,12 @@ std::string NameFromType(const TypeOps& type)
         return "data";
     }
     std::string name = type.name();
+    for (const std::string prefix : {"tagTW", "TW"}) {
+        if (name.compare(0, prefix.size(), prefix) == 0) {
+            name.erase(0, prefix.size());
+            break;
+        }
+    }
     name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
     if (type.shape == Shape::StructureList || type.shape == Shape::RecordList) {
         name += "List";
