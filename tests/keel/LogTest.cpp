@@ -168,6 +168,7 @@ TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
 
 TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
 {
+    m_config.file = m_folder.File("100%i %d.log"); // Not a pattern.
     m_config.maxFileBytes = 2000;
     m_config.maxBackups = 2;
     ASSERT_TRUE(Log().Configure(m_config));
@@ -180,9 +181,9 @@ TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
         ++files;
     }
     EXPECT_EQ(files, 3U);
-    EXPECT_THAT(Lines().back(), HasSubstr("message 199 "));
-    EXPECT_FALSE(Lines("门禁.log.1").empty());
-    EXPECT_FALSE(Lines("门禁.log.2").empty());
+    EXPECT_THAT(Lines("100%i %d.log").back(), HasSubstr("message 199 "));
+    EXPECT_FALSE(Lines("100%i %d.log.1").empty());
+    EXPECT_FALSE(Lines("100%i %d.log.2").empty());
 }
 
 TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
@@ -194,16 +195,18 @@ TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
     empty.maxFileBytes = 0;
     LogConfig many = m_config;
     many.maxBackups = 13;
+    LogConfig none = m_config;
+    none.maxBackups = 0;
     LogConfig unknown = m_config;
     unknown.level = static_cast<LogLevel>(9);
-    for (const LogConfig& config : {unwritable, empty, many, unknown}) {
+    for (const LogConfig& config : {unwritable, empty, many, none, unknown}) {
         Error::SetLastError(Error::ErrorCode());
         EXPECT_FALSE(Log().Configure(config));
         EXPECT_EQ(Error::GetLastError().category, Error::kKeelModule);
         EXPECT_EQ(Error::GetLastError().number, details::kLogNotConfigured);
         Log().Info("", "still here", LOG4CXX_LOCATION);
     }
-    EXPECT_EQ(Lines().size(), 4U);
+    EXPECT_EQ(Lines().size(), 5U);
 }
 
 TEST_F(LogFile, ThreadsDoNotMixTheirLines)

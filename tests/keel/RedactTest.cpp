@@ -173,8 +173,8 @@ TEST(Redact, NothingPlantedComesOut)
 TEST(Redact, LinearOnHostileTexts)
 {
     const CRedactor redactor;
-    const std::size_t size = 8U << 20U;
-    const auto repeat = [size](const std::string& piece) {
+    constexpr std::size_t size = 8U << 20U;
+    const auto repeat = [](const std::string& piece) {
         std::string text;
         text.reserve(size + piece.size());
         while (text.size() < size) {

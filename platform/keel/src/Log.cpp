@@ -7,17 +7,20 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <mutex>
+#include <shared_mutex>
 #include <system_error>
+#include <thread>
 
-#include <boost/thread/locks.hpp>
-#include <boost/thread/shared_mutex.hpp>
 #include <log4cxx/consoleappender.h>
 #include <log4cxx/helpers/charsetencoder.h>
 #include <log4cxx/helpers/pool.h>
 #include <log4cxx/helpers/transcoder.h>
 #include <log4cxx/level.h>
 #include <log4cxx/patternlayout.h>
+#include <log4cxx/rolling/fixedwindowrollingpolicy.h>
 #include <log4cxx/rolling/rollingfileappender.h>
+#include <log4cxx/rolling/sizebasedtriggeringpolicy.h>
 #include <log4cxx/spi/loggingevent.h>
 
 #include "keel/Error.h"
@@ -45,6 +48,34 @@ log4cxx::LayoutPtr NewLayout()
         LOG4CXX_STR("%d{yyyy-MM-dd HH:mm:ss.SSS} %-5p [%t] %c %m [%F:%L %M]%n"));
 }
 
+/// Shifts the full file to `file`.1, that one to `file`.2 and so on.
+log4cxx::rolling::RollingPolicyPtr NewPolicy(const LogConfig& config)
+{
+    std::string pattern;
+    for (const char c : config.file) {
+        pattern.append(c == '%' ? 2 : 1, c);
+    }
+    const auto policy = std::make_shared<log4cxx::rolling::FixedWindowRollingPolicy>();
+    policy->setFileNamePattern(LogText(pattern + ".%i"));
+    policy->setMinIndex(1);
+    policy->setMaxIndex(config.maxBackups);
+    log4cxx::helpers::Pool pool;
+    policy->activateOptions(pool);
+
+    // Kept for ever: log4cxx 1.0 deletes the private part of such a policy as the smaller part of its base class.
+    static std::vector<log4cxx::rolling::RollingPolicyPtr>& kept = *new std::vector<log4cxx::rolling::RollingPolicyPtr>;
+    kept.push_back(policy);
+    return policy;
+}
+
+log4cxx::rolling::TriggeringPolicyPtr NewTrigger(const LogConfig& config)
+{
+    const auto trigger = std::make_shared<log4cxx::rolling::SizeBasedTriggeringPolicy>();
+    trigger->setMaxFileSize(static_cast<std::size_t>(
+        std::min<std::uint64_t>(config.maxFileBytes, std::numeric_limits<std::size_t>::max())));
+    return trigger;
+}
+
 /// Where messages go, as one configuration has it.
 class Sink {
 public:
@@ -62,9 +93,8 @@ public:
             file->setLayout(NewLayout());
             file->setFile(LogText(config.file));
             file->setEncoding(LOG4CXX_STR("UTF-8"));
-            file->setMaximumFileSize(static_cast<std::size_t>(
-                std::min<std::uint64_t>(config.maxFileBytes, std::numeric_limits<std::size_t>::max())));
-            file->setMaxBackupIndex(config.maxBackups);
+            file->setRollingPolicy(NewPolicy(config));
+            file->setTriggeringPolicy(NewTrigger(config));
             log4cxx::helpers::Pool pool;
             file->activateOptions(pool);
             m_appenders.push_back(file);
@@ -110,6 +140,31 @@ private:
     std::vector<log4cxx::AppenderPtr> m_appenders;
 };
 
+/// Shared by the threads that log, exclusive while the configuration changes and at exit. Who waits for exclusive use
+/// goes first: the standard's and Boost's shared mutexes may keep process exit waiting for as long as others log.
+class Turnstile {
+public:
+    void lock()
+    {
+        ++m_waiting;
+        m_mutex.lock();
+        --m_waiting;
+    }
+    void unlock() { m_mutex.unlock(); }
+    void lock_shared()
+    {
+        while (m_waiting != 0) {
+            std::this_thread::yield();
+        }
+        m_mutex.lock_shared();
+    }
+    void unlock_shared() { m_mutex.unlock_shared(); }
+
+private:
+    std::atomic<int> m_waiting{0};
+    std::shared_mutex m_mutex;
+};
+
 /// The one logger behind every `CLog`. It is never destroyed, so that a late caller finds it whole.
 class Logger {
 public:
@@ -125,7 +180,7 @@ public:
 
     bool Configure(const LogConfig& config)
     {
-        const boost::unique_lock<boost::shared_mutex> lock(m_mutex);
+        const std::unique_lock<Turnstile> lock(m_turnstile);
         if (m_closed) {
             return false;
         }
@@ -143,7 +198,7 @@ public:
         }
         try {
             const Utf8Scope utf8;
-            const boost::shared_lock<boost::shared_mutex> lock(m_mutex);
+            const std::shared_lock<Turnstile> lock(m_turnstile);
             if (!m_closed) {
                 m_sink->Write(level == LogLevel::Error ? log4cxx::Level::getError() : log4cxx::Level::getInfo(), name,
                               message, where);
@@ -159,7 +214,7 @@ private:
         explicit AtExit(Logger& theLogger) : logger(theLogger) {}
         ~AtExit()
         {
-            const boost::unique_lock<boost::shared_mutex> lock(logger.m_mutex);
+            const std::unique_lock<Turnstile> lock(logger.m_turnstile);
             logger.m_closed = true;
             logger.m_sink->Close();
         }
@@ -180,9 +235,7 @@ private:
         log4cxx::Level::getInfo();
     }
 
-    // Exclusive only while the configuration changes and at exit. Boost's lets a waiting exclusive owner go first;
-    // the standard one may keep process exit waiting for as long as other threads log.
-    boost::shared_mutex m_mutex;
+    Turnstile m_turnstile;
     std::unique_ptr<Sink> m_sink;
     bool m_closed = false;
     std::atomic<LogLevel> m_level{LogLevel::Error};
@@ -199,8 +252,8 @@ std::string WhyNot(const LogConfig& config)
     if (config.maxFileBytes == 0) {
         return "file size 0";
     }
-    if (config.maxBackups < 0 || config.maxBackups > kMaxBackups) {
-        return std::to_string(config.maxBackups) + " backups, at most " + std::to_string(kMaxBackups);
+    if (config.maxBackups < 1 || config.maxBackups > kMaxBackups) {
+        return std::to_string(config.maxBackups) + " backups, not 1 to " + std::to_string(kMaxBackups);
     }
     // log4cxx reports a file it cannot open on stderr only.
     errno = 0;

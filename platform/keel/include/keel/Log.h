@@ -29,7 +29,7 @@ struct KEEL_API LogConfig {
     std::string file;    ///< Path of the log file, UTF-8; empty: no file.
     std::uint64_t maxFileBytes =
         10U * 1024U * 1024U;                  ///< Size at which the file is rolled over to `file`.1; at least 1.
-    std::int32_t maxBackups = 5;              ///< Rolled files kept, 0 to 12.
+    std::int32_t maxBackups = 5;              ///< Rolled files kept, 1 to 12.
     bool redact = true;                       ///< Replace the values of secret keys, see `Keel::CRedactor`.
     std::vector<std::string> extraSecretKeys; ///< Keys that count as secret besides the built-in ones.
 };
