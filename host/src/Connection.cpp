@@ -125,7 +125,9 @@ bool MayAttempt(Connection& connection)
 // Before a new connection is made.
 int OnSocket(void* user, curl_socket_t, curlsocktype) noexcept
 {
-    return MayAttempt(*static_cast<Connection*>(user)) ? CURL_SOCKOPT_OK : CURL_SOCKOPT_ERROR;
+    auto& connection = *static_cast<Connection*>(user);
+    connection.exchange.connected = true;
+    return MayAttempt(connection) ? CURL_SOCKOPT_OK : CURL_SOCKOPT_ERROR;
 }
 
 // When a connection stands, before the first byte of the request.
@@ -297,7 +299,9 @@ bool SetRequest(Connection& connection, const HttpExecutorOptions& options, cons
 
 void NoteKept(Connection& connection)
 {
-    if (curl_easy_getinfo(connection.easy, CURLINFO_ACTIVESOCKET, &connection.socket) != CURLE_OK) {
+    // Otherwise it is the one already known. Should it have been closed, it does not pass for clean.
+    if (connection.exchange.connected &&
+        curl_easy_getinfo(connection.easy, CURLINFO_ACTIVESOCKET, &connection.socket) != CURLE_OK) {
         connection.socket = CURL_SOCKET_BAD;
     }
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <thread>
 
 #include <curl/curl.h>
 
@@ -27,7 +28,8 @@ struct Exchange {
     bool inHeader = false;            ///< Between a status line and the blank line after it.
     bool tooLarge = false;
     bool outOfMemory = false;
-    bool started = false; ///< The request was handed to a connection.
+    bool connected = false; ///< A connection was made for it.
+    bool started = false;   ///< The request was handed to a connection.
     bool repeatRefused = false;
 };
 
@@ -48,6 +50,7 @@ struct Connection {
     bool fieldsBuilt = false;
     std::string target;
     curl_socket_t socket = CURL_SOCKET_BAD; ///< Of the kept connection.
+    std::thread::id user;                   ///< Thread that used it last.
     Exchange exchange;
     char detail[CURL_ERROR_SIZE] = {};
 };
@@ -60,7 +63,7 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options);
 bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,
                 const std::string& verb, const RequestParams& request);
 
-/// Notes whether and where the connection stays open after a transfer.
+/// Notes the connection of a transfer that has ended; before the handles part.
 void NoteKept(Connection& connection);
 
 /// Whether the kept connection can carry another request: it is open, and nothing has arrived on it since the last

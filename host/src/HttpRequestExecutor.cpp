@@ -8,6 +8,7 @@
 #include <iterator>
 #include <list>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 #include <curl/curl.h>
@@ -98,7 +99,7 @@ struct HttpRequestExecutor::State::Call {
             ++m_state.slowRunning;
             m_inSlowLane = true;
         }
-        TakeWarmest();
+        TakeIdle();
         return Entry::Admitted;
     }
 
@@ -110,7 +111,7 @@ struct HttpRequestExecutor::State::Call {
             const std::lock_guard<std::mutex> lock(m_state.mutex);
             done.splice(done.end(), m_state.busy, m_own);
             m_holds = false;
-            TakeWarmest();
+            TakeIdle();
         }
         if (!m_holds) {
             Connections fresh;
@@ -118,7 +119,7 @@ struct HttpRequestExecutor::State::Call {
                 return nullptr;
             }
             const std::lock_guard<std::mutex> lock(m_state.mutex);
-            Take(fresh);
+            Take(fresh, fresh.begin());
         }
         return &*m_own;
     }
@@ -156,16 +157,24 @@ struct HttpRequestExecutor::State::Call {
     }
 
 private:
-    // Both under the lock.
-    void TakeWarmest()
+    // All under the lock.
+
+    // The connection that this thread used before, or else the warmest. Threads that swap connections pay for it on
+    // both ends, because the system keeps those together that talk to each other.
+    void TakeIdle()
     {
-        if (!m_state.idle.empty()) {
-            Take(m_state.idle);
+        if (m_state.idle.empty()) {
+            return;
         }
+        const auto mine = std::find_if(m_state.idle.rbegin(), m_state.idle.rend(), [](const Connection& connection) {
+            return connection.user == std::this_thread::get_id();
+        });
+        Take(m_state.idle, std::prev(mine == m_state.idle.rend() ? m_state.idle.end() : mine.base()));
     }
-    void Take(Connections& from)
+    void Take(Connections& from, Connections::iterator taken)
     {
-        m_own = std::prev(from.end());
+        m_own = taken;
+        m_own->user = std::this_thread::get_id();
         m_state.busy.splice(m_state.busy.end(), from, m_own);
         m_holds = true;
     }
@@ -336,7 +345,7 @@ CURLcode HttpRequestExecutor::State::Call::Run(Connection& connection)
     if (code != CURLM_OK) {
         return CURLE_FAILED_INIT;
     }
-    NoteKept(connection); // Known only while the handles are joined.
+    NoteKept(connection);
     int queued = 0;
     const CURLMsg* const message = curl_multi_info_read(connection.multi, &queued);
     return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
