@@ -1,0 +1,151 @@
+#include "simulator/VideoWallService.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <mutex>
+
+#include "src/HttpServer.h"
+#include "src/VideoWallState.h"
+
+namespace nexwire::simulator {
+namespace {
+
+std::int64_t SystemNow()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+Answer Envelope(unsigned status, int code, std::string_view message, Document& data)
+{
+    Document envelope(rapidjson::kObjectType, &data.GetAllocator());
+    SetMember(envelope, "code", Json(code), envelope.GetAllocator());
+    SetMember(envelope, "module", Json(code / 1000), envelope.GetAllocator());
+    SetMember(envelope, "msg", MakeText(message, envelope.GetAllocator()), envelope.GetAllocator());
+    SetMember(envelope, "data", Json(std::move(static_cast<Json&>(data))), envelope.GetAllocator());
+    return {status, std::to_string(code), PrintJson(envelope)};
+}
+
+Answer Refuse(unsigned status, WallCode code, std::string_view message)
+{
+    Document none(rapidjson::kObjectType);
+    return Envelope(status, static_cast<int>(code), message, none);
+}
+
+} // namespace
+
+class VideoWallService::Impl {
+public:
+    explicit Impl(Options options) : options_(std::move(options))
+    {
+        options_.threads = std::clamp(options_.threads, 1u, 64u);
+        if (!options_.now) {
+            options_.now = SystemNow;
+        }
+    }
+
+    bool Start(std::string& error)
+    {
+        if (server_ != nullptr) {
+            error = "the video wall service is running";
+            return false;
+        }
+        if (!(options_.timeScale > 0.0) || options_.outputs < 1 || options_.rows < 1 || options_.cols < 1) {
+            error = "the time scale must be more than 0, outputs, rows and columns at least 1";
+            return false;
+        }
+        try {
+            state_ = std::make_unique<VideoWallState>(options_);
+            auto server = std::make_unique<HttpServer>(
+                HttpServer::Settings{options_.port, options_.threads, options_.bodyLimit, options_.idleSeconds},
+                [this](const Request& request) { return Handle(request); },
+                [this](const HttpServer::Done& done) { Observe(done); });
+            server->Start();
+            port_ = server->Port();
+            server_ = std::move(server);
+        } catch (const std::exception& failure) {
+            error = "cannot listen on 127.0.0.1:" + std::to_string(options_.port) + ": " + failure.what();
+            Stop();
+            return false;
+        }
+        return true;
+    }
+
+    void Stop()
+    {
+        server_.reset();
+        port_ = 0;
+        state_.reset();
+    }
+
+    std::uint16_t Port() const { return port_; }
+
+private:
+    Answer Handle(const Request& request)
+    {
+        try {
+            Document body(rapidjson::kObjectType);
+            std::string error;
+            if (request.verb != "POST") {
+                return Refuse(405, WallCode::kWrongVerb, WallText(WallCode::kWrongVerb));
+            }
+            if (!request.body.empty() && !ParseJson(body, request.body, error)) {
+                throw WallRefusal(WallCode::kNotJson, error);
+            }
+            if (!body.IsObject()) {
+                throw WallRefusal(WallCode::kNotJson);
+            }
+            WallOutput output;
+            const std::lock_guard<std::mutex> lock(working_);
+            state_->Handle(request.path, WallInput(body), output);
+            return Envelope(200, 0, "", output.Data());
+        } catch (const WallRefusal& refusal) {
+            return Refuse(refusal.Code() == WallCode::kUnknownPath ? 404 : 200, refusal.Code(), refusal.what());
+        } catch (const std::exception&) {
+            return Refuse(500, WallCode::kInternal, WallText(WallCode::kInternal));
+        }
+    }
+
+    void Observe(const HttpServer::Done& done)
+    {
+        if (options_.onExchange) {
+            const std::lock_guard<std::mutex> lock(observing_);
+            options_.onExchange({options_.now(), done.verb, done.target, done.status, done.code, done.requestBytes,
+                                 done.answerBytes, done.milliseconds});
+        }
+    }
+
+    Options options_;
+    std::unique_ptr<VideoWallState> state_;
+    std::unique_ptr<HttpServer> server_;
+    std::atomic<std::uint16_t> port_{0};
+    std::mutex working_;
+    std::mutex observing_;
+};
+
+VideoWallService::VideoWallService() : VideoWallService(Options()) {}
+
+VideoWallService::VideoWallService(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
+
+VideoWallService::~VideoWallService()
+{
+    Stop();
+}
+
+bool VideoWallService::Start(std::string& error)
+{
+    return impl_->Start(error);
+}
+
+void VideoWallService::Stop()
+{
+    impl_->Stop();
+}
+
+std::uint16_t VideoWallService::Port() const
+{
+    return impl_->Port();
+}
+
+} // namespace nexwire::simulator
