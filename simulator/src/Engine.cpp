@@ -129,7 +129,8 @@ void Merge(Call& call, const Json& source, Json& document)
         const auto& lists = call.resource.lists;
         const bool isChange =
             std::any_of(lists.begin(), lists.end(), [&](const ListRule& r) { return r.from == name; });
-        if (!isChange) {
+        // Of two equal keys the first counts, here as everywhere else.
+        if (!isChange && Member(source, name) == &member.value) {
             SetMember(document, name, Copy(member.value, call.Memory()), call.Memory());
         }
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#define RAPIDJSON_HAS_STDSTRING 1
 #include <rapidjson/document.h>
 
 #include <cstdint>
