@@ -60,6 +60,11 @@ bool Argument::input() const
            (type->shape == Shape::Structure && type->fields()->rootName != nullptr);
 }
 
+bool Argument::required() const
+{
+    return !output && type->shape != Shape::AnyStructure;
+}
+
 Function::Function(const char* module, const Entry& entry)
     : entry_(&entry), module_(module), className_(entry.className), name_(className_ + "::" + entry.function)
 {
@@ -130,7 +135,7 @@ bool Call::Set(std::size_t index, const std::string& text, std::string& error)
         return false;
     }
     if (!argument.type->read(values_[index], text)) {
-        error = "the value of '" + argument.name + "' is no " + Spelled(*argument.type);
+        error = "'" + argument.name + "' must be " + Misfit(*argument.type, text);
         return false;
     }
     return true;

@@ -45,6 +45,8 @@ struct Argument {
 
     /// Whether a structure that can be written to can also be given: requests that come back filled.
     bool input() const;
+    /// Whether a call without it would send something that nobody meant.
+    bool required() const;
 };
 
 /// What reaches the wire when the function runs with its identifiers standing in braces.

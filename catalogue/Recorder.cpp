@@ -78,6 +78,8 @@ Trace Recorder::Run(const Function& function)
         const Argument& argument = function.Arguments()[i];
         if (argument.type->shape == Shape::Text && argument.input()) {
             call.Set(i, "{" + argument.name + "}", ignored);
+        } else if (argument.type->shape == Shape::TextList && argument.input()) {
+            call.Set(i, "[\"{" + argument.name + "}\"]", ignored);
         }
         call.Sample(i);
     }

@@ -52,6 +52,9 @@ struct TypeOps {
     void (*sample)(void* value);
 };
 
+/// Why `text` is no value of the type: what it should be, and the place where it is not.
+std::string Misfit(const TypeOps& type, const std::string& text);
+
 // Readers and writers by shape.
 bool ReadText(std::string& value, const std::string& text);
 bool ReadInteger(int& value, const std::string& text);

@@ -1,0 +1,247 @@
+#include "catalogue/Find.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+
+namespace nexwire {
+namespace catalogue {
+namespace {
+
+/// A name as typed, taken apart.
+struct Wanted {
+    std::string name;
+    std::vector<std::string> structures;
+    bool structuresGiven = false;
+};
+
+std::string Trimmed(const std::string& text)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+Wanted TakeApart(const std::string& text)
+{
+    Wanted wanted;
+    const std::size_t open = text.find('(');
+    wanted.name = Trimmed(text.substr(0, open));
+    if (open == std::string::npos) {
+        return wanted;
+    }
+    wanted.structuresGiven = true;
+    std::size_t at = open + 1;
+    const std::size_t close = std::min(text.find(')', at), text.size());
+    while (at < close) {
+        const std::size_t end = std::min(text.find(',', at), close);
+        const std::string structure = Trimmed(text.substr(at, end - at));
+        if (!structure.empty()) {
+            wanted.structures.push_back(structure);
+        }
+        at = end + 1;
+    }
+    return wanted;
+}
+
+bool HasStructures(const Function& function, const std::vector<std::string>& structures)
+{
+    return std::all_of(structures.begin(), structures.end(), [&](const std::string& structure) {
+        return std::any_of(function.Arguments().begin(), function.Arguments().end(),
+                           [&](const Argument& argument) { return argument.type->name() == structure; });
+    });
+}
+
+bool Matches(const Function& function, const Wanted& wanted, bool exactCase)
+{
+    const auto same = [&](const std::string& text) {
+        return exactCase ? text == wanted.name : LowerCase(text) == LowerCase(wanted.name);
+    };
+    return (same(function.Name()) || same(function.Line().function) || same(function.ClassName())) &&
+           (!wanted.structuresGiven || HasStructures(function, wanted.structures));
+}
+
+std::size_t Distance(const std::string& left, const std::string& right)
+{
+    std::vector<std::size_t> row(right.size() + 1);
+    for (std::size_t j = 0; j <= right.size(); ++j) {
+        row[j] = j;
+    }
+    for (std::size_t i = 1; i <= left.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= right.size(); ++j) {
+            const std::size_t above = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (left[i - 1] == right[j - 1] ? 0U : 1U)});
+            diagonal = above;
+        }
+    }
+    return row[right.size()];
+}
+
+bool TakesBody(const Argument& argument)
+{
+    return argument.input() && !NeedsName(argument.type->shape);
+}
+
+/// Sets the call's arguments. False with the reason when something does not fit or is missing.
+bool Fill(Call& call, const Given& given, std::string& error)
+{
+    const std::vector<Argument>& arguments = call.function().Arguments();
+    std::vector<bool> set(arguments.size(), false);
+    for (const auto& value : given.values) {
+        const auto found = std::find_if(arguments.begin(), arguments.end(),
+                                        [&](const Argument& argument) { return argument.name == value.first; });
+        if (found != arguments.end()) {
+            const std::size_t index = static_cast<std::size_t>(found - arguments.begin());
+            if (set[index]) {
+                error = "'" + value.first + "' is given twice";
+                return false;
+            }
+            set[index] = true;
+        }
+        if (!call.Set(value.first, value.second, error)) {
+            return false;
+        }
+    }
+    if (given.hasBody) {
+        std::size_t fits = arguments.size();
+        std::string reason = "it takes no body, or its structures are all given";
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            if (TakesBody(arguments[i]) && !set[i]) {
+                if (call.Set(i, given.body, reason)) {
+                    if (fits != arguments.size()) {
+                        error = "the body fits '" + arguments[fits].name + "' and '" + arguments[i].name +
+                                "'; give them by name";
+                        return false;
+                    }
+                    fits = i;
+                }
+            }
+        }
+        if (fits == arguments.size()) {
+            error = reason;
+            return false;
+        }
+        set[fits] = true;
+    }
+    std::string missing;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (!set[i] && arguments[i].required()) {
+            missing += (missing.empty() ? "" : ", ") + arguments[i].name;
+        }
+    }
+    if (!missing.empty()) {
+        error = "not given: " + missing;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::string LowerCase(const std::string& text)
+{
+    std::string lower = text;
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+std::vector<const Function*> Find(const std::string& name)
+{
+    const Wanted wanted = TakeApart(name);
+    std::vector<const Function*> found;
+    for (const bool exactCase : {true, false}) {
+        for (const Function& function : All()) {
+            if (Matches(function, wanted, exactCase)) {
+                found.push_back(&function);
+            }
+        }
+        if (!found.empty()) {
+            break;
+        }
+    }
+    return found;
+}
+
+std::string UniqueName(const Function& function)
+{
+    // One name is asked for many times over when all are listed.
+    static const std::map<std::string, std::size_t> counts = [] {
+        std::map<std::string, std::size_t> all;
+        for (const Function& each : All()) {
+            ++all[each.Name()];
+        }
+        return all;
+    }();
+    if (counts.at(function.Name()) == 1) {
+        return function.Name();
+    }
+    std::string structures;
+    for (const Argument& argument : function.Arguments()) {
+        if (!NeedsName(argument.type->shape)) {
+            structures += (structures.empty() ? "" : ", ") + argument.type->name();
+        }
+    }
+    return function.Name() + "(" + structures + ")";
+}
+
+std::vector<std::string> Similar(const std::string& name)
+{
+    const std::string wanted = LowerCase(TakeApart(name).name);
+    std::vector<std::pair<std::size_t, std::string>> close;
+    for (const Function& function : All()) {
+        const std::string full = LowerCase(function.Name());
+        const std::size_t distance =
+            full.find(wanted) != std::string::npos
+                ? 0
+                : std::min({Distance(wanted, full), Distance(wanted, LowerCase(function.Line().function)),
+                            Distance(wanted, LowerCase(function.ClassName()))});
+        if (distance <= wanted.size() / 3) {
+            close.emplace_back(distance, function.Name());
+        }
+    }
+    std::sort(close.begin(), close.end());
+    close.erase(std::unique(close.begin(), close.end()), close.end());
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < close.size() && i < 5; ++i) {
+        names.push_back(close[i].second);
+    }
+    return names;
+}
+
+std::string SearchText(const Function& function)
+{
+    return LowerCase(function.Module() + " " + function.Signature());
+}
+
+std::unique_ptr<Call> Prepare(const std::vector<const Function*>& candidates, const Given& given, std::string& error)
+{
+    std::unique_ptr<Call> fitting;
+    std::string several;
+    std::string reasons;
+    for (const Function* candidate : candidates) {
+        auto call = std::make_unique<Call>(*candidate);
+        std::string reason;
+        if (!Fill(*call, given, reason)) {
+            reasons += candidates.size() == 1 ? reason : "\n  " + UniqueName(*candidate) + ": " + reason;
+            continue;
+        }
+        several += "\n  " + UniqueName(*candidate);
+        if (fitting) {
+            continue;
+        }
+        fitting = std::move(call);
+    }
+    if (several.find('\n', 1) != std::string::npos) {
+        error = "what is given fits more than one function; name one of" + several;
+        return nullptr;
+    }
+    if (!fitting) {
+        error = candidates.size() == 1 ? reasons : "what is given fits none of" + reasons;
+    }
+    return fitting;
+}
+
+} // namespace catalogue
+} // namespace nexwire

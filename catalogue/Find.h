@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "catalogue/Catalogue.h"
+
+// Functions by what a person types.
+
+namespace nexwire {
+namespace catalogue {
+
+/// The functions that `name` can mean: "Class::function", "function", "Class", each with or without structures in
+/// brackets to choose an overload ("cfginterface::getConfigRequest(SnapConfig)"). Case counts only when more than one
+/// spelling is known. Empty when there is none.
+std::vector<const Function*> Find(const std::string& name);
+
+/// The shortest name that `Find` answers with this function alone.
+std::string UniqueName(const Function& function);
+
+/// A few names close to one that nobody has.
+std::vector<std::string> Similar(const std::string& name);
+
+/// The class as its lines lay it down, its functions, and their structures in one text, for searching; lower case.
+std::string SearchText(const Function& function);
+
+std::string LowerCase(const std::string& text);
+
+/// Values by argument name, and one structure whose argument is found by what fits.
+struct Given {
+    std::vector<std::pair<std::string, std::string>> values;
+    std::string body;
+    bool hasBody = false;
+};
+
+/// The call of the one function that what was given fits. Null with a text for the user when none or several do.
+std::unique_ptr<Call> Prepare(const std::vector<const Function*>& candidates, const Given& given, std::string& error);
+
+} // namespace catalogue
+} // namespace nexwire
