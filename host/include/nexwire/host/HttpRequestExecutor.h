@@ -61,7 +61,8 @@ struct HttpExecutorOptions {
 
 /// The transport over HTTP/1.1 on libcurl. Safe from any number of threads; it starts none of its own.
 ///
-/// Connections are kept and used again, one request at a time on each; no lock is held while a request runs.
+/// Connections are kept and used again, one request at a time on each; no lock is held while a request runs. A kept
+/// connection on which anything arrived after its last answer is dropped, so that stray bytes answer nothing.
 ///
 /// A request is sent once. It is repeated on a new connection only when a kept connection turns out dead and not one
 /// byte of the request was handed to it. When a kept connection dies after that and before an answer, the call fails
