@@ -46,13 +46,13 @@ std::string NameFromType(const TypeOps& type)
     return name;
 }
 
+} // namespace
+
 std::string Spelled(const TypeOps& type)
 {
     const std::string name = type.name();
     return type.shape == Shape::StructureList || type.shape == Shape::RecordList ? "std::vector<" + name + ">" : name;
 }
-
-} // namespace
 
 bool Argument::input() const
 {

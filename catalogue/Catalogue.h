@@ -49,6 +49,9 @@ struct Argument {
     bool required() const;
 };
 
+/// A type as the host writes it, without namespaces of ours: "std::vector<PersonnelAdd>".
+std::string Spelled(const TypeOps& type);
+
 /// What reaches the wire when the function runs with its identifiers standing in braces.
 struct Trace {
     bool sent = false;

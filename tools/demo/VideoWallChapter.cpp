@@ -10,7 +10,7 @@ namespace nexwire {
 namespace demo {
 namespace {
 
-constexpr int kOutputs = 4;
+constexpr std::size_t kOutputs = 4;
 constexpr int kCameras = 3;
 constexpr int kPollingSeconds = 10;
 
@@ -52,9 +52,9 @@ private:
     {
         screen_.Step("Bind its outputs to a square of two by two screens");
         std::vector<tagTWDeviceOutputInfo> outputs;
-        if (!Done(CTWDeviceCommon::getOutputList({decoder_.guid}, outputs),
-                  "the decoder has " + std::to_string(kOutputs) + " outputs") ||
-            outputs.size() != static_cast<std::size_t>(kOutputs)) {
+        const bool listed = CTWDeviceCommon::getOutputList({decoder_.guid}, outputs);
+        if (!Done(listed && outputs.size() == kOutputs,
+                  "the decoder has " + std::to_string(outputs.size()) + " outputs")) {
             return false;
         }
         for (tagTWDeviceOutputInfo& output : outputs) {

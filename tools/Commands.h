@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/Console.h"
+
+// The commands. Each answers with an exit code, see Console.h.
+
+namespace nexwire {
+namespace tools {
+
+struct ListOptions {
+    std::vector<std::string> words;
+    bool namesOnly = false; ///< One unique name a line.
+};
+int List(const ListOptions& options, const Style& style);
+
+struct DescribeOptions {
+    std::string function;
+    bool argumentsOnly = false; ///< Names of what can be given, one a line.
+};
+int Describe(const DescribeOptions& options, const Style& style);
+
+/// Says that nobody has that name, and who has one like it.
+int UnknownFunction(const std::string& name);
+
+struct CallOptions {
+    std::string function;
+    std::vector<std::string> values; ///< "name=value".
+    std::string body;                ///< File, "-" for standard input, empty for none.
+    std::string server;              ///< Empty: a local platform within the process.
+    std::string database;            ///< Of that platform.
+    bool dryRun = false;
+    bool compact = false;
+    std::vector<std::string> headers; ///< "name=value".
+    std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
+    std::string caFile;
+    bool insecure = false;
+    std::string proxy;
+    std::string recordFile;
+    std::string replayFile;
+};
+int CallFunction(const CallOptions& options);
+
+struct PlatformOptions {
+    std::uint16_t port = 0;
+    std::string database;
+    double timeScale = 1.0;
+    bool verbose = false;
+    bool wall = false; ///< Run the video wall service, too.
+    std::uint16_t wallPort = 0;
+};
+int RunPlatform(const PlatformOptions& options);
+
+} // namespace tools
+} // namespace nexwire

@@ -1,0 +1,149 @@
+#include <CLI/CLI.hpp>
+
+#include <keel/Log.h>
+
+#include "tools/Commands.h"
+
+namespace {
+
+using namespace nexwire::tools;
+
+/// A usage text ends with the exit codes, which scripts depend on.
+constexpr const char* kFooter =
+    "Exit codes: 0 done, 1 the function returned false or nothing was found, 2 the command line cannot be carried\n"
+    "out, 3 no answer from the server.\n"
+    "Environment: NO_COLOR, when not empty, keeps the output free of colours.";
+
+constexpr const char* kCallFooter =
+    "Values: name=TEXT for texts and numbers, name=JSON for structures and lists, name=@env:VARIABLE and\n"
+    "name=@file:PATH for what stands there, name=@@TEXT for a text that begins with @. Secrets (passwords, tokens,\n"
+    "card numbers, keys) are taken from the environment, a file or --body only, for others can read a command line;\n"
+    "so are the headers that carry credentials. A structure may stand under its root name or not.\n"
+    "Overloads are chosen by what is given, or by their structure: 'cfginterface::getConfigRequest(SnapConfig)'.\n"
+    "Texts that travel encrypted are shown by --dry-run as they are before that, like all secrets as ***.";
+
+void Quiet()
+{
+    Keel::details::LogConfig config;
+    config.level = Keel::details::LogLevel::Off;
+    config.console = false;
+    Keel::details::CLog().Configure(config);
+}
+
+class CommandLine {
+public:
+    CommandLine()
+    {
+        app_.set_version_flag("--version", "nexwire " NEXWIRE_VERSION);
+        app_.require_subcommand(1);
+        app_.footer(kFooter);
+        app_.add_option("--color", color_, "When to use colours")
+            ->check(CLI::IsMember({"auto", "always", "never"}))
+            ->capture_default_str();
+        app_.fallthrough();
+        AddList();
+        AddDescribe();
+        AddCall();
+        AddPlatform();
+    }
+
+    int Run(int argc, char** argv)
+    {
+        try {
+            app_.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            return app_.exit(error) == 0 ? kDone : kUsage;
+        }
+        return command_();
+    }
+
+private:
+    void AddList()
+    {
+        CLI::App* const list = app_.add_subcommand("list", "Functions by module, with method code, verb and path");
+        list->add_option("words", list_.words, "Only functions with all of these words in name, path or structures");
+        list->add_flag("--names", list_.namesOnly, "Names only");
+        list->callback([this] { command_ = [this] { return Quiet(), List(list_, Style(color_)); }; });
+    }
+
+    void AddDescribe()
+    {
+        CLI::App* const describe =
+            app_.add_subcommand("describe", "What a function sends, what it answers, and its structures");
+        describe->add_option("function", describe_.function, "Class::function, function or Class")->required();
+        describe->add_flag("--arguments", describe_.argumentsOnly, "Only the names of what can be given");
+        describe->callback([this] { command_ = [this] { return Quiet(), Describe(describe_, Style(color_)); }; });
+    }
+
+    void AddCall()
+    {
+        CLI::App* const call = app_.add_subcommand("call", "Runs a function; its result as JSON on standard output");
+        call->footer(std::string(kCallFooter) + "\n" + kFooter);
+        call->add_option("function", call_.function, "Class::function, function or Class")->required();
+        call->add_option("values", call_.values, "Arguments, name=value");
+        call->add_option("--body", call_.body, "File with the request structure as JSON; - is standard input")
+            ->type_name("FILE");
+        call->add_option("--server", call_.server, "Address, http(s)://host[:port][/prefix]; none: a local platform")
+            ->type_name("URL");
+        call->add_option("--db", call_.database, "Database of the local platform; none: in memory")->type_name("FILE");
+        call->add_flag("--dry-run", call_.dryRun, "Show what would be sent, send nothing");
+        call->add_flag("--compact", call_.compact, "Result on one line");
+        call->add_option("--header", call_.headers, "Header field for every request; may be given again")
+            ->type_name("NAME=VALUE")
+            ->take_all()
+            ->expected(1);
+        call->add_option("--timeout", call_.timeoutMs, "Milliseconds for the exchange")
+            ->type_name("MS")
+            ->check(CLI::Range(1, 86400000));
+        call->add_option("--ca", call_.caFile, "Certificate authorities to trust, PEM")
+            ->type_name("FILE")
+            ->check(CLI::ExistingFile);
+        call->add_flag("--insecure", call_.insecure, "Accept any certificate of the server");
+        call->add_option("--proxy", call_.proxy, "Proxy address, or @env:VARIABLE or @file:PATH")->type_name("URL");
+        call->add_option("--record", call_.recordFile, "Append the exchange to this file")->type_name("FILE");
+        call->add_option("--replay", call_.replayFile, "Answer from this file, without any server")
+            ->type_name("FILE")
+            ->excludes("--server");
+        call->callback([this] {
+            command_ = [this] {
+                if (call_.dryRun) {
+                    Quiet();
+                }
+                return CallFunction(call_);
+            };
+        });
+    }
+
+    void AddPlatform()
+    {
+        CLI::App* const platform =
+            app_.add_subcommand("platform", "The local platform on 127.0.0.1, until interrupted; prints its address");
+        platform->add_option("--port", platform_.port, "Port; 0 takes a free one")->capture_default_str();
+        platform->add_option("--db", platform_.database, "Database; none: in memory")->type_name("FILE");
+        platform->add_option("--time-scale", platform_.timeScale, "How fast devices work; 100: a hundred times")
+            ->check(CLI::PositiveNumber)
+            ->capture_default_str();
+        platform->add_flag("--verbose", platform_.verbose, "One line per exchange on standard error");
+        platform->callback([this] { command_ = [this] { return RunPlatform(platform_); }; });
+    }
+
+    CLI::App app_{"The functions of the nexwire library from the command line.", "nexwire"};
+    std::string color_ = "auto";
+    ListOptions list_;
+    DescribeOptions describe_;
+    CallOptions call_;
+    PlatformOptions platform_;
+    std::function<int()> command_;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return CommandLine().Run(argc, argv);
+    } catch (const std::exception& error) {
+        Complain(error.what());
+        return kUsage;
+    }
+}

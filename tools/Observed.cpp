@@ -1,0 +1,406 @@
+#include "tools/Observed.h"
+
+#include <algorithm>
+#include <set>
+
+#include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include "catalogue/Comments.h"
+#include "catalogue/Find.h"
+#include "catalogue/Structures.h"
+#include "nexwire/host/HttpRequestExecutor.h"
+
+namespace nexwire {
+namespace tools {
+
+using catalogue::Argument;
+using catalogue::Shape;
+
+namespace {
+
+MemberView FromField(const core::Field& field)
+{
+    MemberView member;
+    member.key = field.key;
+    switch (field.kind) {
+    case core::Kind::Text:
+        member.type = "text";
+        break;
+    case core::Kind::Int:
+        member.type = "integer";
+        break;
+    case core::Kind::Int64:
+        member.type = "integer of 64 bits";
+        break;
+    case core::Kind::Real:
+        member.type = "number";
+        break;
+    case core::Kind::Bool:
+        member.type = "true or false";
+        break;
+    case core::Kind::Struct:
+        member.structure = field.ops->fields->name;
+        member.type = member.structure;
+        break;
+    case core::Kind::TextList:
+        member.list = true;
+        member.type = "list of texts";
+        break;
+    case core::Kind::IntList:
+        member.list = true;
+        member.type = "list of integers";
+        break;
+    case core::Kind::StructList:
+        member.list = true;
+        member.structure = field.ops->fields->name;
+        member.type = "list of " + member.structure;
+        break;
+    }
+    return member;
+}
+
+/// From the C++ type of a plain record's member.
+MemberView FromDeclaration(const catalogue::MemberDoc& declared)
+{
+    MemberView member;
+    member.key = declared.key;
+    member.doc = declared.text;
+    std::string type = declared.type;
+    const std::string vector = "std::vector<";
+    if (type.compare(0, vector.size(), vector) == 0) {
+        member.list = true;
+        type = type.substr(vector.size(), type.size() - vector.size() - 1);
+    }
+    if (type == "std::string") {
+        member.type = member.list ? "list of texts" : "text";
+    } else if (type == "int") {
+        member.type = member.list ? "list of integers" : "integer";
+    } else if (type == "bool") {
+        member.type = "true or false";
+    } else {
+        member.structure = type;
+        member.type = (member.list ? "list of " : "") + type;
+    }
+    return member;
+}
+
+void Replace(std::string& text, const std::string& from, const std::string& to)
+{
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+}
+
+/// JSON of a structure whose texts name their members, so that one that ends up in the path shows. Nested structures
+/// are left alone: none goes into a path.
+std::string TellingTexts(const core::FieldTable& fields)
+{
+    std::string json = "{";
+    for (const core::Field& field : fields) {
+        if (field.kind == core::Kind::Text) {
+            json += (json.size() > 1 ? ",\"" : "\"") + std::string(field.key) + "\":\"{" + field.key + "}\"";
+        }
+    }
+    return json + "}";
+}
+
+/// JSON of a structure in which nothing has its default.
+std::string UnlikeDefaults(const core::FieldTable& fields)
+{
+    std::string json = "{";
+    for (const core::Field& field : fields) {
+        std::string value;
+        switch (field.kind) {
+        case core::Kind::Text:
+            value = "\"?\"";
+            break;
+        case core::Kind::Int:
+        case core::Kind::Int64:
+        case core::Kind::Real:
+            value = "97";
+            break;
+        case core::Kind::Bool:
+            value = "true";
+            break;
+        case core::Kind::TextList:
+            value = "[\"?\"]";
+            break;
+        case core::Kind::IntList:
+            value = "[97]";
+            break;
+        case core::Kind::Struct:
+            value = UnlikeDefaults(*field.ops->fields);
+            break;
+        case core::Kind::StructList:
+            continue;
+        }
+        json += (json.size() > 1 ? ",\"" : "\"") + std::string(field.key) + "\":" + value;
+    }
+    return json + "}";
+}
+
+/// The path and the condition with everything that varies by name.
+class Placeholders {
+public:
+    explicit Placeholders(const catalogue::Function& function) : call_(function)
+    {
+        std::string ignored;
+        for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
+            const Argument& argument = function.Arguments()[i];
+            if (!argument.input()) {
+                continue;
+            }
+            switch (argument.type->shape) {
+            case Shape::Text:
+                call_.Set(i, "{" + argument.name + "}", ignored);
+                break;
+            case Shape::Integer:
+                numbers_.emplace_back(std::to_string(kFirstNumber + static_cast<int>(i)), argument.name);
+                call_.Set(i, numbers_.back().first, ignored);
+                break;
+            case Shape::TextList:
+                call_.Set(i, "[\"{" + argument.name + "}\"]", ignored);
+                break;
+            case Shape::Structure:
+                if (!argument.output) {
+                    call_.Set(i, TellingTexts(*argument.type->fields()), ignored);
+                }
+                break;
+            default:
+                break;
+            }
+        }
+    }
+
+    catalogue::Call& call() { return call_; }
+
+    std::string Named(std::string text) const
+    {
+        for (const auto& number : numbers_) {
+            Replace(text, number.first, "{" + number.second + "}");
+        }
+        return text;
+    }
+
+private:
+    /// No number of the contract comes near.
+    static constexpr int kFirstNumber = 1913774000;
+
+    catalogue::Call call_;
+    std::vector<std::pair<std::string, std::string>> numbers_;
+};
+
+struct DeviceCommand {
+    int command = 0;
+    std::string condition;
+    std::string input;
+};
+
+/// Whether a body relays a command to a device, and which.
+bool ReadDeviceCommand(const std::string& body, DeviceCommand& command)
+{
+    rapidjson::Document document;
+    if (document.Parse(body.c_str()).HasParseError() || !document.IsObject() || document.MemberCount() != 1) {
+        return false;
+    }
+    const std::string root = document.MemberBegin()->name.GetString();
+    const rapidjson::Value& request = document.MemberBegin()->value;
+    if ((root != "dagPassThroughReq" && root != "batchPassThroughReq") || !request.IsObject() ||
+        !request.HasMember("command")) {
+        return false;
+    }
+    command.command = request["command"].GetInt();
+    const auto text = [&](const char* key) {
+        const auto found = request.FindMember(key);
+        return found != request.MemberEnd() && found->value.IsString() ? std::string(found->value.GetString()) : "";
+    };
+    command.condition = text("condBuffer");
+    command.input = text("inBuffer");
+    return true;
+}
+
+/// The structure whose members a body's root name announces: one of the function's own, or else one that has them all.
+std::string StructureOfBody(const catalogue::Function& function, const std::string& body)
+{
+    rapidjson::Document document;
+    if (document.Parse(body.c_str()).HasParseError() || !document.IsObject() || document.MemberCount() != 1 ||
+        !document.MemberBegin()->value.IsObject()) {
+        return "";
+    }
+    const std::string root = document.MemberBegin()->name.GetString();
+    const rapidjson::Value& members = document.MemberBegin()->value;
+    for (const Argument& argument : function.Arguments()) {
+        const core::FieldTable* const fields = argument.type->fields();
+        if (argument.type->shape == Shape::Structure && fields->rootName != nullptr && root == fields->rootName) {
+            return fields->name;
+        }
+    }
+    for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+        if (!structure.inbound || root != structure.fields->rootName) {
+            continue;
+        }
+        const bool all = std::all_of(members.MemberBegin(), members.MemberEnd(), [&](const auto& member) {
+            return std::any_of(structure.fields->begin(), structure.fields->end(), [&](const core::Field& field) {
+                return std::string_view(field.key) == member.name.GetString();
+            });
+        });
+        if (all) {
+            return structure.fields->name;
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+StructureView ViewOf(const std::string& structure)
+{
+    StructureView view;
+    view.name = structure;
+    view.doc = catalogue::DocOfStruct(structure);
+    const catalogue::StructureInfo* const known = catalogue::FindStructure(structure);
+    if (known == nullptr) {
+        for (const catalogue::MemberDoc& declared : catalogue::MembersOf(structure)) {
+            view.members.push_back(FromDeclaration(declared));
+        }
+        return view;
+    }
+    view.rootName = known->fields->rootName == nullptr ? "" : known->fields->rootName;
+    const std::vector<catalogue::MemberDoc> docs = catalogue::MembersOf(structure);
+    for (const core::Field& field : *known->fields) {
+        view.members.push_back(FromField(field));
+        const auto doc = std::find_if(docs.begin(), docs.end(),
+                                      [&](const catalogue::MemberDoc& each) { return each.key == field.key; });
+        view.members.back().doc = doc == docs.end() ? "" : doc->text;
+    }
+    return view;
+}
+
+std::vector<std::string> Reachable(const std::vector<std::string>& structures)
+{
+    std::vector<std::string> all;
+    std::set<std::string> seen;
+    const auto add = [&](const std::string& name) {
+        if (!name.empty() && seen.insert(name).second) {
+            all.push_back(name);
+        }
+    };
+    for (const std::string& name : structures) {
+        add(name);
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        for (const MemberView& member : ViewOf(all[i]).members) {
+            add(member.structure);
+        }
+    }
+    return all;
+}
+
+std::string Observed::ShownBody() const
+{
+    rapidjson::Document document;
+    if (deviceInput.empty() || document.Parse(request.body.c_str()).HasParseError()) {
+        return request.body;
+    }
+    const std::string root = document.MemberBegin()->name.GetString();
+    rapidjson::Pointer(("/" + root + "/inBuffer").c_str()).Set(document, "<JSON text, see below>");
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    document.Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+Observed Observer::Observe(const catalogue::Function& function)
+{
+    Observed observed;
+    observed.function = &function;
+    observed.name = catalogue::UniqueName(function);
+    for (const Argument& argument : function.Arguments()) {
+        if (catalogue::NeedsName(argument.type->shape) || argument.type->shape == Shape::AnyStructure) {
+            continue;
+        }
+        std::string& slot = argument.output ? observed.outputStructure : observed.inputStructure;
+        if (slot.empty()) {
+            slot = argument.type->name();
+            if (argument.output) {
+                observed.outputIsList =
+                    argument.type->shape == Shape::StructureList || argument.type->shape == Shape::RecordList;
+            }
+        }
+        if (argument.output && argument.type->shape == Shape::Record && observed.inputStructure.empty()) {
+            observed.inputStructure = argument.type->name();
+        }
+    }
+
+    catalogue::Trace trace = recorder_.Run(function);
+    observed.sent = trace.sent;
+    observed.direct = trace.direct;
+    observed.before = std::move(trace.before);
+    observed.request = std::move(trace.request);
+    observed.path = observed.request.url;
+    observed.request.headers.erase("Content-Length");
+    if (!observed.sent || observed.direct) {
+        return observed;
+    }
+    DeviceCommand command;
+    observed.passThrough = ReadDeviceCommand(observed.request.body, command);
+    observed.command = command.command;
+    observed.condition = command.condition;
+    observed.deviceInput = command.input;
+    observed.bodyStructure = StructureOfBody(function, observed.request.body);
+
+    Placeholders placeholders(function);
+    const catalogue::Trace named = recorder_.Run(placeholders.call());
+    if (named.sent) {
+        observed.path = placeholders.Named(named.request.url);
+        if (ReadDeviceCommand(named.request.body, command)) {
+            observed.condition = placeholders.Named(command.condition);
+        }
+        for (const auto& header : named.request.headers) {
+            observed.request.headers[header.first] = placeholders.Named(header.second);
+        }
+    }
+    return observed;
+}
+
+bool Observer::Travels(const catalogue::Function& function, std::size_t index)
+{
+    const Argument& argument = function.Arguments()[index];
+    if (!argument.output) {
+        return true;
+    }
+    if (!argument.input()) {
+        return false;
+    }
+    catalogue::Call plain(function);
+    catalogue::Call changed(function);
+    if (argument.type->shape == Shape::Record) {
+        changed.Sample(index);
+    } else {
+        std::string ignored;
+        changed.Set(index, UnlikeDefaults(*argument.type->fields()), ignored);
+    }
+    const catalogue::Trace before = recorder_.Run(plain);
+    const catalogue::Trace after = recorder_.Run(changed);
+    return before.sent != after.sent || before.request.url != after.request.url ||
+           before.request.body != after.request.body;
+}
+
+std::string VerbOf(int method)
+{
+    static const host::HttpExecutorOptions options;
+    const auto verb = options.verbs.find(method);
+    return verb == options.verbs.end() ? "?" : verb->second;
+}
+
+std::string MeaningOf(int method)
+{
+    static const char* const meanings[] = {"read", "write", "query", "remove"};
+    return method >= 0 && method < 4 ? meanings[method] : "unknown";
+}
+
+} // namespace tools
+} // namespace nexwire
