@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <mutex>
-#include <regex>
 #include <set>
 #include <thread>
 
@@ -347,13 +346,13 @@ TEST(PlatformTest, TellsOfEveryExchange)
     SendRaw(platform.Port(), "nonsense\r\n\r\n");
     platform.Stop();
     ASSERT_EQ(lines.size(), 3u);
-    const std::string time = "2024-02-29 12:34:56\\.789 ";
-    EXPECT_TRUE(std::regex_match(lines[0], std::regex(time + "PUT /7730/v1/accessController/accessGroups 200 0-0 "
-                                                             "36/\\d+ B \\d+\\.\\d ms")))
-        << lines[0];
-    EXPECT_TRUE(std::regex_match(lines[1], std::regex(time + "POST /7730/v1/x\\?y=1 404 1-1 0/\\d+ B \\d+\\.\\d ms")))
-        << lines[1];
-    EXPECT_TRUE(std::regex_match(lines[2], std::regex(time + "- - 400 1-3 0/\\d+ B \\d+\\.\\d ms"))) << lines[2];
+    const std::string time = "2024-02-29 12:34:56.789 ";
+    EXPECT_THAT(lines[0], StartsWith(time + "PUT /7730/v1/accessController/accessGroups 200 0-0 36/"));
+    EXPECT_THAT(lines[1], StartsWith(time + "POST /7730/v1/x?y=1 404 1-1 0/"));
+    EXPECT_THAT(lines[2], StartsWith(time + "- - 400 1-3 0/"));
+    for (const std::string& line : lines) {
+        EXPECT_THAT(line, MatchesRegex(".*/[0-9]+ B [0-9]+.[0-9] ms"));
+    }
 }
 
 } // namespace
