@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <new>
 #include <utility>
@@ -167,7 +168,8 @@ bool CanCreate(const Value& root, const Pointer& pointer)
     const Value* at = &root;
     for (std::size_t i = 0; i < pointer.GetTokenCount(); ++i) {
         const Pointer::Token& token = pointer.GetTokens()[i];
-        if (!IsUtf8(token.name, token.length)) {
+        // What was set under a key with a NUL could not be found again.
+        if (!IsUtf8(token.name, token.length) || std::memchr(token.name, '\0', token.length) != nullptr) {
             return false;
         }
         const bool numbered = token.index != rapidjson::kPointerInvalidIndex;

@@ -45,7 +45,7 @@ public:
     ///
     /// @return false, and the document stays as it is, when the path is empty or malformed, leads through a value that
     ///         is neither object nor array or through an array without an index, or is longer than `kMaxDepth` allows;
-    ///         when a text or a key is not valid UTF-8; when a number is not finite.
+    ///         when a text or a key is not valid UTF-8, or a key has a NUL; when a number is not finite.
     bool Set(const std::string& path, const std::string& value);
     bool Set(const std::string& path, const char* value);
     bool Set(const std::string& path, std::int32_t value);
