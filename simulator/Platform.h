@@ -30,7 +30,7 @@ struct Options {
     double timeScale = 1.0;
     std::uint64_t bodyLimit = 64u * 1024u * 1024u; ///< Largest accepted request body in bytes.
     unsigned idleSeconds = 60;                     ///< A connection that is silent so long is closed.
-    /// Called once per exchange on a worker thread, one call at a time. Must not stop the platform.
+    /// Called once per exchange on a worker thread, one call at a time. Must neither throw nor stop the platform.
     std::function<void(const Exchange&)> onExchange;
     /// Replaces the system clock: milliseconds since 1970 UTC. Must be callable from any thread.
     std::function<std::int64_t()> now;

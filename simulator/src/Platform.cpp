@@ -38,7 +38,8 @@ std::shared_ptr<const Cipher> MakeCipher(Store& store)
 
 std::string ToLine(const Exchange& exchange)
 {
-    // Civil time from days (H. Hinnant): gmtime is not safe from several threads, and its safe forms differ by system.
+    // Civil time counted from 1 March of year 0: gmtime is not safe from several threads, and its safe forms differ by
+    // system.
     const std::int64_t days = exchange.timeMs / 86400000 + 719468;
     const std::int64_t ofDay = exchange.timeMs % 86400000;
     const std::int64_t era = days / 146097;
