@@ -148,20 +148,19 @@ struct Site {
 std::string Seen()
 {
     const ExchangeRecord& exchange = LastExchange();
-    const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
-    std::string text = "false; ";
-    text += !exchange.sent       ? "not sent"
-            : !exchange.answered ? "no answer"
-            : !exchange.parsed   ? "answer not readable"
-                                 : "refused";
-    if (exchange.parsed) {
-        return text + " with " + std::to_string(exchange.category) + "-" + std::to_string(exchange.number) + " \"" +
-               exchange.message + "\"";
+    if (!exchange.sent) {
+        return "false; not sent";
     }
     if (!exchange.answered) {
-        text += ": " + error.text + " [" + std::to_string(error.category) + "-" + std::to_string(error.number) + "]";
+        const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
+        return "false; no answer: " + error.text + " [" + std::to_string(error.category) + "-" +
+               std::to_string(error.number) + "]";
     }
-    return text;
+    if (!exchange.parsed) {
+        return "false; answer not readable";
+    }
+    return "false; refused with " + std::to_string(exchange.category) + "-" + std::to_string(exchange.number) + " \"" +
+           exchange.message + "\"";
 }
 
 class Demonstration {
@@ -235,7 +234,7 @@ private:
             screen_.Wrong("the site has no groups");
             return;
         }
-        screen_.Step("Rename it; only the name goes over the wire");
+        screen_.Step("Rename the first; only the name goes over the wire");
         int code = 0;
         Expect(CAccessGroupComm::modifyAccessGroupName(groups_.front(), "Office staff, weekdays", code),
                "modifyAccessGroupName");
@@ -345,7 +344,7 @@ private:
         if (!Expect(AcsParamConfig::getAcsDoorParamRequest(door, device_, 1), "getAcsDoorParamRequest")) {
             return;
         }
-        screen_.Result("\"" + door.doorName + "\" opens for " + std::to_string(door.openDuration) + " s");
+        screen_.Result("an authentication opens it for " + std::to_string(door.openDuration) + " s");
         door.openDuration += 3;
         door.superPassword = "482913";
         if (Expect(AcsParamConfig::setAcsDoorParamRequest(door, device_, 1), "setAcsDoorParamRequest") &&
@@ -406,7 +405,7 @@ private:
             if (exchange.path.find("/polling/task/get") == std::string::npos) {
                 screen_.Wire(exchange.verb + " " + exchange.path + " -> " + exchange.code);
             }
-            ++meter_.exchanges;
+            ++wallExchanges_;
         };
         simulator::VideoWallService service(std::move(options));
         std::string error;
@@ -479,9 +478,8 @@ private:
     void Summary()
     {
         screen_.Chapter("Summary");
-        const int exchanges = meter_.exchanges;
-        screen_.Result(std::to_string(exchanges) + " exchanges, " + std::to_string(served_) +
-                       " of them answered by the platform");
+        screen_.Result(std::to_string(meter_.exchanges) + " exchanges, " + std::to_string(served_) +
+                       " of them answered by the platform; " + std::to_string(wallExchanges_) + " with the video wall");
         screen_.Result(std::to_string(meter_.bytesOut) + " B of requests, " + std::to_string(meter_.bytesIn) +
                        " B of answers, " + Short(static_cast<double>(meter_.microseconds) / 1000.0) +
                        " inside the executor");
@@ -496,6 +494,7 @@ private:
     std::vector<std::string> groups_;
     std::string device_;
     std::uint64_t served_ = 0;
+    std::atomic<int> wallExchanges_{0};
 };
 
 } // namespace
