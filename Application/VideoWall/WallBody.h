@@ -29,6 +29,23 @@ struct Field {
     Also also = Also::Nothing;
 };
 
+/// Paths of the keys below another path, one at a time.
+class Below {
+public:
+    explicit Below(const std::string& path) : path_(path + '/'), length_(path_.size()) {}
+    Below(const std::string& path, std::size_t index) : Below(path + '/' + std::to_string(index)) {}
+
+    const std::string& operator()(const char* key)
+    {
+        path_.resize(length_);
+        return path_ += key;
+    }
+
+private:
+    std::string path_;
+    std::size_t length_;
+};
+
 /// One key of a body. Lists and texts with a name are only referred to and must outlive it.
 class Key {
 public:
@@ -43,9 +60,9 @@ public:
     Key(const char* path, const std::vector<Record>& records, const Field<Record> (&fields)[count])
         : path_(path), value_(Writer([&records, &fields](proto::CRapidJsonProto& body, const std::string& at) {
               for (std::size_t i = 0; i < records.size(); ++i) {
-                  const std::string element = at + '/' + std::to_string(i) + '/';
+                  Below element(at, i);
                   for (const Field<Record>& field : fields) {
-                      const auto set = [&](auto member) { return body.Set(element + field.key, records[i].*member); };
+                      const auto set = [&](auto member) { return body.Set(element(field.key), records[i].*member); };
                       if (!std::visit(set, field.member)) {
                           return false;
                       }
@@ -60,7 +77,7 @@ public:
     Key(const char* path, const std::vector<std::string>& texts, const char* elementKey)
         : path_(path), value_(Writer([&texts, elementKey](proto::CRapidJsonProto& body, const std::string& at) {
               for (std::size_t i = 0; i < texts.size(); ++i) {
-                  if (!body.Set(at + '/' + std::to_string(i) + '/' + elementKey, texts[i])) {
+                  if (!body.Set(Below(at, i)(elementKey), texts[i])) {
                       return false;
                   }
               }
@@ -100,8 +117,9 @@ public:
     void Read(const std::string& path, Record& record, const Field<Record> (&fields)[count]) const
     {
         Record fresh = record;
+        Below below(path);
         for (const Field<Record>& field : fields) {
-            std::visit([&](auto member) { Read(path + '/' + field.key, fresh.*member, field.also); }, field.member);
+            std::visit([&](auto member) { Read(below(field.key), fresh.*member, field.also); }, field.member);
         }
         record = std::move(fresh);
     }
