@@ -26,6 +26,10 @@ int Describe(const DescribeOptions& options, const Style& style);
 /// Says that nobody has that name, and who has one like it.
 int UnknownFunction(const std::string& name);
 
+/// Writes the OpenAPI document, or the reference page, to a file; "-" is standard output.
+int OpenApi(const std::string& file);
+int Reference(const std::string& file);
+
 struct CallOptions {
     std::string function;
     std::vector<std::string> values; ///< "name=value".

@@ -78,23 +78,6 @@ std::string Body(const Observed& observed, const Style& style)
     return text;
 }
 
-/// A declaration, with its parameters on lines of their own when it is long.
-std::string Declared(const std::string& declaration)
-{
-    if (Width(declaration) <= kTextWidth) {
-        return "  " + declaration + "\n";
-    }
-    std::string text = "  ";
-    for (const char c : declaration) {
-        text += c;
-        if (c == '(' || c == ',') {
-            text += "\n     ";
-            text += c == '(' ? " " : "";
-        }
-    }
-    return text + "\n";
-}
-
 std::string Arguments(const catalogue::Function& function, const catalogue::FunctionDoc& doc, Observer& observer,
                       const Style& style)
 {
@@ -124,17 +107,8 @@ std::string Arguments(const catalogue::Function& function, const catalogue::Func
 
 std::string Structures(const Observed& observed, const Style& style)
 {
-    std::vector<std::string> roots;
-    for (const catalogue::Argument& argument : observed.function->Arguments()) {
-        if (!catalogue::NeedsName(argument.type->shape) && argument.type->shape != catalogue::Shape::AnyStructure) {
-            roots.push_back(argument.type->name());
-        }
-    }
-    if (!observed.passThrough || roots.empty()) {
-        roots.push_back(observed.bodyStructure);
-    }
     std::string text;
-    for (const std::string& name : Reachable(roots)) {
+    for (const std::string& name : Reachable(StructuresOf(observed))) {
         const StructureView view = ViewOf(name);
         text += (text.empty() ? style.Heading("Structures") + "\n" : "\n") + std::string("  ") + style.Name(name) +
                 (view.rootName.empty() ? "" : style.Faint("  sent as \"" + view.rootName + "\"")) + "\n";
@@ -170,7 +144,7 @@ std::string Page(const Observed& observed, Observer& observer, const Style& styl
     }
     text += Wrapped(catalogue::DocOfClass(function.ClassName()), kTextWidth, "  ");
     text += Wrapped(catalogue::RemarkOfClass(function.ClassName()), kTextWidth, "  ");
-    text += "\n" + Declared(doc.declaration.empty() ? function.Signature() : doc.declaration) + "\n";
+    text += "\n" + Indented(DeclarationOf(function), "  ") + "\n";
     text += Request(observed, style) + Arguments(function, doc, observer, style) + Body(observed, style);
     text += style.Heading("Result") + "\n";
     if (observed.outputStructure.empty()) {

@@ -45,6 +45,8 @@ public:
         AddDescribe();
         AddCall();
         AddPlatform();
+        AddDocument("openapi", "The OpenAPI 3.1 document of all functions and structures", "--output", OpenApi);
+        AddDocument("reference", "The reference of all functions as one page of HTML", "--html", Reference);
     }
 
     int Run(int argc, char** argv)
@@ -127,8 +129,18 @@ private:
         platform->callback([this] { command_ = [this] { return RunPlatform(platform_); }; });
     }
 
+    void AddDocument(const char* name, const char* about, const char* option, int (*write)(const std::string&))
+    {
+        CLI::App* const command = app_.add_subcommand(name, about);
+        command->add_option(option, file_, "Where to write it; - is standard output")
+            ->type_name("FILE")
+            ->default_str("-");
+        command->callback([this, write] { command_ = [this, write] { return Quiet(), write(file_); }; });
+    }
+
     CLI::App app_{"The functions of the nexwire library from the command line.", "nexwire"};
     std::string color_ = "auto";
+    std::string file_ = "-";
     ListOptions list_;
     DescribeOptions describe_;
     CallOptions call_;

@@ -366,6 +366,43 @@ Observed Observer::Observe(const catalogue::Function& function)
     return observed;
 }
 
+std::vector<std::string> StructuresOf(const Observed& observed)
+{
+    std::vector<std::string> names;
+    for (const Argument& argument : observed.function->Arguments()) {
+        if (!catalogue::NeedsName(argument.type->shape) && argument.type->shape != Shape::AnyStructure) {
+            names.push_back(argument.type->name());
+        }
+    }
+    const bool known = std::find(names.begin(), names.end(), observed.bodyStructure) != names.end();
+    if (!observed.bodyStructure.empty() && !known && (!observed.passThrough || names.empty())) {
+        names.push_back(observed.bodyStructure);
+    }
+    return names;
+}
+
+std::string DeclarationOf(const catalogue::Function& function)
+{
+    constexpr std::size_t kLong = 98;
+    std::string declaration = catalogue::DocOfFunction(function).declaration;
+    if (declaration.empty()) {
+        declaration = function.Signature();
+    }
+    if (declaration.size() <= kLong) {
+        return declaration;
+    }
+    std::string text;
+    for (const char c : declaration) {
+        if (c == ' ' && !text.empty() && text.back() == ',') {
+            text += "\n    ";
+            continue;
+        }
+        text += c;
+        text += c == '(' ? "\n    " : "";
+    }
+    return text;
+}
+
 bool Observer::Travels(const catalogue::Function& function, std::size_t index)
 {
     const Argument& argument = function.Arguments()[index];

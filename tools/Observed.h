@@ -55,6 +55,13 @@ struct Observed {
     std::string ShownBody() const;
 };
 
+/// The structures that a person needs to know for a function: those of its arguments and, unless a device gets them, of
+/// its body.
+std::vector<std::string> StructuresOf(const Observed& observed);
+
+/// The function's declaration in its header, the parameters on lines of their own when it is long.
+std::string DeclarationOf(const catalogue::Function& function);
+
 /// Runs functions against a recorder. Not more than one at a time in a process; the library must not be initialised.
 class Observer {
 public:

@@ -1,0 +1,32 @@
+#include "tools/Commands.h"
+#include "tools/OpenApi.h"
+#include "tools/Reference.h"
+
+namespace nexwire {
+namespace tools {
+namespace {
+
+int Save(const std::string& file, const std::string& content)
+{
+    std::string error;
+    if (!WriteWhole(file, content, error)) {
+        Complain(error);
+        return kUsage;
+    }
+    return kDone;
+}
+
+} // namespace
+
+int OpenApi(const std::string& file)
+{
+    return Save(file, OpenApiDocument());
+}
+
+int Reference(const std::string& file)
+{
+    return Save(file, ReferencePage());
+}
+
+} // namespace tools
+} // namespace nexwire

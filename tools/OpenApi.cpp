@@ -1,0 +1,591 @@
+#include "tools/OpenApi.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <vector>
+
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include "catalogue/Comments.h"
+#include "catalogue/Find.h"
+#include "catalogue/Structures.h"
+#include "nexwire/host/HttpRequestExecutor.h"
+#include "tools/Example.h"
+#include "tools/Observed.h"
+
+namespace nexwire {
+namespace tools {
+namespace {
+
+using catalogue::Argument;
+using catalogue::Shape;
+using rapidjson::Value;
+
+constexpr const char* kSchemas = "#/components/schemas/";
+
+/// Names of the identifiers in a path, in order.
+std::vector<std::string> ParametersOf(const std::string& path)
+{
+    std::vector<std::string> names;
+    for (std::size_t open = path.find('{'); open != std::string::npos; open = path.find('{', open + 1)) {
+        const std::size_t close = path.find('}', open);
+        if (close == std::string::npos) {
+            break;
+        }
+        names.push_back(path.substr(open + 1, close - open - 1));
+    }
+    return names;
+}
+
+/// What tells a path from others: two that differ in the names of identifiers only are one.
+std::string WithoutNames(const std::string& path)
+{
+    std::string bare;
+    bool inside = false;
+    for (const char c : path) {
+        inside = c == '{' || (inside && c != '}');
+        if (!inside || c == '{') {
+            bare += c;
+        }
+    }
+    return bare;
+}
+
+/// Words in double quotes: what a text may be, where its comment lists that.
+std::vector<std::string> Vocabulary(const std::string& doc)
+{
+    std::vector<std::string> words;
+    for (std::size_t open = doc.find('"'); open != std::string::npos; open = doc.find('"', open)) {
+        const std::size_t close = doc.find('"', open + 1);
+        if (close == std::string::npos) {
+            break;
+        }
+        words.push_back(doc.substr(open + 1, close - open - 1));
+        open = close + 1;
+    }
+    return words;
+}
+
+std::string OperationId(const Observed& observed)
+{
+    std::string id = observed.name;
+    for (std::size_t at = id.find("::"); at != std::string::npos; at = id.find("::")) {
+        id.replace(at, 2, ".");
+    }
+    for (char& c : id) {
+        c = c == '(' ? '.' : c == ',' ? '.' : c;
+    }
+    id.erase(std::remove_if(id.begin(), id.end(), [](char c) { return c == ')' || c == ' '; }), id.end());
+    return id;
+}
+
+bool IsJson(const std::string& text)
+{
+    rapidjson::Document document;
+    return !document.Parse(text.c_str()).HasParseError();
+}
+
+class Writer {
+public:
+    std::string Document()
+    {
+        document_.SetObject();
+        Info();
+        Observer observer;
+        std::vector<Observed> all;
+        for (const catalogue::Function& function : catalogue::All()) {
+            Observed observed = observer.Observe(function);
+            if (observed.sent) {
+                all.push_back(std::move(observed));
+            }
+        }
+        Tags(all);
+        Paths(all);
+        Components();
+        rapidjson::StringBuffer buffer;
+        rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+        writer.SetIndent(' ', 2);
+        document_.Accept(writer);
+        return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    }
+
+private:
+    using Group = std::vector<const Observed*>;
+
+    Value Text(const std::string& text)
+    {
+        return Value(text.c_str(), static_cast<rapidjson::SizeType>(text.size()), document_.GetAllocator());
+    }
+    Value Object() { return Value(rapidjson::kObjectType); }
+    Value Array() { return Value(rapidjson::kArrayType); }
+    void Add(Value& object, const std::string& key, Value value)
+    {
+        object.AddMember(Text(key), value, document_.GetAllocator());
+    }
+    void Add(Value& object, const std::string& key, const std::string& text) { Add(object, key, Text(text)); }
+    void Push(Value& array, Value value) { array.PushBack(value, document_.GetAllocator()); }
+    Value Json(const std::string& json)
+    {
+        rapidjson::Document parsed(&document_.GetAllocator());
+        parsed.Parse(json.c_str());
+        Value value;
+        value.CopyFrom(parsed, document_.GetAllocator());
+        return value;
+    }
+    Value Reference(const std::string& structure)
+    {
+        used_.insert(structure);
+        Value reference = Object();
+        Add(reference, "$ref", kSchemas + structure);
+        return reference;
+    }
+    /// One schema as it is, several as alternatives.
+    Value AnyOf(std::vector<Value> schemas)
+    {
+        if (schemas.size() == 1) {
+            return std::move(schemas.front());
+        }
+        Value list = Array();
+        for (Value& schema : schemas) {
+            Push(list, std::move(schema));
+        }
+        Value any = Object();
+        Add(any, "anyOf", std::move(list));
+        return any;
+    }
+    Value OfType(const std::string& type)
+    {
+        Value schema = Object();
+        Add(schema, "type", type);
+        return schema;
+    }
+
+    void Info()
+    {
+        Add(document_, "openapi", "3.1.0");
+        Value info = Object();
+        Add(info, "title", "Security-management platform, as the nexwire library speaks to it");
+        Add(info, "version", NEXWIRE_VERSION);
+        Add(info, "description",
+            "Every request of the library, found by running its functions. Functions that share a path and a verb "
+            "stand in one operation; `x-nexwire-functions` names them, and each has an example of its body.\n\n"
+            "The library names a method code, 0 to 3; the verbs are those that its ready-made transport maps them to, "
+            "see `x-nexwire-verbs`. Some reads and deletions carry a body with GET or DELETE: that is what is sent.\n\n"
+            "Every answer is the envelope: `code` is two numbers joined by a hyphen, the second 0 for success, and "
+            "`data` holds the result.");
+        Add(document_, "info", std::move(info));
+        Add(document_, "servers", Server("https://{host}:{port}", "The platform", "platform.example", "443"));
+        Value verbs = Object();
+        for (const auto& verb : host::HttpExecutorOptions().verbs) {
+            Add(verbs, std::to_string(verb.first), verb.second);
+        }
+        Add(document_, "x-nexwire-verbs", std::move(verbs));
+    }
+
+    Value Server(const std::string& url, const std::string& description, const std::string& host,
+                 const std::string& port)
+    {
+        Value variables = Object();
+        for (const auto& variable : {std::make_pair("host", host), std::make_pair("port", port)}) {
+            Value value = Object();
+            Add(value, "default", variable.second);
+            Add(variables, variable.first, std::move(value));
+        }
+        Value server = Object();
+        Add(server, "url", url);
+        Add(server, "description", description);
+        Add(server, "variables", std::move(variables));
+        Value servers = Array();
+        Push(servers, std::move(server));
+        return servers;
+    }
+
+    void Tags(const std::vector<Observed>& all)
+    {
+        Value tags = Array();
+        std::set<std::string> seen;
+        for (const Observed& observed : all) {
+            if (seen.insert(observed.function->Module()).second) {
+                Value tag = Object();
+                Add(tag, "name", observed.function->Module());
+                Push(tags, std::move(tag));
+            }
+        }
+        Add(document_, "tags", std::move(tags));
+    }
+
+    void Paths(const std::vector<Observed>& all)
+    {
+        // In the order of the catalogue; the first function names the identifiers.
+        std::vector<std::string> order;
+        std::map<std::string, std::map<std::string, Group>> byPath;
+        for (const Observed& observed : all) {
+            const std::string bare = WithoutNames(observed.path);
+            if (byPath.find(bare) == byPath.end()) {
+                order.push_back(bare);
+            }
+            byPath[bare][catalogue::LowerCase(VerbOf(observed.request.method))].push_back(&observed);
+        }
+        Value paths = Object();
+        for (const std::string& bare : order) {
+            Value item = Object();
+            const std::map<std::string, Group>& verbs = byPath[bare];
+            const Observed& first = *verbs.begin()->second.front();
+            if (first.direct) {
+                Add(item, "servers", Server("http://{host}:{port}", "The video wall service", "127.0.0.1", "8090"));
+            }
+            const std::vector<std::string> names = ParametersOf(first.path);
+            if (!names.empty()) {
+                Add(item, "parameters", PathParameters(names, verbs));
+            }
+            for (const auto& verb : verbs) {
+                Add(item, verb.first, Operation(verb.second));
+            }
+            Add(paths, first.path, std::move(item));
+        }
+        Add(document_, "paths", std::move(paths));
+    }
+
+    Value PathParameters(const std::vector<std::string>& names, const std::map<std::string, Group>& verbs)
+    {
+        Value parameters = Array();
+        for (const std::string& name : names) {
+            std::string type = "string";
+            for (const Argument& argument : verbs.begin()->second.front()->function->Arguments()) {
+                if (argument.name == name && argument.type->shape == Shape::Integer) {
+                    type = "integer";
+                }
+            }
+            Value parameter = Object();
+            Add(parameter, "name", name);
+            Add(parameter, "in", "path");
+            Add(parameter, "required", Value(true));
+            Add(parameter, "schema", OfType(type));
+            Push(parameters, std::move(parameter));
+        }
+        return parameters;
+    }
+
+    std::string Told(const Observed& observed)
+    {
+        const catalogue::FunctionDoc doc = catalogue::DocOfFunction(*observed.function);
+        return doc.text.empty() ? catalogue::DocOfClass(observed.function->ClassName()) : doc.text;
+    }
+
+    std::string FirstSentence(const std::string& text)
+    {
+        const std::size_t end = text.find_first_of(".\n");
+        return text.substr(0, end);
+    }
+
+    /// Functions of one operation, each with what it is for.
+    std::string Description(const Group& group)
+    {
+        std::string text;
+        if (!group.front()->passThrough) {
+            for (const Observed* observed : group) {
+                const std::string told = Told(*observed);
+                text += (text.empty() ? "" : "\n\n") + std::string("`") + observed->name + "`" +
+                        (told.empty() ? "" : ": " + told);
+            }
+            return text;
+        }
+        text = "Relays a command to the device. `inBuffer` and `outBuffer` carry JSON as text.\n\n"
+               "| command | condition | function | inBuffer | outBuffer |\n|---|---|---|---|---|";
+        for (const Observed* observed : group) {
+            const bool given = !observed->deviceInput.empty();
+            text += "\n| " + (observed->command == 0 ? "the caller's" : std::to_string(observed->command)) + " | " +
+                    observed->condition + " | `" + observed->name + "` | " +
+                    (given ? Link(observed->inputStructure) : "") + " | " +
+                    (given || observed->command == 0 ? "" : Link(observed->outputStructure)) + " |";
+        }
+        return text;
+    }
+
+    std::string Link(const std::string& structure)
+    {
+        if (!structure.empty()) {
+            used_.insert(structure);
+        }
+        return structure;
+    }
+
+    Value Operation(const Group& group)
+    {
+        const Observed& first = *group.front();
+        Value operation = Object();
+        Add(operation, "operationId", OperationId(first));
+        const std::string summary = first.passThrough ? "Command to a device" : FirstSentence(Told(first));
+        Add(operation, "summary", summary.empty() ? first.name : summary);
+        Add(operation, "description", Description(group));
+        Value tags = Array();
+        std::set<std::string> modules;
+        Value functions = Array();
+        for (const Observed* observed : group) {
+            if (modules.insert(observed->function->Module()).second) {
+                Push(tags, Text(observed->function->Module()));
+            }
+            Push(functions, Text(observed->name));
+        }
+        Add(operation, "tags", std::move(tags));
+        if (!first.direct) {
+            Add(operation, "x-nexwire-method-code", Value(first.request.method));
+            Add(operation, "x-nexwire-timeout-ms", Value(first.request.timeoutMs));
+        }
+        Add(operation, "x-nexwire-functions", std::move(functions));
+        Value headers = Headers(group);
+        if (!headers.Empty()) {
+            Add(operation, "parameters", std::move(headers));
+        }
+        const bool anyBody =
+            std::any_of(group.begin(), group.end(), [](const Observed* each) { return !each->request.body.empty(); });
+        if (anyBody) {
+            Add(operation, "requestBody", Body(group));
+        }
+        Value responses = Object();
+        Add(responses, "200", Response(group));
+        Add(operation, "responses", std::move(responses));
+        return operation;
+    }
+
+    /// Header fields that every transport sends by itself are not a parameter of anything.
+    Value Headers(const Group& group)
+    {
+        Value headers = Array();
+        std::set<std::string> seen;
+        for (const Observed* observed : group) {
+            for (const auto& header : observed->request.headers) {
+                const std::string lower = catalogue::LowerCase(header.first);
+                if (lower == "accept" || lower == "content-type" || lower == "authorization" ||
+                    !seen.insert(lower).second) {
+                    continue;
+                }
+                Value parameter = Object();
+                Add(parameter, "name", header.first);
+                Add(parameter, "in", "header");
+                Value schema = OfType("string");
+                if (header.second.find('{') == std::string::npos) {
+                    Value examples = Array();
+                    Push(examples, Text(header.second));
+                    Add(schema, "examples", std::move(examples));
+                }
+                Add(parameter, "schema", std::move(schema));
+                Push(headers, std::move(parameter));
+            }
+        }
+        return headers;
+    }
+
+    Value BodySchema(const Observed& observed)
+    {
+        if (observed.bodyStructure.empty()) {
+            return observed.direct && !observed.inputStructure.empty() ? Reference(observed.inputStructure)
+                                                                       : OfType("object");
+        }
+        const std::string root = ViewOf(observed.bodyStructure).rootName;
+        Value properties = Object();
+        Add(properties, root, Reference(observed.bodyStructure));
+        Value required = Array();
+        Push(required, Text(root));
+        Value schema = OfType("object");
+        Add(schema, "required", std::move(required));
+        Add(schema, "properties", std::move(properties));
+        return schema;
+    }
+
+    Value Body(const Group& group)
+    {
+        std::map<std::string, std::vector<Value>> schemas;
+        std::map<std::string, Value> examples;
+        std::set<std::string> seen;
+        bool always = true;
+        for (const Observed* observed : group) {
+            if (observed->request.body.empty()) {
+                always = false;
+                continue;
+            }
+            const auto declared = observed->request.params.find("Content-Type");
+            const bool json = declared == observed->request.params.end() && IsJson(observed->request.body);
+            const std::string type = json                                         ? "application/json"
+                                     : declared == observed->request.params.end() ? "application/octet-stream"
+                                                                                  : declared->second;
+            const std::string mediaType = type.substr(0, type.find(';'));
+            const std::string structure = observed->direct ? observed->inputStructure : observed->bodyStructure;
+            if (seen.insert(mediaType + " " + structure).second) {
+                schemas[mediaType].push_back(json ? BodySchema(*observed) : OfType("string"));
+            }
+            if (json) {
+                Value example = Object();
+                Add(example, "summary",
+                    observed->command == 0 ? observed->name
+                                           : "Command " + std::to_string(observed->command) + ", " + observed->name);
+                Add(example, "value", Json(Filled(observed->request.body, structure)));
+                Value& all = examples.emplace(mediaType, Object()).first->second;
+                Add(all, OperationId(*observed), std::move(example));
+            }
+        }
+        Value content = Object();
+        for (auto& schema : schemas) {
+            Value media = Object();
+            Add(media, "schema", AnyOf(std::move(schema.second)));
+            const auto example = examples.find(schema.first);
+            if (example != examples.end()) {
+                Add(media, "examples", std::move(example->second));
+            }
+            Add(content, schema.first, std::move(media));
+        }
+        Value body = Object();
+        Add(body, "required", Value(always));
+        Add(body, "content", std::move(content));
+        return body;
+    }
+
+    /// What "data" holds.
+    Value DataSchema(const Observed& observed)
+    {
+        if (observed.passThrough) {
+            const bool batch = observed.path.find("/batch") != std::string::npos;
+            return Reference(batch ? "BatchPassThroughRspData" : "DagPassThroughRspData");
+        }
+        for (const Argument& argument : observed.function->Arguments()) {
+            if (argument.output && argument.type->shape == Shape::Structure) {
+                return Reference(argument.type->name());
+            }
+        }
+        return OfType("object");
+    }
+
+    Value Response(const Group& group)
+    {
+        std::vector<Value> data;
+        std::set<std::string> seen;
+        for (const Observed* observed : group) {
+            const std::string key = observed->passThrough ? WithoutNames(observed->path) : observed->outputStructure;
+            if (seen.insert(key).second) {
+                data.push_back(DataSchema(*observed));
+            }
+        }
+        const bool direct = group.front()->direct;
+        Value properties = Object();
+        Add(properties, "data", AnyOf(std::move(data)));
+        Value own = OfType("object");
+        Add(own, "properties", std::move(properties));
+        Value all = Array();
+        Value envelope = Object();
+        Add(envelope, "$ref", std::string(kSchemas) + (direct ? "VideoWallEnvelope" : "Envelope"));
+        Push(all, std::move(envelope));
+        if (!direct) {
+            Push(all, std::move(own));
+        }
+        Value schema = Object();
+        Add(schema, "allOf", std::move(all));
+        Value media = Object();
+        Add(media, "schema", std::move(schema));
+        Value content = Object();
+        Add(content, "application/json", std::move(media));
+        Value response = Object();
+        Add(response, "description", "The envelope, for failures, too");
+        Add(response, "content", std::move(content));
+        return response;
+    }
+
+    Value MemberSchema(const MemberView& member)
+    {
+        Value element;
+        if (!member.structure.empty()) {
+            element = Reference(member.structure);
+        } else if (member.type == "text" || member.type == "list of texts") {
+            element = OfType("string");
+            const std::vector<std::string> words = Vocabulary(member.doc);
+            if (words.size() > 1) {
+                Value examples = Array();
+                for (const std::string& word : words) {
+                    Push(examples, Text(word));
+                }
+                Add(element, "examples", std::move(examples));
+            }
+        } else if (member.type == "true or false") {
+            element = OfType("boolean");
+        } else if (member.type == "number") {
+            element = OfType("number");
+        } else {
+            element = OfType("integer");
+            Add(element, "format", member.type == "integer of 64 bits" ? "int64" : "int32");
+        }
+        if (member.list) {
+            Value list = OfType("array");
+            Add(list, "items", std::move(element));
+            element = std::move(list);
+        }
+        if (!member.doc.empty()) {
+            Add(element, "description", member.doc);
+        }
+        return element;
+    }
+
+    void Components()
+    {
+        Value schemas = Object();
+        Add(schemas, "Envelope", Json(R"({
+            "type": "object",
+            "description": "What every answer of the platform is.",
+            "required": ["code"],
+            "properties": {
+                "code": {"type": "string", "pattern": "^-?[0-9]+--?[0-9]+$", "examples": ["0-0"],
+                         "description": "Category and number joined by a hyphen; number 0 is success."},
+                "msg": {"type": "string", "description": "Text for the user."},
+                "data": {"type": "object", "description": "The result; may be missing."}
+            }})"));
+        Add(schemas, "VideoWallEnvelope", Json(R"({
+            "type": "object",
+            "description": "What every answer of the video wall service is.",
+            "required": ["code"],
+            "properties": {
+                "code": {"type": "integer", "format": "int32", "description": "0 for success."},
+                "module": {"type": "integer", "format": "int32", "description": "Part of the service that answers."},
+                "msg": {"type": "string", "description": "Text for the user."},
+                "data": {"description": "The result."}
+            }})"));
+        for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+            used_.insert(structure.fields->name);
+        }
+        const std::vector<std::string> all = Reachable(std::vector<std::string>(used_.begin(), used_.end()));
+        for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
+            const StructureView view = ViewOf(name);
+            Value schema = OfType("object");
+            if (!view.doc.empty()) {
+                Add(schema, "description", view.doc);
+            }
+            Value properties = Object();
+            for (const MemberView& member : view.members) {
+                Add(properties, member.key, MemberSchema(member));
+            }
+            if (!view.members.empty()) {
+                Add(schema, "properties", std::move(properties));
+            }
+            if (!view.rootName.empty()) {
+                Add(schema, "x-nexwire-root-name", view.rootName);
+            }
+            Add(schemas, name, std::move(schema));
+        }
+        Value components = Object();
+        Add(components, "schemas", std::move(schemas));
+        Add(document_, "components", std::move(components));
+    }
+
+    rapidjson::Document document_;
+    std::set<std::string> used_;
+};
+
+} // namespace
+
+std::string OpenApiDocument()
+{
+    return Writer().Document();
+}
+
+} // namespace tools
+} // namespace nexwire

@@ -1,0 +1,228 @@
+#include "tools/Reference.h"
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include "catalogue/Comments.h"
+#include "catalogue/Find.h"
+#include "catalogue/Structures.h"
+#include "tools/Example.h"
+#include "tools/Observed.h"
+
+namespace nexwire {
+namespace tools {
+
+/// The page without its data, see reference/page.html.
+extern const unsigned char kReferencePage[];
+extern const std::size_t kReferencePageSize;
+
+namespace {
+
+using catalogue::Argument;
+using Json = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void Text(Json& json, const std::string& text)
+{
+    json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+/// Members that are empty are left out.
+void Member(Json& json, const char* key, const std::string& text)
+{
+    if (!text.empty()) {
+        json.Key(key);
+        Text(json, text);
+    }
+}
+
+bool IsStructure(const Argument& argument)
+{
+    return !catalogue::NeedsName(argument.type->shape) && argument.type->shape != catalogue::Shape::AnyStructure;
+}
+
+void Arguments(Json& json, const Observed& observed, const catalogue::FunctionDoc& doc, Observer& observer)
+{
+    const std::vector<Argument>& arguments = observed.function->Arguments();
+    json.Key("arguments");
+    json.StartArray();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const auto said = std::find_if(doc.parameters.begin(), doc.parameters.end(),
+                                       [&](const auto& each) { return each.first == arguments[i].name; });
+        json.StartArray();
+        Text(json, arguments[i].name);
+        Text(json, catalogue::Spelled(*arguments[i].type));
+        Text(json, IsStructure(arguments[i]) ? arguments[i].type->name() : "");
+        Text(json, !arguments[i].output                      ? ""
+                   : observer.Travels(*observed.function, i) ? "given and returned"
+                                                             : "result");
+        Text(json, said == doc.parameters.end() ? "" : said->second);
+        json.EndArray();
+    }
+    json.EndArray();
+}
+
+void Lines(Json& json, const char* key, const std::map<std::string, std::string>& fields)
+{
+    json.Key(key);
+    json.StartArray();
+    for (const auto& field : fields) {
+        Text(json, field.first + ": " + field.second);
+    }
+    json.EndArray();
+}
+
+void FunctionData(Json& json, const Observed& observed, Observer& observer, std::set<std::string>& used)
+{
+    const catalogue::Function& function = *observed.function;
+    const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
+    json.StartObject();
+    Member(json, "name", observed.name);
+    Member(json, "module", function.Module());
+    Member(json, "class", function.ClassName());
+    Member(json, "declaration", DeclarationOf(function));
+    Member(json, "doc", doc.text);
+    Member(json, "returns", doc.returns);
+    json.Key("sent");
+    json.Bool(observed.sent);
+    json.Key("direct");
+    json.Bool(observed.direct);
+    Member(json, "path", observed.path);
+    Member(json, "verb", VerbOf(observed.request.method));
+    json.Key("method");
+    json.Int(observed.request.method);
+    json.Key("timeout");
+    json.Int(observed.request.timeoutMs);
+    Lines(json, "headers", observed.request.headers);
+    Lines(json, "params", observed.request.params);
+    json.Key("before");
+    json.StartArray();
+    for (const std::string& path : observed.before) {
+        Text(json, path);
+    }
+    json.EndArray();
+    if (observed.passThrough) {
+        json.Key("command");
+        json.Int(observed.command);
+        Member(json, "condition", observed.condition);
+    }
+    Arguments(json, observed, doc, observer);
+    const std::string structure = observed.direct ? observed.inputStructure : observed.bodyStructure;
+    if (!observed.request.body.empty()) {
+        Member(json, "body", Commented(Filled(observed.ShownBody(), structure), structure));
+    }
+    if (!observed.deviceInput.empty()) {
+        Member(json, "device",
+               Commented(Filled(observed.deviceInput, observed.inputStructure), observed.inputStructure));
+    }
+    Member(json, "output", observed.outputStructure);
+    json.Key("outputIsList");
+    json.Bool(observed.outputIsList);
+    json.Key("structures");
+    json.StartArray();
+    for (const std::string& name : StructuresOf(observed)) {
+        used.insert(name);
+        Text(json, name);
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void StructureData(Json& json, const std::string& name)
+{
+    const StructureView view = ViewOf(name);
+    json.Key(name.c_str());
+    json.StartObject();
+    Member(json, "doc", view.doc);
+    Member(json, "root", view.rootName);
+    json.Key("members");
+    json.StartArray();
+    for (const MemberView& member : view.members) {
+        json.StartArray();
+        Text(json, member.key);
+        Text(json, member.type);
+        Text(json, member.structure);
+        Text(json, member.doc);
+        json.EndArray();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+std::string Data()
+{
+    rapidjson::StringBuffer buffer;
+    Json json(buffer);
+    Observer observer;
+    std::vector<std::string> modules;
+    std::set<std::string> classes;
+    std::set<std::string> used;
+    json.StartObject();
+    json.Key("functions");
+    json.StartArray();
+    for (const catalogue::Function& function : catalogue::All()) {
+        FunctionData(json, observer.Observe(function), observer, used);
+        classes.insert(function.ClassName());
+        if (std::find(modules.begin(), modules.end(), function.Module()) == modules.end()) {
+            modules.push_back(function.Module());
+        }
+    }
+    json.EndArray();
+    json.Key("modules");
+    json.StartArray();
+    for (const std::string& module : modules) {
+        Text(json, module);
+    }
+    json.EndArray();
+    json.Key("classes");
+    json.StartObject();
+    for (const std::string& name : classes) {
+        json.Key(name.c_str());
+        json.StartArray();
+        Text(json, catalogue::DocOfClass(name));
+        Text(json, catalogue::RemarkOfClass(name));
+        json.EndArray();
+    }
+    json.EndObject();
+    json.Key("structures");
+    json.StartObject();
+    for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+        used.insert(structure.fields->name);
+    }
+    const std::vector<std::string> all = Reachable(std::vector<std::string>(used.begin(), used.end()));
+    for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
+        StructureData(json, name);
+    }
+    json.EndObject();
+    json.EndObject();
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+void ReplaceOnce(std::string& text, const std::string& mark, const std::string& by)
+{
+    const std::size_t at = text.find(mark);
+    if (at != std::string::npos) {
+        text.replace(at, mark.size(), by);
+    }
+}
+
+} // namespace
+
+std::string ReferencePage()
+{
+    std::string page(reinterpret_cast<const char*>(kReferencePage), kReferencePageSize);
+    std::string data = Data();
+    // "</script" within a text would end the data.
+    for (std::size_t at = data.find("</"); at != std::string::npos; at = data.find("</", at + 3)) {
+        data.replace(at, 2, "<\\/");
+    }
+    ReplaceOnce(page, "@VERSION@", NEXWIRE_VERSION);
+    ReplaceOnce(page, "@DATA@", data);
+    return page;
+}
+
+} // namespace tools
+} // namespace nexwire
