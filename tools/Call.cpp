@@ -14,6 +14,7 @@
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 #include "simulator/Platform.h"
+#include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
 #include "tools/Example.h"
 #include "tools/Observed.h"
@@ -256,16 +257,28 @@ private:
 
     void StartWall(const CallOptions& options)
     {
-        if (options.server.empty()) {
-            throw UsageError{"video wall functions need the address of their service: --server http://HOST:PORT"};
+        if (!options.headers.empty() || options.timeoutMs > 0 || options.insecure || !options.caFile.empty() ||
+            !options.proxy.empty() || !options.recordFile.empty() || !options.replayFile.empty()) {
+            throw UsageError{"video wall functions send for themselves; of the transport only --server can be chosen"};
         }
-        std::string host;
+        std::string host = "127.0.0.1";
         std::string port;
-        SplitAddress(options.server, host, port);
+        if (options.server.empty()) {
+            wall_ = std::make_unique<simulator::VideoWallService>();
+            std::string error;
+            if (!wall_->Start(error)) {
+                throw UsageError{"the local video wall service does not start: " + error};
+            }
+            port = std::to_string(wall_->Port());
+            Complain("no --server: asking a local video wall service");
+        } else {
+            SplitAddress(options.server, host, port);
+        }
         CTWDeviceCommon::init(host, port);
     }
 
     std::unique_ptr<simulator::Platform> platform_;
+    std::unique_ptr<simulator::VideoWallService> wall_;
     host::RecordingExecutor* recording_ = nullptr;
     bool initialised_ = false;
 };

@@ -3,6 +3,7 @@
 #include <keel/Log.h>
 
 #include "tools/Commands.h"
+#include "tools/demo/Demo.h"
 
 namespace {
 
@@ -45,6 +46,7 @@ public:
         AddDescribe();
         AddCall();
         AddPlatform();
+        AddDemo();
         AddDocument("openapi", "The OpenAPI 3.1 document of all functions and structures", "--output", OpenApi);
         AddDocument("reference", "The reference of all functions as one page of HTML", "--html", Reference);
     }
@@ -125,8 +127,29 @@ private:
         platform->add_option("--time-scale", platform_.timeScale, "How fast devices work; 100: a hundred times")
             ->check(CLI::PositiveNumber)
             ->capture_default_str();
+        CLI::Option* const wall = platform->add_option(
+            "--wall-port", platform_.wallPort,
+            "Run the video wall service, too, on this port; its address is printed behind the other");
         platform->add_flag("--verbose", platform_.verbose, "One line per exchange on standard error");
-        platform->callback([this] { command_ = [this] { return RunPlatform(platform_); }; });
+        platform->callback([this, wall] {
+            platform_.wall = wall->count() > 0;
+            command_ = [this] { return RunPlatform(platform_); };
+        });
+    }
+
+    void AddDemo()
+    {
+        CLI::App* const demo = app_.add_subcommand("demo", "Shows the library at work on a local platform");
+        demo->add_option("--site", demo_.sitePath, "Description of the site; none: the one that is built in")
+            ->type_name("FILE")
+            ->check(CLI::ExistingFile);
+        demo->callback([this] {
+            command_ = [this] {
+                demo_.colour = Style(color_).color();
+                demo_.animate = demo_.colour;
+                return nexwire::demo::Run(demo_);
+            };
+        });
     }
 
     void AddDocument(const char* name, const char* about, const char* option, int (*write)(const std::string&))
@@ -140,6 +163,7 @@ private:
 
     CLI::App app_{"The functions of the nexwire library from the command line.", "nexwire"};
     std::string color_ = "auto";
+    nexwire::demo::DemoOptions demo_;
     std::string file_ = "-";
     ListOptions list_;
     DescribeOptions describe_;

@@ -1,6 +1,8 @@
 #include "simulator/Platform.h"
+#include "simulator/VideoWallService.h"
 
 #include <csignal>
+#include <cstdio>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>
@@ -9,6 +11,14 @@
 
 namespace nexwire {
 namespace tools {
+namespace {
+
+std::string Loopback(std::uint16_t port)
+{
+    return "http://127.0.0.1:" + std::to_string(port);
+}
+
+} // namespace
 
 int RunPlatform(const PlatformOptions& options)
 {
@@ -21,19 +31,25 @@ int RunPlatform(const PlatformOptions& options)
     own.port = options.port;
     own.databasePath = options.database;
     own.timeScale = options.timeScale;
+    simulator::VideoWallService::Options wallOptions;
+    wallOptions.port = options.wallPort;
+    wallOptions.timeScale = options.timeScale;
     if (options.verbose) {
         own.onExchange = [](const simulator::Exchange& exchange) {
             std::fputs((simulator::ToLine(exchange) + "\n").c_str(), stderr);
         };
+        wallOptions.onExchange = own.onExchange;
     }
     simulator::Platform platform(own);
+    simulator::VideoWallService wall(wallOptions);
     std::string error;
-    if (!platform.Start(error)) {
+    if (!platform.Start(error) || (options.wall && !wall.Start(error))) {
         Complain(error);
         return kTransport;
     }
-    Print("http://127.0.0.1:" + std::to_string(platform.Port()) + "\n");
+    Print(Loopback(platform.Port()) + (options.wall ? " " + Loopback(wall.Port()) : "") + "\n");
     context.run();
+    wall.Stop();
     platform.Stop();
     return kDone;
 }
