@@ -60,12 +60,9 @@ foreach(file IN LISTS pc_files)
     install(FILES "${PROJECT_BINARY_DIR}/package/${file}" DESTINATION "${pkgconfig}" COMPONENT dev)
 endforeach()
 
-if(TARGET nexwire_cli)
-    install(TARGETS nexwire_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
-    if(NOT APPLE)
-        file(RELATIVE_PATH from_bin "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
-        set_target_properties(nexwire_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${from_bin}")
-    endif()
+if(TARGET nexwire_cli AND NOT APPLE)
+    file(RELATIVE_PATH from_bin "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
+    set_target_properties(nexwire_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${from_bin}")
 endif()
 
 # Debian packages: "cpack -G DEB" in the build directory.

@@ -43,7 +43,7 @@ quietly()
     "$@" >"$log" 2>&1 </dev/null || status=$?
     if ((status != 0)); then
         tail -n 300 "$log" >&2
-        printf '%s: failed (%d): %s\n  the whole output: %s\n' "${0##*/}" "$status" "$*" "$log" >&2
+        printf '%s: failed (%d): %.120s\n  the whole output: %s\n' "${0##*/}" "$status" "$*" "$log" >&2
     fi
     return "$status"
 }
