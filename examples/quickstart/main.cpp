@@ -1,53 +1,35 @@
-// Creates an access group on a platform and lists all groups: quickstart http://127.0.0.1:8080
-#include <cstdio>
+// Creates an access group and lists all groups: quickstart http://127.0.0.1:8080
+#include <iostream>
 
 #include <keel/Error.h>
 #include <nexwire/AccessGroup.h>
+#include <nexwire/LastExchange.h>
 #include <nexwire/Nexwire.h>
 #include <nexwire/host/HttpRequestExecutor.h>
 
-namespace {
-
-bool CreateAndList()
-{
-    protocol::AccessGroupAddParam group;
-    group.name = "Night shift";
-    group.secheduleGuid = "00000000000000000000000000000001";
-    std::string guid;
-    int code = 0;
-    if (!nexwire::CAccessGroupComm::addAccessGroup(group, guid, code)) {
-        return false;
-    }
-    std::printf("created %s\n", guid.c_str());
-
-    protocol::AccessGroupQueryResponseListData groups;
-    if (!nexwire::CAccessGroupComm::queryAccessGroups(groups)) {
-        return false;
-    }
-    for (const auto& each : groups.accessGroupQueryResponseList) {
-        std::printf("%s  %s\n", each.accessGroupGuid.c_str(), each.name.c_str());
-    }
-    return true;
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: quickstart <base address of the platform>\n");
-        return 2;
-    }
     nexwire::host::HttpExecutorOptions options;
-    options.baseAddress = argv[1];
+    options.baseAddress = argc > 1 ? argv[1] : "http://127.0.0.1:8080";
+    nexwire::NexwireInitParams params;
+    params.executor = new nexwire::host::HttpRequestExecutor(options); // The library owns it from here on.
+    nexwire::NexwireInit(params);
 
-    nexwire::NexwireInitParams start;
-    start.executor = new nexwire::host::HttpRequestExecutor(options); // The library's from here on.
-    nexwire::NexwireInit(start);
-    const bool done = CreateAndList();
-    if (!done) {
-        std::fprintf(stderr, "failed: %s\n", Keel::Error::GetLastErrorJson().c_str());
+    protocol::AccessGroupAddParam group;
+    group.name = "Night shift";
+    std::string guid;
+    int code = 0;
+    if (nexwire::CAccessGroupComm::addAccessGroup(group, guid, code)) {
+        std::cout << "created " << guid << '\n';
+    } else {
+        const nexwire::ExchangeRecord& exchange = nexwire::LastExchange();
+        std::cerr << (exchange.answered ? exchange.message : Keel::Error::GetLastError().text) << '\n';
+    }
+    protocol::AccessGroupQueryResponseListData groups;
+    const bool read = nexwire::CAccessGroupComm::queryAccessGroups(groups);
+    for (const protocol::AccessGroupQueryResponse& each : groups.accessGroupQueryResponseList) {
+        std::cout << each.accessGroupGuid << "  " << each.name << '\n';
     }
     nexwire::NexwireUnInit();
-    return done ? 0 : 1;
+    return read ? 0 : 1;
 }
