@@ -86,6 +86,11 @@ struct Session {
 
     std::unique_ptr<CURLM, MultiDeleter> multi;
     std::unique_ptr<CURL, EasyDeleter> easy;
+    std::unique_ptr<CURLU, AddressDeleter> address;
+    /// What `address` holds; calls mostly go to the address of the call before.
+    std::string addressText;
+    /// Whether `easy` has the options that are the same for every request.
+    bool prepared = false;
 };
 
 // A thread's session, or none when the thread is past the destruction of its own.
@@ -172,7 +177,8 @@ void CHttpClientResponse::GetResponseData(std::string* data) const
 class HttpClient::Exchange {
 public:
     Exchange(const CHttpClientRequest& request, CHttpClientResponse& response, Session& session)
-        : m_request(request), m_response(response), m_multi(session.multi.get()), m_easy(session.easy.get())
+        : m_request(request), m_response(response), m_session(session), m_multi(session.multi.get()),
+          m_easy(session.easy.get())
     {
         if (m_multi == nullptr || m_easy == nullptr) {
             throw Failure{Error::kInternal, "the HTTP library cannot be initialised"};
@@ -184,7 +190,9 @@ public:
         // Ends a transfer that is under way together with its connection.
         curl_multi_remove_handle(m_multi, m_easy);
         // What the handle points to ends here.
-        curl_easy_reset(m_easy);
+        curl_easy_setopt(m_easy, CURLOPT_HTTPHEADER, nullptr);
+        curl_easy_setopt(m_easy, CURLOPT_POSTFIELDS, nullptr);
+        curl_easy_setopt(m_easy, CURLOPT_ERRORBUFFER, nullptr);
     }
 
     void Run()
@@ -206,13 +214,19 @@ private:
         if (address.find('#') != std::string::npos) {
             throw Failure{Error::kBadRequest, "the address has a fragment"};
         }
-        m_address.reset(curl_url());
-        const CURLUcode result = m_address ? curl_url_set(m_address.get(), CURLUPART_URL, address.c_str(),
-                                                          CURLU_PATH_AS_IS | CURLU_DISALLOW_USER)
-                                           : CURLUE_OUT_OF_MEMORY;
+        if (m_session.address && m_session.addressText == address) {
+            return;
+        }
+        m_session.address.reset(curl_url());
+        const CURLUcode result = m_session.address
+                                     ? curl_url_set(m_session.address.get(), CURLUPART_URL, address.c_str(),
+                                                    CURLU_PATH_AS_IS | CURLU_DISALLOW_USER)
+                                     : CURLUE_OUT_OF_MEMORY;
         if (result != CURLUE_OK) {
+            m_session.address.reset();
             throw Failure{Error::kBadRequest, std::string("the address cannot be used: ") + curl_url_strerror(result)};
         }
+        m_session.addressText = address;
     }
 
     void BuildFields()
@@ -281,7 +295,23 @@ private:
 
     void Prepare()
     {
-        Set(CURLOPT_CURLU, m_address.get());
+        if (!m_session.prepared) {
+            PrepareOnce();
+            m_session.prepared = true;
+        }
+        Set(CURLOPT_CURLU, m_session.address.get());
+        Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.m_connectionTimeoutMs));
+        Set(CURLOPT_ERRORBUFFER, m_text.data());
+        Set(CURLOPT_HTTPHEADER, m_fields.get());
+        PrepareMethod();
+        Set(CURLOPT_PREREQDATA, this);
+        Set(CURLOPT_HEADERDATA, this);
+        Set(CURLOPT_WRITEDATA, this);
+    }
+
+    // The options that no request changes.
+    void PrepareOnce()
+    {
         Set(CURLOPT_NOSIGNAL, 1L);
         Set(CURLOPT_PROXY, "");
         Set(CURLOPT_FOLLOWLOCATION, 0L);
@@ -295,16 +325,9 @@ private:
         // Do not wait for a name server when the time for connecting has passed.
         Set(CURLOPT_QUICK_EXIT, 1L);
 #endif
-        Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.m_connectionTimeoutMs));
-        Set(CURLOPT_ERRORBUFFER, m_text.data());
-        Set(CURLOPT_HTTPHEADER, m_fields.get());
-        PrepareMethod();
         Set(CURLOPT_PREREQFUNCTION, &Exchange::OnConnected);
-        Set(CURLOPT_PREREQDATA, this);
         Set(CURLOPT_HEADERFUNCTION, &Exchange::OnHeader);
-        Set(CURLOPT_HEADERDATA, this);
         Set(CURLOPT_WRITEFUNCTION, &Exchange::OnData);
-        Set(CURLOPT_WRITEDATA, this);
     }
 
     void PrepareMethod()
@@ -475,9 +498,9 @@ private:
 
     const CHttpClientRequest& m_request;
     CHttpClientResponse& m_response;
+    Session& m_session;
     CURLM* const m_multi;
     CURL* const m_easy;
-    std::unique_ptr<CURLU, AddressDeleter> m_address;
     std::unique_ptr<curl_slist, ListDeleter> m_fields;
     std::array<char, CURL_ERROR_SIZE> m_text{};
     bool m_hasBody = false;

@@ -1,10 +1,12 @@
 #include "velaproto/RapidJsonProto.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -136,19 +138,86 @@ private:
     bool m_complete = false;
 };
 
-Pointer PointerTo(const std::string& path)
+using Token = Pointer::Token;
+
+// The parts of a path. Paths of everyday length without escapes are taken apart in place; the library's pointer, which
+// allocates, does the rest.
+class Path {
+public:
+    explicit Path(const std::string& path)
+    {
+        if (!TakeApart(path)) {
+            const std::string whole = path.empty() || path.front() == '/' ? path : '/' + path;
+            m_pointer = std::make_unique<Pointer>(whole.data(), whole.size());
+            m_valid = m_pointer->IsValid();
+            m_count = m_pointer->GetTokenCount();
+        }
+    }
+
+    bool IsValid() const { return m_valid; }
+    std::size_t size() const { return m_count; }
+    const Token* begin() const { return m_pointer ? m_pointer->GetTokens() : m_tokens.data(); }
+    const Token* end() const { return begin() + m_count; }
+
+private:
+    bool TakeApart(const std::string& path)
+    {
+        if (path.find('~') != std::string::npos) {
+            return false;
+        }
+        if (path.empty()) {
+            return true;
+        }
+        std::size_t from = path.front() == '/' ? 1 : 0;
+        for (;;) {
+            if (m_count == m_tokens.size()) {
+                m_count = 0;
+                return false;
+            }
+            const std::size_t slash = std::min(path.find('/', from), path.size());
+            m_tokens[m_count++] = {path.data() + from, static_cast<SizeType>(slash - from),
+                                   IndexIn(path.data() + from, slash - from)};
+            if (slash == path.size()) {
+                return true;
+            }
+            from = slash + 1;
+        }
+    }
+
+    // Decimal without leading zeros, as the library reads it.
+    static SizeType IndexIn(const char* text, std::size_t length)
+    {
+        if (length == 0 || length > 10 || (length > 1 && text[0] == '0')) {
+            return rapidjson::kPointerInvalidIndex;
+        }
+        std::uint64_t index = 0;
+        for (std::size_t i = 0; i < length; ++i) {
+            if (text[i] < '0' || text[i] > '9') {
+                return rapidjson::kPointerInvalidIndex;
+            }
+            index = index * 10 + static_cast<std::uint64_t>(text[i] - '0');
+        }
+        return index < rapidjson::kPointerInvalidIndex ? static_cast<SizeType>(index) : rapidjson::kPointerInvalidIndex;
+    }
+
+    std::array<Token, 8> m_tokens;
+    std::unique_ptr<Pointer> m_pointer;
+    std::size_t m_count = 0;
+    bool m_valid = true;
+};
+
+Value Name(const Token& token)
 {
-    const std::string whole = path.empty() || path.front() == '/' ? path : '/' + path;
-    return Pointer(whole.data(), whole.size());
+    return Value(rapidjson::StringRef(token.name, token.length));
 }
 
-bool IsAppend(const Pointer::Token& token)
+bool IsAppend(const Token& token)
 {
     return token.length == 1 && token.name[0] == '-';
 }
 
 // The index that the token means in an array of `size` elements; false when it means none that a setter may use.
-bool IndexOf(const Pointer::Token& token, SizeType size, SizeType& index)
+bool IndexOf(const Token& token, SizeType size, SizeType& index)
 {
     if (IsAppend(token)) {
         index = size;
@@ -160,14 +229,13 @@ bool IndexOf(const Pointer::Token& token, SizeType size, SizeType& index)
 }
 
 // Checks a setter's path before anything is changed.
-bool CanCreate(const Value& root, const Pointer& pointer)
+bool CanCreate(const Value& root, const Path& path)
 {
-    if (!pointer.IsValid() || pointer.GetTokenCount() == 0 || pointer.GetTokenCount() >= CRapidJsonProto::kMaxDepth) {
+    if (!path.IsValid() || path.size() == 0 || path.size() >= CRapidJsonProto::kMaxDepth) {
         return false;
     }
     const Value* at = &root;
-    for (std::size_t i = 0; i < pointer.GetTokenCount(); ++i) {
-        const Pointer::Token& token = pointer.GetTokens()[i];
+    for (const Token& token : path) {
         // What was set under a key with a NUL could not be found again.
         if (!IsUtf8(token.name, token.length) || std::memchr(token.name, '\0', token.length) != nullptr) {
             return false;
@@ -185,7 +253,7 @@ bool CanCreate(const Value& root, const Pointer& pointer)
             }
             next = index < at->Size() ? &(*at)[index] : nullptr;
         } else if (at->IsObject()) {
-            const auto member = at->FindMember(Value(rapidjson::StringRef(token.name, token.length)));
+            const auto member = at->FindMember(Name(token));
             next = member != at->MemberEnd() ? &member->value : nullptr;
         } else {
             return false;
@@ -197,11 +265,10 @@ bool CanCreate(const Value& root, const Pointer& pointer)
 
 // The library's own way to create a value reserves exactly one more element each time, which the pool never gives
 // back: lists would cost the square of their length.
-Value& Create(Value& root, const Pointer& pointer, Pool& pool)
+Value& Create(Value& root, const Path& path, Pool& pool)
 {
     Value* at = &root;
-    for (std::size_t i = 0; i < pointer.GetTokenCount(); ++i) {
-        const Pointer::Token& token = pointer.GetTokens()[i];
+    for (const Token& token : path) {
         if (at->IsNull()) {
             if (token.index != rapidjson::kPointerInvalidIndex) {
                 at->SetArray();
@@ -218,7 +285,7 @@ Value& Create(Value& root, const Pointer& pointer, Pool& pool)
             at = &(*at)[index];
             continue;
         }
-        const auto member = at->FindMember(Value(rapidjson::StringRef(token.name, token.length)));
+        const auto member = at->FindMember(Name(token));
         if (member != at->MemberEnd()) {
             at = &member->value;
         } else {
@@ -250,19 +317,33 @@ bool Whole(const Value& value, std::int64_t& whole)
 struct CRapidJsonProto::Impl {
     Document document{rapidjson::kObjectType};
 
-    const Value* Find(const std::string& path) const
+    const Value* Find(const std::string& text) const
     {
-        const Pointer pointer = PointerTo(path);
-        return pointer.IsValid() ? pointer.Get(document) : nullptr;
+        const Path path(text);
+        const Value* at = path.IsValid() ? &document : nullptr;
+        for (const Token& token : path) {
+            if (at == nullptr) {
+                break;
+            }
+            if (at->IsArray()) {
+                at = token.index < at->Size() ? &(*at)[token.index] : nullptr;
+            } else if (at->IsObject()) {
+                const auto member = at->FindMember(Name(token));
+                at = member != at->MemberEnd() ? &member->value : nullptr;
+            } else {
+                at = nullptr;
+            }
+        }
+        return at;
     }
 
-    bool Store(const std::string& path, Value& value)
+    bool Store(const std::string& text, Value& value)
     {
-        const Pointer pointer = PointerTo(path);
-        if (!CanCreate(document, pointer)) {
+        const Path path(text);
+        if (!CanCreate(document, path)) {
             return false;
         }
-        Create(document, pointer, document.GetAllocator()) = value;
+        Create(document, path, document.GetAllocator()) = value;
         return true;
     }
 
