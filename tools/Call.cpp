@@ -220,7 +220,6 @@ private:
         http.extraHeaders = headers;
         http.caFile = options.caFile;
         http.verifyPeer = !options.insecure;
-        http.anyStatusIsAnswer = true;
         std::string error;
         bool typed = false;
         if (!Resolve(options.proxy, http.proxy, typed, error)) {

@@ -1,0 +1,82 @@
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "catalogue/Comments.h"
+#include "catalogue/Find.h"
+#include "catalogue/Structures.h"
+
+namespace nexwire {
+namespace catalogue {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Pair;
+using testing::StartsWith;
+
+FunctionDoc DocOf(const char* name)
+{
+    return DocOfFunction(*Find(name).front());
+}
+
+// What the generator misses would be missing in every page, silently.
+TEST(Comments, EveryFunctionHasItsDeclarationAndItsClassAComment)
+{
+    for (const Function& function : All()) {
+        const FunctionDoc doc = DocOfFunction(function);
+        EXPECT_THAT(doc.declaration, HasSubstr(" " + function.Name() + "(")) << function.Signature();
+        EXPECT_EQ(function.Arguments().size(),
+                  function.Arguments().empty()
+                      ? 0U
+                      : static_cast<std::size_t>(1 + std::count(doc.declaration.begin(), doc.declaration.end(), ',')))
+            << doc.declaration;
+        EXPECT_NE("", DocOfClass(function.ClassName())) << function.ClassName();
+    }
+}
+
+TEST(Comments, EveryMemberOnTheWireIsFoundInItsHeader)
+{
+    for (const StructureInfo& structure : Structures()) {
+        const std::vector<MemberDoc> declared = MembersOf(structure.fields->name);
+        std::vector<std::string> keys;
+        for (const MemberDoc& member : declared) {
+            keys.push_back(member.key);
+        }
+        for (const core::Field& field : *structure.fields) {
+            EXPECT_THAT(keys, testing::Contains(std::string(field.key))) << structure.fields->name;
+        }
+    }
+}
+
+TEST(Comments, AreReadAsTheyAreMeant)
+{
+    EXPECT_THAT(DocOfStruct("PersonnelAdd"), StartsWith("A person to put into a group."));
+    EXPECT_EQ("", DocOfStruct("NoSuchStructure"));
+    EXPECT_EQ("Camera, from 1.", DocOfMember("SnapConfig", "snapChannelNo"));
+    EXPECT_EQ("", DocOfMember("SnapConfig", "enable"));
+
+    // Parameters stand apart.
+    const FunctionDoc download = DocOf("downloadAccessGroups");
+    EXPECT_THAT(download.text, StartsWith("Orders the download of groups;"));
+    EXPECT_THAT(download.parameters, ElementsAre(Pair("deleteGroup", "remove the groups from the devices instead."),
+                                                 Pair("downloadMode", "server vocabulary, carried as it is.")));
+    EXPECT_THAT(DocOf("CEncryptionComm").returns, HasSubstr("`result` is untouched otherwise."));
+    EXPECT_THAT(DocOf("getAcsDoorParamRequest").parameters, ElementsAre(Pair("doorNo", "from 1.")));
+
+    // One comment for a getter and its setter, none for a deletion below an addition.
+    EXPECT_EQ(DocOf("getNFCConfigRequest").text, DocOf("setNFCConfigRequest").text);
+    EXPECT_THAT(DocOf("deletePollingTask").text, StartsWith("Polling tasks:"));
+
+    // Overloads have their own.
+    EXPECT_THAT(DocOf("getConfigRequest(SnapConfig)").text, StartsWith("Pictures at events"));
+    EXPECT_THAT(DocOf("getConfigRequest(RS485Parameters)").text, StartsWith("RS-485"));
+    EXPECT_THAT(DocOf("getConfigRequest(RS485Parameters)").declaration, HasSubstr("protocol::RS485Parameters&"));
+
+    EXPECT_THAT(RemarkOfClass("AcsParamConfig"), StartsWith("Configurations, abilities, states"));
+}
+
+} // namespace
+} // namespace catalogue
+} // namespace nexwire

@@ -1,0 +1,232 @@
+#include <cstdio>
+#include <map>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <keel/Error.h>
+#include <keel/Log.h>
+#include <rapidjson/document.h>
+
+#include "catalogue/Catalogue.h"
+#include "catalogue/Find.h"
+#include "nexwire/LastExchange.h"
+#include "nexwire/Nexwire.h"
+#include "nexwire/VideoWall.h"
+#include "nexwire/host/HttpRequestExecutor.h"
+#include "simulator/Platform.h"
+#include "simulator/VideoWallService.h"
+
+// Every catalogued function at once, against the recorder, the local platform and the library's exports.
+
+namespace nexwire {
+namespace catalogue {
+namespace {
+
+/// Those that send nothing by contract.
+const std::set<std::string> kSilent = {"CTWDeviceCommon::init", "CTWDeviceCommon::getLastError"};
+
+bool IsWall(const Function& function)
+{
+    return function.ClassName() == "CTWDeviceCommon";
+}
+
+/// A device of the local platform.
+constexpr const char* kDevice = "AC000000000000000000000000000001";
+
+/// JSON of a structure whose texts all hold an identifier; some go into paths.
+std::string WithIdentifiers(const core::FieldTable& fields)
+{
+    std::string json = "{";
+    for (const core::Field& field : fields) {
+        if (field.kind == core::Kind::Text) {
+            json += std::string(json.size() > 1 ? "," : "") + "\"" + field.key + "\":\"" + kDevice + "\"";
+        }
+    }
+    return json + "}";
+}
+
+/// What a caller could give.
+void Fill(Call& call)
+{
+    const std::vector<Argument>& arguments = call.function().Arguments();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (!arguments[i].input()) {
+            continue;
+        }
+        std::string error;
+        bool good = true;
+        switch (arguments[i].type->shape) {
+        case Shape::Text:
+            good = call.Set(i, arguments[i].name == "condition" ? "1" : kDevice, error);
+            break;
+        case Shape::TextList:
+            good = call.Set(i, "[\"" + std::string(kDevice) + "\"]", error);
+            break;
+        case Shape::Integer:
+            good = call.Set(i, "1", error);
+            break;
+        case Shape::Structure:
+            good = arguments[i].output || call.Set(i, WithIdentifiers(*arguments[i].type->fields()), error);
+            break;
+        default:
+            call.Sample(i);
+            break;
+        }
+        EXPECT_TRUE(good) << error;
+    }
+}
+
+class Sweep : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        Keel::details::LogConfig quiet;
+        quiet.level = Keel::details::LogLevel::Off;
+        quiet.console = false;
+        Keel::details::CLog().Configure(quiet);
+    }
+};
+
+TEST_F(Sweep, EveryFunctionSendsAWellFormedRequest)
+{
+    Recorder recorder;
+    std::set<std::string> silent;
+    for (const Function& function : All()) {
+        SCOPED_TRACE(function.Signature());
+        const Trace trace = recorder.Run(function);
+        if (!trace.sent) {
+            silent.insert(function.Name());
+            continue;
+        }
+        const RequestParams& request = trace.request;
+        EXPECT_EQ('/', request.url[0]);
+        EXPECT_EQ(std::string::npos, request.url.find("//")) << request.url;
+        EXPECT_EQ(std::string::npos, request.url.find(' ')) << request.url;
+        EXPECT_THAT(request.method, testing::AllOf(testing::Ge(0), testing::Le(3)));
+        EXPECT_GT(request.timeoutMs, 0);
+        EXPECT_EQ(IsWall(function), trace.direct);
+        if (!request.body.empty() && request.params.count("Content-Type") == 0) {
+            rapidjson::Document body;
+            EXPECT_FALSE(body.Parse(request.body.c_str()).HasParseError()) << request.body;
+        }
+    }
+    EXPECT_EQ(kSilent, silent);
+}
+
+// Every text that a caller gives reaches the platform: in the path, the body or a header field.
+TEST_F(Sweep, EveryIdentifierReachesTheWire)
+{
+    /// What plays no part by contract.
+    const std::set<std::string> unused = {"ACDoorPlan::setDoorPlan unused", "ACDoorPlan::getDoorStatusInfo unused"};
+    Recorder recorder;
+    for (const Function& function : All()) {
+        const Trace trace = recorder.Run(function);
+        std::string all = trace.request.url + trace.request.body;
+        for (const auto& header : trace.request.headers) {
+            all += " " + header.second;
+        }
+        for (const Argument& argument : function.Arguments()) {
+            const bool text = argument.type->shape == Shape::Text || argument.type->shape == Shape::TextList;
+            const std::string label = function.Name() + " " + argument.name;
+            if (trace.sent && text && argument.input()) {
+                EXPECT_EQ(unused.count(label) == 0, all.find("{" + argument.name + "}") != std::string::npos)
+                    << label << ": " << all;
+            }
+        }
+    }
+}
+
+TEST_F(Sweep, TheLocalPlatformAnswersEveryFunction)
+{
+    simulator::Platform platform;
+    simulator::VideoWallService wall;
+    std::string error;
+    ASSERT_TRUE(platform.Start(error)) << error;
+    ASSERT_TRUE(wall.Start(error)) << error;
+    host::HttpExecutorOptions options;
+    options.baseAddress = "http://127.0.0.1:" + std::to_string(platform.Port());
+    NexwireInitParams params;
+    params.executor = new host::HttpRequestExecutor(options);
+    ASSERT_TRUE(NexwireInit(params));
+    CTWDeviceCommon::init("127.0.0.1", std::to_string(wall.Port()));
+
+    for (const Function& function : All()) {
+        if (kSilent.count(function.Name()) != 0) {
+            continue;
+        }
+        SCOPED_TRACE(function.Signature());
+        Call call(function);
+        Fill(call);
+        Keel::Error::SetLastError({});
+        const Outcome outcome = call.Run();
+        rapidjson::Document result;
+        EXPECT_FALSE(result.Parse(call.Result(outcome).c_str()).HasParseError()) << call.Result(outcome);
+        if (IsWall(function)) {
+            EXPECT_NE(CTWDeviceCommon::kNetworkFailure, CTWDeviceCommon::getLastError().code);
+            continue;
+        }
+        const ExchangeRecord& exchange = LastExchange();
+        EXPECT_TRUE(exchange.sent);
+        EXPECT_TRUE(exchange.answered) << exchange.path << " " << Keel::Error::GetLastError().text;
+        // A caller's command has no answer that the device would know; elsewhere only a refusal of the platform may
+        // make a function false.
+        if (function.Name() != "ACDoorPlan::getDoorStatusInfo") {
+            EXPECT_TRUE(outcome.success || (exchange.parsed && exchange.number != 0))
+                << exchange.path << " " << Keel::Error::GetLastError().text;
+        }
+    }
+    EXPECT_TRUE(NexwireUnInit());
+}
+
+#if !defined(_WIN32)
+/// Exported functions of classes by name, with how many overloads each has.
+std::map<std::string, int> ExportedMembers()
+{
+    std::map<std::string, int> members;
+    std::FILE* const pipe = popen(NM " -D -C --defined-only " NEXWIRE_LIBRARY, "r");
+    if (pipe == nullptr) {
+        return members;
+    }
+    char line[8192];
+    while (std::fgets(line, sizeof line, pipe) != nullptr) {
+        const std::string text = line;
+        const std::size_t start = text.find(" T nexwire::");
+        const std::size_t open = text.find('(');
+        if (start == std::string::npos || open == std::string::npos) {
+            continue;
+        }
+        const std::string name = text.substr(start + 12, open - start - 12);
+        const std::size_t colons = name.find("::");
+        if (colons == std::string::npos || name.find("::", colons + 2) != std::string::npos ||
+            name.find_first_of("~<") != std::string::npos ||
+            name.substr(0, colons) == name.substr(colons + 2)) { // Free functions, constructors, destructors
+            continue;
+        }
+        ++members[name];
+    }
+    pclose(pipe);
+    return members;
+}
+
+TEST(Exports, EveryFunctionOfEveryClassIsCatalogued)
+{
+    /// Classes that hosts use but that are no requests.
+    const std::set<std::string> others = {"CConfigManagerProxy", "CIInterfaceManger"};
+    std::map<std::string, int> catalogued;
+    for (const Function& function : All()) {
+        ++catalogued[function.Name()];
+    }
+    const std::map<std::string, int> exported = ExportedMembers();
+    EXPECT_GT(exported.size(), 100U);
+    for (const auto& member : exported) {
+        if (others.count(member.first.substr(0, member.first.find("::"))) == 0) {
+            EXPECT_EQ(member.second, catalogued[member.first]) << member.first << " has a line per overload";
+        }
+    }
+}
+#endif
+
+} // namespace
+} // namespace catalogue
+} // namespace nexwire
