@@ -10,9 +10,8 @@ endif()
 if(NEXWIRE_SANITIZE)
     add_compile_options(-fsanitize=${NEXWIRE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        # RapidJSON adds an offset to the null pointer of its empty buffers, and counts the leading zeros of a
-        # mantissa of 0 before it shifts that 0 by them.
-        add_compile_options(-fno-sanitize=pointer-overflow,builtin)
+        # RapidJSON adds an offset to the null pointer of its empty buffers.
+        add_compile_options(-fno-sanitize=pointer-overflow)
     endif()
     add_link_options(-fsanitize=${NEXWIRE_SANITIZE})
 endif()

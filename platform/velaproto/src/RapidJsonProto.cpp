@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include <rapidjson/document.h>
@@ -82,12 +84,32 @@ public:
 
     bool Null() { return m_document.Null(); }
     bool Bool(bool value) { return m_document.Bool(value); }
+    // Numbers come as text: the library's own exact conversion stumbles over a mantissa of 0.
+    bool RawNumber(const char* text, SizeType length, bool)
+    {
+        const char* const end = text + length;
+        std::int64_t whole = 0;
+        const auto asWhole = std::from_chars(text, end, whole);
+        if (asWhole.ec == std::errc() && asWhole.ptr == end) {
+            return m_document.Int64(whole);
+        }
+        double real = 0;
+        const auto asReal = std::from_chars(text, end, real);
+        if (asReal.ec == std::errc::result_out_of_range) {
+            // Too small is 0, too large is refused.
+            const std::string_view number(text, length);
+            const bool small = number.find("e-") != std::string_view::npos ||
+                               number.find("E-") != std::string_view::npos || number.substr(0, 2) == "0." ||
+                               number.substr(0, 3) == "-0.";
+            return small && m_document.Double(0.0);
+        }
+        return asReal.ec == std::errc() && asReal.ptr == end && m_document.Double(real);
+    }
     bool Int(int value) { return m_document.Int(value); }
     bool Uint(unsigned value) { return m_document.Uint(value); }
     bool Int64(std::int64_t value) { return m_document.Int64(value); }
     bool Uint64(std::uint64_t value) { return m_document.Uint64(value); }
     bool Double(double value) { return m_document.Double(value); }
-    bool RawNumber(const char*, SizeType, bool) { return false; }
     // Only here a lone half of a surrogate pair shows, as the bytes it was decoded to.
     bool String(const char* text, SizeType length, bool copy)
     {
@@ -125,7 +147,7 @@ public:
         rapidjson::MemoryStream in(m_text.data() + start, m_text.size() - start);
         rapidjson::GenericReader<Utf8, Utf8, Allocator> reader;
         Gate gate(document);
-        const unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+        const unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
         // A NUL counts as the end of the text for the library.
         m_complete = !reader.Parse<flags>(in, gate).IsError() && in.Tell() == m_text.size() - start;
         return m_complete;
