@@ -14,7 +14,6 @@ namespace {
 
 using nexwire::core::ConversionScope;
 using nexwire::core::JsonTree;
-using nexwire::core::ParseStrictly;
 
 const char* TextOf(const cJSON* node)
 {
@@ -40,23 +39,23 @@ bool ReturnData::Parse(const std::string& body)
     if (body.empty()) {
         return false;
     }
-    const ConversionScope scope;
+    ConversionScope scope;
     const char* position = nullptr;
-    const JsonTree root(ParseStrictly(body, position));
-    if (root.get() == nullptr) {
+    const cJSON* const root = scope.Parse(body, position);
+    if (root == nullptr) {
         NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;
     }
-    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root.get(), "code")) {
+    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "code")) {
         const char* const text = TextOf(node);
         // The everyday answer without the detour over streams.
         code = std::string_view(text) == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(text);
     }
-    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root.get(), "msg")) {
+    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "msg")) {
         msg = TextOf(node);
     }
     if (data) {
-        data->Parse(cJSON_GetObjectItemCaseSensitive(root.get(), "data"));
+        data->Parse(cJSON_GetObjectItemCaseSensitive(root, "data"));
     }
     return true;
 }
@@ -79,14 +78,13 @@ bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
     if (json.empty()) {
         return false;
     }
-    const ConversionScope scope;
+    ConversionScope scope;
     const char* position = nullptr;
-    const JsonTree tree(ParseStrictly(json, position));
-    if (tree.get() == nullptr) {
+    const cJSON* node = scope.Parse(json, position);
+    if (node == nullptr) {
         NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
         return false;
     }
-    const cJSON* node = tree.get();
     if (root != nullptr) {
         node = cJSON_GetObjectItemCaseSensitive(node, root);
         if (node == nullptr) {

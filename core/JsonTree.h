@@ -5,6 +5,8 @@
 
 #include <cjson/cJSON.h>
 
+#include "core/Arena.h"
+
 namespace nexwire {
 namespace core {
 
@@ -23,14 +25,14 @@ public:
         root_ = nullptr;
         return root;
     }
-    void Reset();
+    void Reset(cJSON* root = nullptr);
 
 private:
     cJSON* root_;
 };
 
-/// Lasts for one conversion. Where the host switched the arena on, every cJSON allocation of this thread comes from
-/// it until the scope ends and is given back as a whole; otherwise it does nothing.
+/// Lasts for one conversion and gives back as a whole what was taken from the thread's arena meanwhile: the trees
+/// that `Parse` made and, where the host switched the arena on, every cJSON allocation of the thread.
 class ConversionScope {
 public:
     ConversionScope();
@@ -38,14 +40,16 @@ public:
     ConversionScope(const ConversionScope&) = delete;
     ConversionScope& operator=(const ConversionScope&) = delete;
 
-private:
-    std::size_t chunk_ = 0;
-    std::size_t used_ = 0;
-};
+    /// Reads text of which nothing but white space may follow the value. The tree lives until the scope ends or
+    /// parses again. Null on failure; `errorPosition` then points into the text, at what
+    /// could not be read. cJSON's own error position is shared by all threads and never read.
+    const cJSON* Parse(const std::string& text, const char*& errorPosition);
 
-/// Parses text of which nothing but white space may follow the value. Null on failure; `errorPosition` then points
-/// into the text, at what could not be read. cJSON's own error position is shared by all threads and never read.
-cJSON* ParseStrictly(const std::string& text, const char*& errorPosition);
+private:
+    Arena& arena_;
+    Arena::Mark mark_;
+    JsonTree lenient_; ///< What only cJSON's parser could read.
+};
 
 /// The indented form with tabs and newlines; empty when memory ran out.
 std::string PrintFormatted(const cJSON* root);

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include <cjson/cJSON.h>
+
+namespace nexwire {
+namespace core {
+
+/// Appends what cJSON prints of a tree, byte for byte, without its detour over printf and scanf for every number.
+///
+/// @return false when the tree holds something that only cJSON can judge; `out` is of no use then.
+bool AppendFormatted(std::string& out, const cJSON& root);
+
+} // namespace core
+} // namespace nexwire
