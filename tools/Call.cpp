@@ -152,6 +152,21 @@ void Report(const catalogue::Call& call, const catalogue::Outcome& outcome, cons
     Complain(text);
 }
 
+/// What the transport finds wrong with its options, by the names that they have here.
+std::string InOptionsOfOurs(std::string problem)
+{
+    const std::pair<const char*, const char*> names[] = {
+        {"baseAddress", "--server"}, {"caFile", "--ca"}, {"extraHeaders", "--header"}, {"proxy", "--proxy"}};
+    for (const auto& name : names) {
+        const std::string theirs = name.first;
+        if (problem.compare(0, theirs.size(), theirs) == 0) {
+            problem.replace(0, theirs.size(), name.second);
+            break;
+        }
+    }
+    return problem;
+}
+
 /// Host and port of an address such as "http://host:port".
 void SplitAddress(const std::string& address, std::string& host, std::string& port)
 {
@@ -234,7 +249,7 @@ private:
         }
         auto executor = std::make_unique<host::HttpRequestExecutor>(http);
         if (!executor->Valid()) {
-            throw UsageError{executor->Problem()};
+            throw UsageError{InOptionsOfOurs(executor->Problem())};
         }
         return executor;
     }

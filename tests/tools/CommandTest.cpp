@@ -1,0 +1,186 @@
+#include <algorithm>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Process.h"
+#include "catalogue/Find.h"
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace test {
+namespace {
+
+std::vector<std::string> Lines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST(CommandLine, AnswersWithTheRightCodeOnTheRightStream)
+{
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+        const char* out; ///< Part of standard output; empty: nothing there.
+        const char* err;
+    } cases[] = {
+        {{"--help"}, 0, "Usage: nexwire", ""},
+        {{"call", "--help"}, 0, "@env:VARIABLE", ""},
+        {{"--version"}, 0, "nexwire 0.", ""},
+        {{}, 2, "", "subcommand is required"},
+        {{"frobnicate"}, 2, "", "--help"},
+        {{"list", "--frobnicate"}, 2, "", "--frobnicate"},
+        {{"list", "accessgroup", "NAME"}, 0, "CAccessGroupComm::modifyAccessGroupName", ""},
+        {{"list", "nothinghasthisword"}, 1, "", "no function"},
+        {{"describe"}, 2, "", "function is required"},
+        {{"describe", "CSetWiegnd"}, 2, "", "did you mean\n  CSetWiegand::request"},
+        {{"describe", "getConfigRequest"}, 2, "", "cfginterface::getConfigRequest(SnapConfig)"},
+        {{"describe", "CSetWiegand"}, 0, "/7730/v1/accessController/wiegands", ""},
+        {{"call", "CSetWiegnd"}, 2, "", "did you mean"},
+        {{"call", "getAccessGroup", "groupGuid"}, 2, "", "is not name=value"},
+        {{"call", "getAccessGroup"}, 2, "", "not given: groupGuid"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--timeout", "0"}, 2, "", "--timeout"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--server", "platform"}, 2, "", "--server is not an address"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--server", "http://a", "--replay", "f"}, 2, "", "excludes"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--replay", "/nonexistent/file"}, 2, "", "/nonexistent/file"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--body", "/nonexistent/file"}, 2, "", "/nonexistent/file"},
+        {{"call", "getAccessGroup", "groupGuid=@env:NEXWIRE_TEST_UNSET"}, 2, "", "NEXWIRE_TEST_UNSET"},
+        {{"call", "getAccessGroup", "groupGuid=a", "--server", "http://127.0.0.1:1"}, 3, "", "could not connect"},
+        {{"call", "getAllDevices", "account=a", "teamNo=", "syncCloud=0", "--server", "http://127.0.0.1:1"},
+         3,
+         "",
+         "0-99999"},
+        {{"openapi", "--output", "/nonexistent/file"}, 2, "", "cannot write /nonexistent/file"},
+        {{"platform", "--port", "70000"}, 2, "", "--port"},
+        {{"platform", "--db", "/nonexistent/folder/file"}, 3, "", "/nonexistent/folder/file"},
+    };
+    for (const auto& each : cases) {
+        std::string label;
+        for (const std::string& argument : each.arguments) {
+            label += " " + argument;
+        }
+        SCOPED_TRACE(label);
+        const ProcessResult result = Nexwire(each.arguments);
+        EXPECT_EQ(each.code, result.code) << result.err;
+        EXPECT_THAT(result.out, HasSubstr(each.out));
+        EXPECT_THAT(result.err, HasSubstr(each.err));
+        EXPECT_EQ(*each.out == '\0', result.out.empty()) << result.out;
+        EXPECT_EQ(*each.err == '\0', result.err.empty()) << result.err;
+    }
+}
+
+TEST(List, HasEveryFunctionOnceAndFindsByAnyWord)
+{
+    const std::vector<std::string> names = Lines(Nexwire({"list", "--names"}).out);
+    EXPECT_EQ(nexwire::catalogue::All().size(), names.size());
+    const std::vector<std::string> rows = Lines(Nexwire({"list"}).out);
+    for (const std::string& name : names) {
+        EXPECT_EQ(1, std::count_if(rows.begin(), rows.end(),
+                                   [&](const std::string& row) { return row.find("  " + name + " ") == 0; }))
+            << name;
+    }
+    // Path, structure, command; all words, in either case.
+    EXPECT_THAT(Nexwire({"list", "planUsedAccessGroup"}).out, HasSubstr("ACPlanTemplate::getAccessGroupGuids"));
+    EXPECT_THAT(Nexwire({"list", "snapconfigability"}).out,
+                HasSubstr("cfginterface::getConfigRequest(SnapConfigAbility)"));
+    EXPECT_THAT(Nexwire({"list", "command", "4250"}).out, HasSubstr("cfginterface::setConfigRequest(SnapConfig)"));
+    EXPECT_THAT(Nexwire({"list", "wiegands", "PUT"}).out,
+                AllOf(HasSubstr("CSetWiegand"), Not(HasSubstr("CGetWiegands"))));
+}
+
+TEST(Describe, ShowsWhatAFunctionSends)
+{
+    const std::string name = Nexwire({"describe", "modifyAccessGroupName"}).out;
+    EXPECT_THAT(name, HasSubstr("/7730/v1/accessController/accessGroups/{groupGuid}"));
+    EXPECT_THAT(name, HasSubstr("code 1 (write), PUT by default"));
+    EXPECT_THAT(name, HasSubstr("\"name\": \"{name}\""));
+    EXPECT_THAT(name, Not(HasSubstr("\"description\"")));
+
+    // Empty lists show what stands in them; members have their comments beside them.
+    const std::string add = Nexwire({"describe", "addAccessGroup"}).out;
+    EXPECT_THAT(add, testing::ContainsRegex("\"objectNo\": 0, +// Number of the point on its device, from 1\\."));
+    EXPECT_THAT(add, HasSubstr("bool CAccessGroupComm::addAccessGroup("));
+
+    // A device's command: what the device receives is shown by itself, numbers in the condition by name.
+    const std::string snap = Nexwire({"describe", "setConfigRequest(SnapConfig)"}).out;
+    EXPECT_THAT(snap, testing::ContainsRegex("\"resolution\": \"\", +// \"CIF\", \"4CIF\""));
+    EXPECT_THAT(snap, HasSubstr("4250, relayed to the device"));
+    EXPECT_THAT(Nexwire({"describe", "getLadderControlRelayCfg"}).out, HasSubstr("condition   {relayNo}"));
+
+    // An identifier that comes from a structure is named by its member.
+    EXPECT_THAT(Nexwire({"describe", "modifyLadderControlRelays"}).out,
+                HasSubstr("/ladderControlRelayFromDB/{guid}\n"));
+    EXPECT_THAT(Nexwire({"describe", "CEncryptionComm"}).out, HasSubstr("SID: {sid}"));
+    EXPECT_THAT(Nexwire({"describe", "CTWDeviceCommon::init"}).out, HasSubstr("Sends nothing"));
+
+    // A result is none of the things to give, a request that comes back filled is both.
+    EXPECT_THAT(Nexwire({"describe", "getOutDoorUnitInfo"}).out, HasSubstr("OutDoorUnitInfo, result"));
+    EXPECT_THAT(Nexwire({"describe", "CTWDeviceCommon::addDevice"}).out, HasSubstr("given and returned"));
+}
+
+TEST(Colour, IsForTerminalsAndForWhoAsks)
+{
+    const std::string escape = "\x1b[";
+    EXPECT_THAT(Nexwire({"list", "wiegand"}).out, Not(HasSubstr(escape)));
+    EXPECT_THAT(Nexwire({"--color", "always", "list", "wiegand"}).out, HasSubstr(escape));
+
+    const auto inTerminal = [](const ProcessOptions& options) {
+        return RunProgram({"script", "-qec", NEXWIRE_EXECUTABLE " list wiegand", "/dev/null"}, options);
+    };
+    ProcessOptions options;
+    options.environment = {{"TERM", "xterm"}};
+    options.without = {"NO_COLOR"};
+    const ProcessResult coloured = inTerminal(options);
+    if (coloured.code != 0) {
+        GTEST_SKIP() << "no program that makes a terminal";
+    }
+    EXPECT_THAT(coloured.out, HasSubstr(escape));
+    options.without.clear();
+    options.environment.emplace_back("NO_COLOR", "1");
+    EXPECT_THAT(inTerminal(options).out, Not(HasSubstr(escape)));
+    // An empty one counts as none.
+    options.environment.back().second.clear();
+    EXPECT_THAT(inTerminal(options).out, HasSubstr(escape));
+}
+
+/// What the shell offers behind a command line, the word under the cursor last.
+std::vector<std::string> Completions(const std::string& words)
+{
+    // The words as bash splits them: a name's colons are words of their own.
+    const std::string script = "source /usr/share/bash-completion/bash_completion || exit 77\n"
+                               "source " NEXWIRE_COMPLETION "\n"
+                               "compopt() { :; }\n"
+                               "nexwire() { " NEXWIRE_EXECUTABLE " \"$@\"; }\n"
+                               "COMP_WORDS=(" +
+                               words +
+                               ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\nCOMP_LINE=\"${COMP_WORDS[*]}\"\n"
+                               "COMP_POINT=${#COMP_LINE}\n_nexwire\nprintf '%s\\n' \"${COMPREPLY[@]}\"\n";
+    const ProcessResult result = RunProgram({"bash", "-c", script});
+    return result.code == 77 ? std::vector<std::string>{"skip"} : Lines(result.out);
+}
+
+TEST(Completion, OffersCommandsFunctionsAndArguments)
+{
+    if (Completions("nexwire pl") == std::vector<std::string>{"skip"}) {
+        GTEST_SKIP() << "bash-completion is not installed";
+    }
+    EXPECT_THAT(Completions("nexwire pl"), ElementsAre("platform"));
+    EXPECT_THAT(Completions("nexwire call modifyAccessGroupN"), ElementsAre("modifyAccessGroupName"));
+    EXPECT_THAT(Completions("nexwire describe CSetW"), ElementsAre("CSetWiegand::request"));
+    EXPECT_THAT(Completions("nexwire call --dry-run modifyAccessGroupName ''"), ElementsAre("groupGuid=", "name="));
+    EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --server http na"), ElementsAre("name="));
+    EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --re"), ElementsAre("--record", "--replay"));
+}
+
+} // namespace
+} // namespace test

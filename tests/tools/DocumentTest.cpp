@@ -1,0 +1,152 @@
+#include <map>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "Process.h"
+#include "catalogue/Find.h"
+#include "catalogue/Structures.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace test {
+namespace {
+
+/// Every "$ref" below a value.
+void References(const rapidjson::Value& value, std::set<std::string>& all)
+{
+    if (value.IsObject()) {
+        for (const auto& member : value.GetObject()) {
+            if (std::string(member.name.GetString()) == "$ref") {
+                all.insert(member.value.GetString());
+            }
+            References(member.value, all);
+        }
+    } else if (value.IsArray()) {
+        for (const rapidjson::Value& element : value.GetArray()) {
+            References(element, all);
+        }
+    }
+}
+
+std::set<std::string> Names(const std::string& path)
+{
+    std::set<std::string> names;
+    for (std::size_t open = path.find('{'); open != std::string::npos; open = path.find('{', open + 1)) {
+        names.insert(path.substr(open + 1, path.find('}', open) - open - 1));
+    }
+    return names;
+}
+
+class OpenApi : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        const ProcessResult result = Nexwire({"openapi"});
+        ASSERT_EQ(0, result.code) << result.err;
+        ASSERT_FALSE(document.Parse(result.out.c_str()).HasParseError());
+    }
+    const rapidjson::Value& Operation(const char* path, const char* verb) { return document["paths"][path][verb]; }
+
+    rapidjson::Document document;
+};
+
+TEST_F(OpenApi, HoldsEveryFunctionThatSendsOnceAndWhatItsPathsPromise)
+{
+    EXPECT_STREQ("3.1.0", document["openapi"].GetString());
+    std::map<std::string, int> functions;
+    std::set<std::string> ids;
+    std::set<std::string> bare;
+    for (const auto& path : document["paths"].GetObject()) {
+        const std::string text = path.name.GetString();
+        std::string without;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            without += text[i];
+            if (text[i] == '{') {
+                i = text.find('}', i) - 1;
+            }
+        }
+        EXPECT_TRUE(bare.insert(without).second) << text << " is there twice under other names";
+        std::set<std::string> declared;
+        for (const auto& member : path.value.GetObject()) {
+            const std::string name = member.name.GetString();
+            if (name == "parameters") {
+                for (const rapidjson::Value& parameter : member.value.GetArray()) {
+                    declared.insert(parameter["name"].GetString());
+                }
+            } else if (name != "servers") {
+                EXPECT_TRUE(ids.insert(member.value["operationId"].GetString()).second) << text;
+                for (const rapidjson::Value& function : member.value["x-nexwire-functions"].GetArray()) {
+                    ++functions[function.GetString()];
+                }
+            }
+        }
+        EXPECT_EQ(Names(text), declared) << text;
+    }
+    for (const nexwire::catalogue::Function& function : nexwire::catalogue::All()) {
+        const bool silent =
+            function.Name() == "CTWDeviceCommon::init" || function.Name() == "CTWDeviceCommon::getLastError";
+        EXPECT_EQ(silent ? 0 : 1, functions[nexwire::catalogue::UniqueName(function)]) << function.Signature();
+    }
+}
+
+TEST_F(OpenApi, HasEveryStructureAndEveryReferenceResolves)
+{
+    const rapidjson::Value& schemas = document["components"]["schemas"];
+    for (const nexwire::catalogue::StructureInfo& structure : nexwire::catalogue::Structures()) {
+        ASSERT_TRUE(schemas.HasMember(structure.fields->name)) << structure.fields->name;
+    }
+    std::set<std::string> references;
+    References(document, references);
+    const std::string prefix = "#/components/schemas/";
+    for (const std::string& reference : references) {
+        ASSERT_EQ(0U, reference.find(prefix));
+        EXPECT_TRUE(schemas.HasMember(reference.substr(prefix.size()).c_str())) << reference;
+    }
+    const rapidjson::Value& snap = schemas["SnapConfig"]["properties"];
+    EXPECT_STREQ("integer", snap["snapTimes"]["type"].GetString());
+    EXPECT_STREQ("array", snap["snapEventList"]["type"].GetString());
+    EXPECT_STREQ("authPass", snap["snapEventList"]["items"]["examples"][0].GetString());
+    EXPECT_STREQ("snapConfig", schemas["SnapConfig"]["x-nexwire-root-name"].GetString());
+}
+
+TEST_F(OpenApi, FunctionsThatShareAPathAndAVerbAreExamplesOfOneOperation)
+{
+    const rapidjson::Value& relay = Operation("/7730/v1/deviceManagement/devices/{deviceGuid}/dagPassThrough", "post");
+    const rapidjson::Value& media = relay["requestBody"]["content"]["application/json"];
+    EXPECT_TRUE(media["schema"]["properties"].HasMember("dagPassThroughReq"));
+    const rapidjson::Value& snap = media["examples"]["cfginterface.setConfigRequest.SnapConfig"];
+    EXPECT_EQ(4250, snap["value"]["dagPassThroughReq"]["command"].GetInt());
+    EXPECT_THAT(relay["description"].GetString(),
+                HasSubstr("| 4250 |  | `cfginterface::setConfigRequest(SnapConfig)` | SnapConfig |"));
+
+    const rapidjson::Value& change = Operation("/7730/v1/accessController/accessGroups/{groupGuid}", "put");
+    EXPECT_EQ(5U, change["x-nexwire-functions"].Size());
+    EXPECT_EQ(5U, change["requestBody"]["content"]["application/json"]["examples"].MemberCount());
+    EXPECT_EQ(1, change["x-nexwire-method-code"].GetInt());
+    EXPECT_STREQ("PUT", document["x-nexwire-verbs"]["1"].GetString());
+}
+
+TEST(ReferencePage, HoldsItsDataAndNeedsNothingElse)
+{
+    const Folder folder;
+    ASSERT_EQ(0, Nexwire({"reference", "--html", folder.Path("page.html")}).code);
+    const std::string page = folder.Read("page.html");
+    const std::string open = "id=\"data\">";
+    const std::size_t start = page.find(open) + open.size();
+    rapidjson::Document data;
+    ASSERT_FALSE(data.Parse(page.substr(start, page.find("</script>", start) - start).c_str()).HasParseError());
+    EXPECT_EQ(nexwire::catalogue::All().size(), data["functions"].Size());
+    for (const nexwire::catalogue::StructureInfo& structure : nexwire::catalogue::Structures()) {
+        EXPECT_TRUE(data["structures"].HasMember(structure.fields->name)) << structure.fields->name;
+    }
+    for (const char* elsewhere : {"http://", "https://", "src=", "@import", "url("}) {
+        EXPECT_THAT(page.substr(0, start), Not(HasSubstr(elsewhere)));
+    }
+}
+
+} // namespace
+} // namespace test

@@ -1,0 +1,64 @@
+#include <csignal>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Process.h"
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+namespace test {
+namespace {
+
+TEST(Platform, PrintsItsAddressServesAndStopsOnRequest)
+{
+    for (const int signal : {SIGINT, SIGTERM}) {
+        Running platform({"platform", "--port", "0", "--verbose"});
+        const std::string address = platform.Line();
+        ASSERT_THAT(address, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+"));
+        const ProcessResult call = Nexwire({"call", "queryAccessGroups", "--server", address});
+        EXPECT_EQ(0, call.code) << call.err;
+        platform.Signal(signal);
+        const ProcessResult end = platform.Wait();
+        EXPECT_EQ(0, end.code);
+        EXPECT_EQ("", end.out);
+        EXPECT_THAT(end.err, HasSubstr("POST /7730/v1/accessController/accessGroups 200 0-0"));
+    }
+}
+
+TEST(Platform, RunsTheVideoWallServiceBesideIt)
+{
+    Running platform({"platform", "--wall-port", "0"});
+    const std::string line = platform.Line();
+    ASSERT_THAT(line, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+ http://127\\.0\\.0\\.1:[0-9]+"));
+    const std::string wall = line.substr(line.find(' ') + 1);
+    ProcessOptions login;
+    login.input = R"({"username":"admin","password":"admin123","address":"10.0.0.9","port":8000})";
+    EXPECT_EQ(0, Nexwire({"call", "CTWDeviceCommon::addDevice", "--server", wall, "--body", "-"}, login).code);
+    const ProcessResult devices =
+        Nexwire({"call", "CTWDeviceCommon::getAllDevices", "account=", "teamNo=", "syncCloud=false", "--server", wall});
+    EXPECT_EQ(0, devices.code);
+    EXPECT_THAT(devices.out, HasSubstr("\"address\": \"10.0.0.9\""));
+}
+
+TEST(Platform, SaysSoWhenItsPortIsTaken)
+{
+    Running first({"platform"});
+    const std::string address = first.Line();
+    const ProcessResult second = Nexwire({"platform", "--port", address.substr(address.rfind(':') + 1)});
+    EXPECT_EQ(3, second.code);
+    EXPECT_EQ("", second.out);
+    EXPECT_NE("", second.err);
+}
+
+TEST(InsecureServers, AreWarnedOf)
+{
+    Running platform({"platform"});
+    const ProcessResult call = Nexwire({"call", "queryAccessGroups", "--server", platform.Line(), "--insecure"});
+    EXPECT_EQ(0, call.code);
+    EXPECT_THAT(call.err, HasSubstr("warning: --insecure"));
+}
+
+} // namespace
+} // namespace test
