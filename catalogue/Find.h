@@ -11,8 +11,8 @@ namespace nexwire {
 namespace catalogue {
 
 /// The functions that `name` can mean: "Class::function", "function", "Class", each with or without structures in
-/// brackets to choose an overload ("cfginterface::getConfigRequest(SnapConfig)"). Case counts only when more than one
-/// spelling is known. Empty when there is none.
+/// brackets to choose an overload ("cfginterface::getConfigRequest(SnapConfig)"). When none is spelled so, those that
+/// differ in case only.
 std::vector<const Function*> Find(const std::string& name);
 
 /// The shortest name that `Find` answers with this function alone.
@@ -21,7 +21,7 @@ std::string UniqueName(const Function& function);
 /// A few names close to one that nobody has.
 std::vector<std::string> Similar(const std::string& name);
 
-/// The class as its lines lay it down, its functions, and their structures in one text, for searching; lower case.
+/// Module, name, structures and arguments in one text of small letters, to search in.
 std::string SearchText(const Function& function);
 
 std::string LowerCase(const std::string& text);

@@ -75,7 +75,7 @@ private:
     catalogue::Recorder recorder_;
 };
 
-/// "0 GET" and so on: the method code and the verb that the host kit maps it to.
+/// The verb that the host kit maps a method code to.
 std::string VerbOf(int method);
 /// What the code stands for: "read", "write", "query", "remove".
 std::string MeaningOf(int method);
