@@ -42,3 +42,16 @@ function(nexwire_test name)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
 endfunction()
+
+# Makes FILE, with one line per structure, and FILE.headers whenever a table is added, changed or removed.
+function(nexwire_list_structures file)
+    set(protocol "${PROJECT_SOURCE_DIR}/protocol")
+    file(GLOB tables CONFIGURE_DEPENDS "${protocol}/*.cpp" "${protocol}/*.h")
+    # A removed table changes no other, but the command.
+    string(MD5 names "${tables}")
+    add_custom_command(
+        OUTPUT "${file}" "${file}.headers"
+        COMMAND "${CMAKE_COMMAND}" "-DPROTOCOL=${protocol}" "-DOUTPUT=${file}" "-DNAMES=${names}"
+                -P "${PROJECT_SOURCE_DIR}/cmake/ListStructures.cmake"
+        DEPENDS ${tables} "${PROJECT_SOURCE_DIR}/cmake/ListStructures.cmake")
+endfunction()
