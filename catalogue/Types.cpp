@@ -157,11 +157,10 @@ std::string Misfit(const TypeOps& type, const std::string& text)
     }
     const std::string name = type.name();
     const bool list = type.shape == Shape::StructureList || type.shape == Shape::RecordList;
-    const std::string wanted = type.shape == Shape::TextList ? "a JSON list of texts"
-                               : type.shape == Shape::AnyStructure
-                                   ? "a JSON object with one structure under its root name"
-                               : list ? "a JSON list of " + name
-                                      : "a JSON object, " + name;
+    std::string wanted = type.shape == Shape::TextList       ? "a JSON list of texts"
+                         : type.shape == Shape::AnyStructure ? "a JSON object with one structure under its root name"
+                         : list                              ? "a JSON list of " + name
+                                                             : "a JSON object, " + name;
     rapidjson::Document document;
     if (!Parse(document, text)) {
         return wanted + ": no JSON at byte " + std::to_string(document.GetErrorOffset()) + ", " +

@@ -209,7 +209,7 @@ public:
         NexwireInitParams params;
         params.executor = executor.get();
         if (NexwireInit(params)) {
-            executor.release();
+            static_cast<void>(executor.release()); // The library's from here on.
             initialised_ = true;
         }
     }
@@ -335,7 +335,7 @@ int Run(const CallOptions& options)
     const auto taken =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
     const Keel::Error::ErrorCode last = Keel::Error::GetLastError();
-    const ExchangeRecord exchange = LastExchange();
+    const ExchangeRecord& exchange = LastExchange();
     Report(*call, outcome, exchange, last, taken);
     if (other.RecordingFailed()) {
         Warn("the exchange could not be recorded in " + options.recordFile);

@@ -41,6 +41,7 @@ TEST(Comments, EveryMemberOnTheWireIsFoundInItsHeader)
     for (const StructureInfo& structure : Structures()) {
         const std::vector<MemberDoc> declared = MembersOf(structure.fields->name);
         std::vector<std::string> keys;
+        keys.reserve(declared.size());
         for (const MemberDoc& member : declared) {
             keys.push_back(member.key);
         }

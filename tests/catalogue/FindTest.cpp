@@ -15,6 +15,7 @@ using testing::SizeIs;
 std::vector<std::string> Names(const std::vector<const Function*>& functions)
 {
     std::vector<std::string> names;
+    names.reserve(functions.size());
     for (const Function* function : functions) {
         names.push_back(UniqueName(*function));
     }

@@ -11,7 +11,6 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 
 namespace test {
 namespace {

@@ -39,6 +39,7 @@ struct Pipe {
 std::vector<char*> Pointers(std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         pointers.push_back(text.data());
     }
@@ -61,6 +62,7 @@ std::vector<std::string> Environment(const ProcessOptions& options)
         variables.erase(name);
     }
     std::vector<std::string> texts;
+    texts.reserve(variables.size());
     for (const auto& variable : variables) {
         texts.push_back(variable.first + "=" + variable.second);
     }
