@@ -58,8 +58,8 @@ Recorder::Recorder() : state_(new State)
     params.encryption = encryption.get();
     if (NexwireInit(params)) {
         state_->ours = true;
-        executor.release();
-        encryption.release();
+        static_cast<void>(executor.release());
+        static_cast<void>(encryption.release());
     }
 }
 

@@ -377,8 +377,8 @@ bool IInboundData::IsPresent(std::string_view key) const
 
 IInboundData& IInboundData::operator=(IInboundData&& other) noexcept
 {
-    IJSONStruct::operator=(std::move(other));
-    SerializationIgnoreItemFeatures::operator=(std::move(other));
+    IJSONStruct::operator=(static_cast<IJSONStruct&&>(other));
+    SerializationIgnoreItemFeatures::operator=(static_cast<SerializationIgnoreItemFeatures&&>(other));
     return *this;
 }
 
@@ -404,8 +404,8 @@ bool IReturnData::IsPresent(std::string_view key) const
 
 IReturnData& IReturnData::operator=(IReturnData&& other) noexcept
 {
-    IJSONStruct::operator=(std::move(other));
-    SerializationIgnoreItemFeatures::operator=(std::move(other));
+    IJSONStruct::operator=(static_cast<IJSONStruct&&>(other));
+    SerializationIgnoreItemFeatures::operator=(static_cast<SerializationIgnoreItemFeatures&&>(other));
     return *this;
 }
 

@@ -261,7 +261,7 @@ std::string Locate(Call& call, const Json& source)
 
 std::string LocateOrRefuse(Call& call, const Json& source)
 {
-    const std::string key = Locate(call, source);
+    std::string key = Locate(call, source);
     if (key.empty()) {
         std::string named = source.IsString() ? std::string(AsText(&source)) : call.FillText(call.resource.key);
         for (const std::string& field : call.resource.by) {

@@ -87,8 +87,14 @@ public:
 /// Identifiers that a careless path would change or refuse.
 inline const std::vector<std::string>& HostileIds()
 {
-    static const std::vector<std::string> ids = {
-        "8c1f0f6e2b8a4f0f9f7c0a9b1d2e3f40", "a/b", "50%25", "a b", "\xF0\x9F\x94\x91", "12345", std::string(40, 'x'), ""};
+    static const std::vector<std::string> ids = {"8c1f0f6e2b8a4f0f9f7c0a9b1d2e3f40",
+                                                 "a/b",
+                                                 "50%25",
+                                                 "a b",
+                                                 "\xF0\x9F\x94\x91",
+                                                 "12345",
+                                                 std::string(40, 'x'),
+                                                 ""};
     return ids;
 }
 

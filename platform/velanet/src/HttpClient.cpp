@@ -279,7 +279,7 @@ private:
         if (longer == nullptr) {
             throw std::bad_alloc();
         }
-        m_fields.release();
+        static_cast<void>(m_fields.release());
         m_fields.reset(longer);
     }
 
