@@ -9,6 +9,8 @@
 #include "core/Log.h"
 #include "nexwire/ParseJSONUtil.h"
 
+// Memory may run out in each of these; nothing is thrown across the library's boundary.
+
 namespace protocol {
 namespace {
 
@@ -35,7 +37,7 @@ std::int32_t ReadNumber(const std::string& piece)
 ReturnData::ReturnData(std::shared_ptr<IJSONStruct> data_) : data(std::move(data_)) {}
 
 bool ReturnData::Parse(const std::string& body)
-{
+try {
     if (body.empty()) {
         return false;
     }
@@ -58,10 +60,12 @@ bool ReturnData::Parse(const std::string& body)
         data->Parse(cJSON_GetObjectItemCaseSensitive(root, "data"));
     }
     return true;
+} catch (...) {
+    return false;
 }
 
 Keel::Error::ErrorCode Str2ErrorCode(const std::string& code)
-{
+try {
     Keel::Error::ErrorCode result;
     const std::vector<std::string> pieces = Keel::StringUtil::SplitString(code, "-");
     if (pieces.size() != 2) {
@@ -71,10 +75,12 @@ Keel::Error::ErrorCode Str2ErrorCode(const std::string& code)
     result.category = ReadNumber(pieces[0]);
     result.number = ReadNumber(pieces[1]);
     return result;
+} catch (...) {
+    return {};
 }
 
 bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
-{
+try {
     if (json.empty()) {
         return false;
     }
@@ -95,17 +101,21 @@ bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
     }
     out.Parse(node);
     return true;
+} catch (...) {
+    return false;
 }
 
 std::string StructureToJSON(const IJSONStruct& structure)
-{
+try {
     const ConversionScope scope;
     const JsonTree tree(structure.ToJson());
     return nexwire::core::PrintFormatted(tree.get());
+} catch (...) {
+    return {};
 }
 
 std::string SerializeRequest(const IInboundData& request)
-{
+try {
     const ConversionScope scope;
     const JsonTree body(cJSON_CreateObject());
     cJSON* const item = request.ToJson();
@@ -114,6 +124,8 @@ std::string SerializeRequest(const IInboundData& request)
         return std::string();
     }
     return nexwire::core::PrintFormatted(body.get());
+} catch (...) {
+    return {};
 }
 
 } // namespace protocol

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "core/Guard.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 #include "nexwire/RequestRecords.h"
 
@@ -121,17 +122,6 @@ bool Execute(RspInfos& response, const RequestParams& request);
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
 bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);
-
-/// Runs a step that may run out of memory; nothing is thrown across the library's boundary.
-template <class Step>
-bool Guard(const Step& step) noexcept
-{
-    try {
-        return step();
-    } catch (...) {
-        return false;
-    }
-}
 
 /// A shared pointer that does not own: the result lives on the stack of its call.
 template <class Result>
