@@ -7,6 +7,7 @@
 
 #include "core/JsonTree.h"
 #include "core/Log.h"
+#include "core/Serialize.h"
 #include "nexwire/ParseJSONUtil.h"
 
 // Memory may run out in each of these; nothing is thrown across the library's boundary.
@@ -116,6 +117,18 @@ try {
 
 std::string SerializeRequest(const IInboundData& request)
 try {
+    return nexwire::core::Serialize(request);
+} catch (...) {
+    return {};
+}
+
+} // namespace protocol
+
+namespace nexwire {
+namespace core {
+
+std::string Serialize(const protocol::IInboundData& request)
+{
     const ConversionScope scope;
     const JsonTree body(cJSON_CreateObject());
     cJSON* const item = request.ToJson();
@@ -123,9 +136,8 @@ try {
         cJSON_Delete(item);
         return std::string();
     }
-    return nexwire::core::PrintFormatted(body.get());
-} catch (...) {
-    return {};
+    return PrintFormatted(body.get());
 }
 
-} // namespace protocol
+} // namespace core
+} // namespace nexwire

@@ -3,8 +3,8 @@
 #include <keel/Error.h>
 
 #include "core/ConfigManager.h"
+#include "core/Serialize.h"
 #include "nexwire/LastExchange.h"
-#include "nexwire/ParseJSONUtil.h"
 
 namespace nexwire {
 namespace {
@@ -59,7 +59,7 @@ RequestParams Operation::Build() const
 {
     RequestParams request(path_.Text(), method_);
     if (body_ != nullptr) {
-        request.body = protocol::SerializeRequest(*body_);
+        request.body = core::Serialize(*body_);
     }
     for (std::size_t i = 0; i < headerCount_; ++i) {
         request.headers.emplace(headers_[i].first, headers_[i].second);

@@ -2,6 +2,7 @@
 
 #include <keel/Error.h>
 
+#include "core/Serialize.h"
 #include "nexwire/PassThrough.h"
 
 namespace nexwire {
@@ -53,7 +54,7 @@ bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std
         request.command = command;
         request.condBuffer = condition;
         if (input != nullptr) {
-            request.inBuffer = protocol::SerializeRequest(*input);
+            request.inBuffer = core::Serialize(*input);
         }
         protocol::DagPassThroughRspData response;
         if (!SendDag(route, request, deviceGuid, response, timeoutMs)) {
