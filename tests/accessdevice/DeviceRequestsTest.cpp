@@ -1,6 +1,6 @@
 #include "core/ConfigManager.h"
 #include "nexwire/AcsParam.h"
-#include "support/DeviceRows.h"
+#include "support/RequestVectors.h"
 
 namespace {
 
@@ -10,56 +10,35 @@ using test::kInternal;
 
 TEST(DeviceRequests, Parameters)
 {
-    protocol::AcsHostParamCfg host;
-    host.fireLinkageMode = "remainOpen";
-    protocol::FaceRecognizeMode face;
-    face.mode = "deep";
-    protocol::AcsCardReaderParamCfg readers;
-    readers.cardReaderParamList.resize(2);
-    readers.cardReaderParamList[1].swipeInterval = 5;
-    protocol::AcsAlarmOutParamCfg outs;
-    outs.alarmOutParamList.resize(1);
-    outs.alarmOutParamList[0].alarmInNoList = {3, 1};
-    protocol::AcsAlarmInParamCfg ins;
-    ins.alarmInParamList.resize(1);
-    ins.alarmInParamList[0].zoneType = "24hours";
-    protocol::AcsChannelControllerParamCfg lane;
-    lane.closeDelay = 1500;
-    protocol::NFCCfg nfc;
-    nfc.applicationId = "F0\"01";
-    protocol::RFCardCfgData cards;
-    cards.rFCardCfg.cardTypeList.resize(1);
-    cards.rFCardCfg.cardTypeList[0].cardType = "cpu";
-
-    test::CheckDeviceRows({
+    test::CheckDeviceCommands({
         // clang-format off
         DEVICE_GET(AcsParamConfig, getAcsHostAbilityRequest, AcsHostCfg, kExternal, 114, "acsHostCfg", "readerProtocol"),
         DEVICE_GET(AcsParamConfig, getAcsHostParamRequest, AcsHostParamCfg, kExternal, 2101, "acsHostParamCfg", "readerProtocol"),
-        DEVICE_SET(AcsParamConfig, setAcsHostParamRequest, host, kExternal, 4101, "acsHostParamCfg", "\"fireLinkageMode\":\t\"remainOpen\""),
+        DEVICE_SET(AcsParamConfig, setAcsHostParamRequest, AcsHostParamCfg, kExternal, 4101, "acsHostParamCfg", "fireLinkageMode"),
         DEVICE_GET(AcsParamConfig, getFaceReModeAbilityRequest, FaceRecognizeModeAbility, kExternal, 116, "faceRecognizeModeAbility", "mode"),
         DEVICE_GET(AcsParamConfig, getFaceReModeParamRequest, FaceRecognizeMode, kExternal, 2215, "faceRecognizeMode", "mode"),
         DEVICE_GET(AcsParamConfig, getFaceReModeParamRequestINTERNAL, FaceRecognizeMode, kInternal, 2215, "faceRecognizeMode", "mode"),
-        DEVICE_SET(AcsParamConfig, setFaceReModeParamRequest, face, kExternal, 4136, "faceRecognizeMode", "\"mode\":\t\"deep\""),
+        DEVICE_SET(AcsParamConfig, setFaceReModeParamRequest, FaceRecognizeMode, kExternal, 4136, "faceRecognizeMode", "mode"),
         DEVICE_GET(AcsParamConfig, getFaceCardReaderAbilityRequest, CardReaderNo, kExternal, 123, "cardReaderNo", "cardReaderNoList"),
         DEVICE_GET(AcsParamConfig, getAcsDoorAbilityRequest, DoorCap, kExternal, 103, "doorCap", "openDuration"),
         DEVICE_GET(AcsParamConfig, getCardReaderAbilityRequest, CardReaderCfg, kExternal, 104, "cardReaderCfg", "verifyMode"),
         DEVICE_GET(AcsParamConfig, getCardReaderParamRequest, AcsCardReaderParamCfg, kExternal, 2105, "acsCardReaderParamCfg", "cardReaderParamList"),
-        DEVICE_SET(AcsParamConfig, setCardReaderParamRequest, readers, kExternal, 4105, "acsCardReaderParamCfg", "\"swipeInterval\":\t5"),
+        DEVICE_SET(AcsParamConfig, setCardReaderParamRequest, AcsCardReaderParamCfg, kExternal, 4105, "acsCardReaderParamCfg", "swipeInterval"),
         DEVICE_GET(AcsParamConfig, getAcsAlarmOutAbilityRequest, AlarmOutAbilityCfg, kExternal, 107, "alarmOutAbilityCfg", "activeDuration"),
         DEVICE_GET(AcsParamConfig, getAcsAlarmOutParamRequest, AcsAlarmOutParamCfg, kExternal, 2121, "acsAlarmOutParamCfg", "alarmOutParamList"),
-        DEVICE_SET(AcsParamConfig, setAcsAlarmOutParamRequest, outs, kExternal, 4121, "acsAlarmOutParamCfg", "\"alarmInNoList\":\t[3, 1]"),
+        DEVICE_SET(AcsParamConfig, setAcsAlarmOutParamRequest, AcsAlarmOutParamCfg, kExternal, 4121, "acsAlarmOutParamCfg", "alarmInNoList"),
         DEVICE_GET(AcsParamConfig, getAcsAlarmInAbilityRequest, AlarmInAbilityCfg, kExternal, 106, "alarmInAbilityCfg", "zoneType"),
         DEVICE_GET(AcsParamConfig, getAcsAlarmInParamRequest, AcsAlarmInParamCfg, kExternal, 2120, "acsAlarmInParamCfg", "alarmInParamList"),
-        DEVICE_SET(AcsParamConfig, setAcsAlarmInParamRequest, ins, kExternal, 4120, "acsAlarmInParamCfg", "\"zoneType\":\t\"24hours\""),
+        DEVICE_SET(AcsParamConfig, setAcsAlarmInParamRequest, AcsAlarmInParamCfg, kExternal, 4120, "acsAlarmInParamCfg", "zoneType"),
         DEVICE_GET(AcsParamConfig, getAcsChannelControlAbilityRequest, ChannelControllerAbilityCfg, kExternal, 243, "channelControllerAbilityCfg", "entranceMode"),
         DEVICE_GET(AcsParamConfig, getAcsChannelControlParamRequest, AcsChannelControllerParamCfg, kExternal, 2208, "acsChannelControllerParamCfg", "entranceMode"),
-        DEVICE_SET(AcsParamConfig, setAcsChannelControlParamRequest, lane, kExternal, 4206, "acsChannelControllerParamCfg", "\"closeDelay\":\t1500"),
+        DEVICE_SET(AcsParamConfig, setAcsChannelControlParamRequest, AcsChannelControllerParamCfg, kExternal, 4206, "acsChannelControllerParamCfg", "closeDelay"),
         DEVICE_GET(AcsParamConfig, getNFCAbilityRequest, NFCCfgCap, kExternal, 1201, "nFCCfgCap", "enable"),
         DEVICE_GET(AcsParamConfig, getNFCConfigRequest, NFCCfg, kExternal, 2223, "nFCCfg", "enable"),
-        DEVICE_SET(AcsParamConfig, setNFCConfigRequest, nfc, kExternal, 4141, "nFCCfg", R"("applicationId":	"F0\"01")"),
+        DEVICE_SET(AcsParamConfig, setNFCConfigRequest, NFCCfg, kExternal, 4141, "nFCCfg", "applicationId"),
         DEVICE_GET(AcsParamConfig, getRFCardAbilityRequest, RFCardCfgCap, kExternal, 1202, "rFCardCfgCap", "cardType"),
         DEVICE_GET(AcsParamConfig, getRFCardConfigRequest, RFCardCfgData, kExternal, 2224, "rFCardCfgData", "rFCardCfg"),
-        DEVICE_SET(AcsParamConfig, setRFCardConfigRequest, cards, kExternal, 4142, "rFCardCfgData", "\"cardType\":\t\"cpu\""),
+        DEVICE_SET(AcsParamConfig, setRFCardConfigRequest, RFCardCfgData, kExternal, 4142, "rFCardCfgData", "cardType"),
         // clang-format on
     });
 }
@@ -67,36 +46,33 @@ TEST(DeviceRequests, Parameters)
 TEST(DeviceRequests, Doors)
 {
     protocol::AcsDoorParamCfg door;
-    door.openDuration = 5;
-    for (const auto& [doorNo, condition] :
-         std::vector<std::pair<int, std::string>>{{1, "1"}, {0, "0"}, {-1, "-1"}, {2147483647, "2147483647"}}) {
-        const auto get = [no = doorNo](protocol::AcsDoorParamCfg& output, const std::string& deviceGuid) {
-            return AcsParamConfig::getAcsDoorParamRequest(output, deviceGuid, no);
-        };
-        const auto set = [no = doorNo](const protocol::AcsDoorParamCfg& input, const std::string& deviceGuid) {
-            return AcsParamConfig::setAcsDoorParamRequest(input, deviceGuid, no);
-        };
-        test::Library library;
-        // Without an encryption object there is one exchange each.
+    door.openDuration = 6;
+    const std::string text = protocol::SerializeRequest(door);
+    const auto withoutEncryption = [] {
+        // There is one exchange each then.
         delete RequestContext::Instance().encryption;
         RequestContext::Instance().encryption = nullptr;
-        library.wire.otherwise = test::DeviceAnswer(R"({"acsDoorParamCfg":{"openDuration":null}})");
-        for (const std::string& id : test::HostileIds()) {
-            test::CheckDeviceRow(library.wire,
-                                 test::DeviceGetRow<protocol::AcsDoorParamCfg>(
-                                     "get", get, kExternal, 2102, "acsDoorParamCfg", "openDuration", condition),
-                                 id);
-            test::CheckDeviceRow(library.wire,
-                                 test::DeviceSetRow("set", set, door, kExternal, 4102, "acsDoorParamCfg",
-                                                    "\"openDuration\":\t5", condition),
-                                 id);
-        }
+    };
+    for (const int doorNo : {1, 0, -1, 2147483647}) {
+        const auto get = [=](auto&, auto& output, auto& id) {
+            withoutEncryption();
+            return AcsParamConfig::getAcsDoorParamRequest(output, id, doorNo);
+        };
+        const auto set = [=](auto& input, auto&, auto& id) {
+            withoutEncryption();
+            return AcsParamConfig::setAcsDoorParamRequest(input, id, doorNo);
+        };
+        const std::string condition = std::to_string(doorNo);
+        test::CheckDeviceCommands({
+            test::Row<test::None, protocol::AcsDoorParamCfg>("get", kExternal, 2102, "", text, get, condition),
+            test::Row<protocol::AcsDoorParamCfg, test::None>("set", kExternal, 4102, text, "", set, condition),
+        });
     }
 }
 
 TEST(DeviceRequests, AbilitiesStatesAndCounts)
 {
-    test::CheckDeviceRows({
+    test::CheckDeviceCommands({
         // clang-format off
         DEVICE_GET(accessCapabilityComm, requestTotalCapability, AccessControl, kInternal, 110, "accessControl", "doorNum"),
         DEVICE_GET(accessCapabilityComm, requestAcsCapability, CommonAcsAbility, kInternal, 100, "commonAcsAbility", "doorNo"),

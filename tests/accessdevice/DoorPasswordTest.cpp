@@ -1,8 +1,8 @@
 #include <stdexcept>
 
 #include "nexwire/AcsParam.h"
-#include "support/DeviceRows.h"
 #include "support/LogCapture.h"
+#include "support/RequestVectors.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "Application/PassThrough/PassThrough.h"
 #include "nexwire/AcsParam.h"
-#include "support/DeviceRows.h"
+#include "support/RequestVectors.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ const std::string kDagAnswer =
 /// The four ways to send a command of one's own, as one signature.
 struct DagEntry {
     const char* name;
-    std::string prefix;
+    std::string path;
     bool takesTimeout;
     std::function<bool(const protocol::DagPassThroughReq&, const std::string&, protocol::DagPassThroughRsp&, int)> call;
 };
@@ -66,7 +66,7 @@ TEST(PassThrough, SingleCommands)
                 EXPECT_EQ(response.outBuffer, "out");
                 EXPECT_EQ(response.statusBuffer, "status");
                 const RequestParams& sent = library.wire.Last();
-                EXPECT_EQ(sent.url, entry.prefix + id + "/dagPassThrough");
+                EXPECT_EQ(sent.url, test::With(entry.path, id));
                 EXPECT_EQ(sent.method, 2);
                 EXPECT_EQ(sent.timeoutMs, entry.takesTimeout && timeoutMs != 0 ? timeoutMs : 40000);
                 EXPECT_TRUE(sent.headers.empty() && sent.params.empty());
@@ -234,7 +234,7 @@ TEST(PassThrough, BatchSteps)
         protocol::BatchPassThroughRspData response;
         std::string text = "before";
         EXPECT_TRUE(accessParamComm::batchPassThroughRequest(Batch(), id, response, text));
-        EXPECT_EQ(library.wire.Last().url, test::kInternal + id + "/batchPassThrough");
+        EXPECT_EQ(library.wire.Last().url, "/7730/v1/internal/deviceManagement/devices/" + id + "/batchPassThrough");
         EXPECT_EQ(library.wire.Last().method, 2);
         EXPECT_EQ(library.wire.Last().body, kBatchBody);
         EXPECT_EQ(library.wire.Last().timeoutMs, 40000);
@@ -244,7 +244,7 @@ TEST(PassThrough, BatchSteps)
         protocol::BatchPassThroughRspData external;
         Keel::Error::ErrorCode error{1, 2, "before"};
         EXPECT_TRUE(accessParamComm::batchPassThroughRequestExternal(external, error, Batch(), id));
-        EXPECT_EQ(library.wire.Last().url, test::kExternal + id + "/batchPassThrough");
+        EXPECT_EQ(library.wire.Last().url, "/7730/v1/deviceManagement/devices/" + id + "/batchPassThrough");
         EXPECT_EQ(library.wire.Last().method, 2);
         EXPECT_EQ(library.wire.Last().body, kBatchBody);
         ExpectBatchAnswer(external.batchPassThroughRsp);
@@ -297,7 +297,7 @@ TEST(PassThrough, UntypedSettersAndTheRawGetter)
             EXPECT_TRUE(call());
             protocol::DagPassThroughReq request;
             ASSERT_TRUE(protocol::TParseJSONStr(request, library.wire.Last().body));
-            EXPECT_EQ(library.wire.Last().url, test::kExternal + id + "/dagPassThrough");
+            EXPECT_EQ(library.wire.Last().url, test::With(test::kExternal, id));
             EXPECT_EQ(library.wire.Last().method, 2);
             EXPECT_EQ(request.command, 4001);
             EXPECT_EQ(request.condBuffer, "");
@@ -320,7 +320,7 @@ TEST(PassThrough, UntypedSettersAndTheRawGetter)
     library.wire.AnswerWith(test::DeviceAnswer("not even JSON"));
     EXPECT_TRUE(ACDoorPlan::getDoorStatusInfo(2007, output, "d", "ignored"));
     EXPECT_EQ(output, "not even JSON");
-    EXPECT_EQ(library.wire.Last().url, test::kExternal + "d/dagPassThrough");
+    EXPECT_EQ(library.wire.Last().url, test::With(test::kExternal, "d"));
     EXPECT_EQ(library.wire.Last().body, "{\n\t\"dagPassThroughReq\":\t{\n\t\t\"command\":\t2007,\n"
                                         "\t\t\"condBuffer\":\t\"\",\n\t\t\"inBuffer\":\t\"\"\n\t}\n}");
 }

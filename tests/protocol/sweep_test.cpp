@@ -12,6 +12,7 @@
 #include "core/FieldTable.h"
 #include "core/JsonTree.h"
 #include "nexwire/ParseJSONUtil.h"
+#include "support/Filled.h"
 
 namespace sample {
 
@@ -32,7 +33,6 @@ namespace {
 using nexwire::core::Field;
 using nexwire::core::FieldTable;
 using nexwire::core::JsonTree;
-using nexwire::core::Kind;
 using protocol::IJSONStruct;
 
 /// A structure without its type.
@@ -91,50 +91,6 @@ private:
     std::vector<std::uint64_t> memory_;
     IJSONStruct* structure_;
 };
-
-/// A JSON object with a distinct value under every key, two levels deep.
-cJSON* Filled(const FieldTable& table, int& counter, int depth)
-{
-    cJSON* object = cJSON_CreateObject();
-    for (const Field& field : table) {
-        ++counter;
-        cJSON* value = nullptr;
-        switch (field.kind) {
-        case Kind::Text:
-            value = cJSON_CreateString((std::string("text \xE9\x97\xA8 ") + std::to_string(counter)).c_str());
-            break;
-        case Kind::Int:
-        case Kind::Int64:
-            value = cJSON_CreateNumber(counter);
-            break;
-        case Kind::Real:
-            value = cJSON_CreateNumber(counter + 0.25);
-            break;
-        case Kind::Bool:
-            value = cJSON_CreateBool(counter % 2);
-            break;
-        case Kind::Struct:
-            value = depth > 4 ? cJSON_CreateObject() : Filled(*field.ops->fields, counter, depth + 1);
-            break;
-        case Kind::TextList:
-            value = cJSON_CreateArray();
-            cJSON_AddItemToArray(value, cJSON_CreateString(std::to_string(counter).c_str()));
-            break;
-        case Kind::IntList:
-            value = cJSON_CreateArray();
-            cJSON_AddItemToArray(value, cJSON_CreateNumber(counter));
-            break;
-        case Kind::StructList:
-            value = cJSON_CreateArray();
-            for (int i = 0; i < 2 && depth < 4; ++i) {
-                cJSON_AddItemToArray(value, Filled(*field.ops->fields, counter, depth + 1));
-            }
-            break;
-        }
-        cJSON_AddItemToObject(object, field.key, value);
-    }
-    return object;
-}
 
 TEST(AllStructures, AreListed)
 {
@@ -199,7 +155,7 @@ TEST(AllStructures, ComeBackFromTheWireAsTheyWereSent)
         EXPECT_EQ(again.Printed(), defaults) << entry.name;
 
         int counter = 0;
-        const JsonTree filled(Filled(*entry.table, counter, 0));
+        const JsonTree filled(test::Filled(*entry.table, counter, 0));
         Object read(entry);
         (*read).Parse(filled.get());
         EXPECT_EQ(read.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
