@@ -4,24 +4,23 @@
 
 #include "nexwire/AccessGroup.h"
 #include "nexwire/Wiegand.h"
-#include "support/StubExecutor.h"
+#include "support/RequestVectors.h"
 
 namespace {
 
 using namespace nexwire;
 using protocol::PersonnelAdd;
+using test::RequestVector;
 
 const std::string kRoot = "/7730/v1/accessController/";
 const std::string kInternal = "/7730/v1/internal/accessController/";
 
-/// One request function with an identifier, and what must reach the executor for it.
-struct Vector {
-    const char* name;
-    std::function<bool(const std::string&)> call;
-    std::string path; ///< "*" stands for the identifier.
-    std::int32_t method;
-    std::string body;
-};
+/// A row for `call(id)`.
+RequestVector Row(const char* name, std::function<bool(const std::string&)> call, const std::string& path, int method,
+                  const std::string& body)
+{
+    return {name, path, method, body, "", std::move(call), nullptr, ""};
+}
 
 protocol::DeviceDownloadDetailsCont Condition()
 {
@@ -34,197 +33,194 @@ protocol::DeviceDownloadDetailsCont Condition()
     return condition;
 }
 
-const std::string kConditionBody =
-    "{\n\t\"deviceDownloadDetailsCont\":\t{\n"
-    "\t\t\"DetailsQueryCondition\":\t{\n\t\t\t\"deviceGuid\":\t\"d\",\n\t\t\t\"groupGuid\":\t\"g\"\n\t\t},\n"
-    "\t\t\"isQuery\":\ttrue,\n"
-    "\t\t\"DetailsFilterCondition\":\t{\n\t\t\t\"personName\":\t\"n\",\n\t\t\t\"personGuid\":\t\"\",\n"
-    "\t\t\t\"sessionID\":\t\"\",\n\t\t\t\"downloadState\":\t2\n\t\t}\n\t}\n}";
+const std::string kConditionBody = R"({"deviceDownloadDetailsCont":{
+    "DetailsQueryCondition":{"deviceGuid":"d","groupGuid":"g"},"isQuery":true,
+    "DetailsFilterCondition":{"personName":"n","personGuid":"","sessionID":"","downloadState":2}}})";
 
-std::vector<Vector> Vectors()
+std::vector<RequestVector> Vectors()
 {
     static int code;
     static std::string guid;
-    const auto modify = [](const std::string& inner) {
-        return "{\n\t\"accessGroupModifyParam\":\t{\n\t\t" + inner + "\n\t}\n}";
-    };
+    const auto modify = [](const std::string& inner) { return "{\"accessGroupModifyParam\":{" + inner + "}}"; };
     return {
-        {"queryAccessGroups",
-         [](auto&) {
-             protocol::AccessGroupQueryResponseListData result;
-             return CAccessGroupComm::queryAccessGroups(result);
-         },
-         kRoot + "accessGroups", 2, ""},
-        {"getAccessGroup",
-         [](auto& id) {
-             protocol::AccessGroupQueryResponseData result;
-             return CAccessGroupComm::getAccessGroup(result, id);
-         },
-         kRoot + "accessGroups/*", 2, ""},
-        {"addAccessGroup",
-         [](auto&) {
-             protocol::AccessGroupAddParam param;
-             param.name = "n";
-             param.secheduleGuid = "s";
-             param.personnelAddList.resize(1);
-             param.personnelAddList[0].personnelNo = "7";
-             param.objectAddList.resize(1);
-             param.objectAddList[0].objectNo = 1;
-             return CAccessGroupComm::addAccessGroup(param, guid, code);
-         },
-         kRoot + "accessGroups", 1,
-         "{\n\t\"accessGroupAddParam\":\t{\n\t\t\"name\":\t\"n\",\n\t\t\"secheduleGuid\":\t\"s\",\n"
-         "\t\t\"description\":\t\"\",\n"
-         "\t\t\"personnelAddList\":\t[{\n\t\t\t\t\"personnelGuid\":\t\"\",\n\t\t\t\t\"personnelNo\":\t\"7\",\n"
-         "\t\t\t\t\"personnelName\":\t\"\"\n\t\t\t}],\n"
-         "\t\t\"objectAddList\":\t[{\n\t\t\t\t\"deviceGuid\":\t\"\",\n\t\t\t\t\"objectGuid\":\t\"\",\n"
-         "\t\t\t\t\"objectGroupGuid\":\t\"\",\n\t\t\t\t\"objectName\":\t\"\",\n\t\t\t\t\"objectNo\":\t1,\n"
-         "\t\t\t\t\"objectType\":\t0\n\t\t\t}]\n\t}\n}"},
-        {"downloadAccessGroups",
-         [](auto&) {
-             return CAccessGroupComm::downloadAccessGroups({"a", "b"}, true, 3);
-         },
-         kRoot + "accessDownload", 1,
-         "{\n\t\"accessDownload\":\t{\n\t\t\"accessGroupDownList\":\t[{\n"
-         "\t\t\t\t\"accessgroupGuid\":\t\"a\",\n\t\t\t\t\"deleteGroup\":\ttrue,\n\t\t\t\t\"downloadMode\":\t3\n"
-         "\t\t\t}, {\n"
-         "\t\t\t\t\"accessgroupGuid\":\t\"b\",\n\t\t\t\t\"deleteGroup\":\ttrue,\n\t\t\t\t\"downloadMode\":\t3\n"
-         "\t\t\t}]\n\t}\n}"},
-        {"downloadAccessGroups of none", [](auto&) { return CAccessGroupComm::downloadAccessGroups({}, false, 0); },
-         kRoot + "accessDownload", 1, "{\n\t\"accessDownload\":\t{\n\t\t\"accessGroupDownList\":\t[]\n\t}\n}"},
-        {"modifyAccessGroupName", [](auto& id) { return CAccessGroupComm::modifyAccessGroupName(id, "new", code); },
-         kRoot + "accessGroups/*", 1, modify("\"name\":\t\"new\"")},
-        {"modifyAccessGroupSchedule",
-         [](auto& id) { return CAccessGroupComm::modifyAccessGroupSchedule(id, "s", code); }, kRoot + "accessGroups/*",
-         1, modify("\"secheduleGuid\":\t\"s\"")},
-        {"modifyAccessGroupDescription",
-         [](auto& id) { return CAccessGroupComm::modifyAccessGroupDescription(id, "d"); }, kRoot + "accessGroups/*", 1,
-         modify("\"description\":\t\"d\"")},
-        {"modifyAccessGroupPersons",
-         [](auto& id) {
-             std::vector<PersonnelAdd> added(1);
-             added[0].personnelGuid = "p";
-             return CAccessGroupComm::modifyAccessGroupPersons(added, {}, id, code);
-         },
-         kRoot + "accessGroups/*", 1,
-         modify("\"personnelAddList\":\t[{\n\t\t\t\t\"personnelGuid\":\t\"p\",\n\t\t\t\t\"personnelNo\":\t\"\",\n"
-                "\t\t\t\t\"personnelName\":\t\"\"\n\t\t\t}],\n\t\t\"personnelRemoveList\":\t[]")},
-        {"modifyAccessGroupObjects",
-         [](auto& id) {
-             std::vector<protocol::ObjectRemove> removed(1);
-             removed[0].objectGuid = "o";
-             return CAccessGroupComm::modifyAccessGroupObjects({}, removed, id, code);
-         },
-         kRoot + "accessGroups/*", 1,
-         modify("\"objectAddList\":\t[],\n\t\t\"objectRemoveList\":\t[{\n\t\t\t\t\"deviceGuid\":\t\"\",\n"
-                "\t\t\t\t\"objectGuid\":\t\"o\"\n\t\t\t}]")},
-        {"modifyFaceStatus", [](auto& id) { return CAccessGroupComm::modifyFaceStatusByDeviceGuid(id); },
-         kRoot + "modifyfacestatus/*", 1, ""},
-        {"modifyIrisStatus", [](auto& id) { return CAccessGroupComm::modifyIrisStatusByDeviceGuid(id); },
-         kRoot + "modifyirisstatus/*", 1, ""},
-        {"getAccessGroupDownloadProgress",
-         [](auto& id) {
-             protocol::GroupDownloadProgressData result;
-             return CAccessGroupComm::getAccessGroupDownloadProgress(result, id);
-         },
-         kRoot + "downloadProgress/*", 2, ""},
-        {"queryDeviceDownloadDetails",
-         [](auto&) {
-             protocol::DeviceDownloadDetailsResponseData result;
-             return CAccessGroupComm::queryDeviceDownloadDetails(result, Condition());
-         },
-         kRoot + "downloadDetails", 2, kConditionBody},
-        {"queryDownloadPersonStateDetails",
-         [](auto&) {
-             protocol::PersonStateDetailResponseData result;
-             return CAccessGroupComm::queryDownloadPersonStateDetails(result, Condition());
-         },
-         kRoot + "personStateDetails", 2, kConditionBody},
-        {"checkAccessParam",
-         [](auto&) {
-             protocol::AccessParamCheck param;
-             param.scheduleGuid = "s";
-             param.doorGuidList = {"door"};
-             return CAccessGroupComm::checkAccessParam(param, code);
-         },
-         kRoot + "accessParamCheck", 2,
-         "{\n\t\"accessParamCheck\":\t{\n\t\t\"accessGroupGuid\":\t\"\",\n\t\t\"scheduleGuid\":\t\"s\",\n"
-         "\t\t\"doorGuidList\":\t[\"door\"],\n\t\t\"personGuidList\":\t[]\n\t}\n}"},
-        {"checkAccessParamForCertainGroups",
-         [](auto&) {
-             protocol::AccessParamCheckForCertainGroups param;
-             param.accessGroupGuidList = {"g"};
-             return CAccessGroupComm::checkAccessParamForCertainGroups(param, code);
-         },
-         kRoot + "accessParamCheckForCertainAccessGroups", 2,
-         "{\n\t\"accessParamCheckForCertainGroups\":\t{\n\t\t\"accessGroupGuidList\":\t[\"g\"],\n"
-         "\t\t\"scheduleGuid\":\t\"\",\n\t\t\"doorGuidList\":\t[],\n\t\t\"personGuidList\":\t[]\n\t}\n}"},
-        {"AccessGroupStatusChange",
-         [](auto&) { return AccessGroupStatusChange::request(protocol::AccessGroupStatusChange()); },
-         kInternal + "accessGroupStatusChange", 1,
-         "{\n\t\"accessGroupStatusChange\":\t{\n\t\t\"accessGroupGuidList\":\t[],\n"
-         "\t\t\"accessGroupState\":\t0\n\t}\n}"},
-        {"AccessGroupStatusDownload",
-         [](auto&) { return AccessGroupStatusDownload::request(protocol::AccessGroupStatusDownload()); },
-         kInternal + "accessGroupStatusDownload", 1,
-         "{\n\t\"accessGroupStatusDownload\":\t{\n\t\t\"accessGroupGuid\":\t\"\",\n\t\t\"deviceGuid\":\t\"\",\n"
-         "\t\t\"deviceProgress\":\t0,\n\t\t\"downloadState\":\t0\n\t}\n}"},
-        {"getDownloadedPerson",
-         [](auto& id) {
-             protocol::DownloadedPersonData result;
-             return personDownloadedComm::getDownloadedPerson(result, id);
-         },
-         kRoot + "downloadPersons/*", 2, ""},
-        {"getDownloadedCard",
-         [](auto& id) {
-             protocol::DownloadedCardListData result;
-             return personDownloadedComm::getDownloadedCard(result, id);
-         },
-         kRoot + "downloadedCards/*", 2, ""},
-        {"CStopApplyPerGroup", [](auto& id) { return CStopApplyPerGroup::request(id); }, kRoot + "stopDownload/*", 1,
-         ""},
-        {"CReApplyFailedInfo", [](auto& id) { return CReApplyFailedInfo::request(id); }, kRoot + "reDownload/*", 1, ""},
-        {"CGetWiegands",
-         [](auto&) {
-             protocol::WiegandQueryResultListData result;
-             return CGetWiegands::request(result);
-         },
-         kRoot + "wiegands", 2, ""},
-        {"CSetWiegand",
-         [](auto&) {
-             protocol::OperationResultListData result;
-             protocol::WiegandModifyParam param;
-             param.guid = "w";
-             param.enabled = true;
-             param.deviceGuidList = {"d"};
-             return CSetWiegand::request(result, param);
-         },
-         kRoot + "wiegands", 1,
-         "{\n\t\"wiegandModifyParam\":\t{\n\t\t\"guid\":\t\"w\",\n\t\t\"name\":\t\"\",\n\t\t\"enabled\":\ttrue,\n"
-         "\t\t\"totalLength\":\t0,\n\t\t\"checkType\":\t0,\n\t\t\"oddBeginBit\":\t0,\n\t\t\"oddLength\":\t0,\n"
-         "\t\t\"evenBeginBit\":\t0,\n\t\t\"evenLength\":\t0,\n\t\t\"xorBeginBit\":\t0,\n\t\t\"xorPerLength\":\t0,\n"
-         "\t\t\"xorTotalLength\":\t0,\n\t\t\"deviceGuidList\":\t[\"d\"],\n\t\t\"outRuleList\":\t[]\n\t}\n}"},
+        Row(
+            "queryAccessGroups",
+            [](auto&) {
+                protocol::AccessGroupQueryResponseListData result;
+                return CAccessGroupComm::queryAccessGroups(result);
+            },
+            kRoot + "accessGroups", 2, ""),
+        Row(
+            "getAccessGroup",
+            [](auto& id) {
+                protocol::AccessGroupQueryResponseData result;
+                return CAccessGroupComm::getAccessGroup(result, id);
+            },
+            kRoot + "accessGroups/*", 2, ""),
+        Row(
+            "addAccessGroup",
+            [](auto&) {
+                protocol::AccessGroupAddParam param;
+                param.name = "n";
+                param.secheduleGuid = "s";
+                param.personnelAddList.resize(1);
+                param.personnelAddList[0].personnelNo = "7";
+                param.objectAddList.resize(1);
+                param.objectAddList[0].objectNo = 1;
+                return CAccessGroupComm::addAccessGroup(param, guid, code);
+            },
+            kRoot + "accessGroups", 1,
+            R"({"accessGroupAddParam":{"name":"n","secheduleGuid":"s","description":"",
+                "personnelAddList":[{"personnelGuid":"","personnelNo":"7","personnelName":""}],
+                "objectAddList":[{"deviceGuid":"","objectGuid":"","objectGroupGuid":"","objectName":"","objectNo":1,
+                "objectType":0}]}})"),
+        Row(
+            "downloadAccessGroups",
+            [](auto&) {
+                return CAccessGroupComm::downloadAccessGroups({"a", "b"}, true, 3);
+            },
+            kRoot + "accessDownload", 1,
+            R"({"accessDownload":{"accessGroupDownList":[{"accessgroupGuid":"a","deleteGroup":true,
+                "downloadMode":3},{"accessgroupGuid":"b","deleteGroup":true,"downloadMode":3}]}})"),
+        Row(
+            "downloadAccessGroups of none", [](auto&) { return CAccessGroupComm::downloadAccessGroups({}, false, 0); },
+            kRoot + "accessDownload", 1, R"({"accessDownload":{"accessGroupDownList":[]}})"),
+        Row(
+            "modifyAccessGroupName", [](auto& id) { return CAccessGroupComm::modifyAccessGroupName(id, "new", code); },
+            kRoot + "accessGroups/*", 1, modify(R"("name":"new")")),
+        Row(
+            "modifyAccessGroupSchedule",
+            [](auto& id) { return CAccessGroupComm::modifyAccessGroupSchedule(id, "s", code); },
+            kRoot + "accessGroups/*", 1, modify(R"("secheduleGuid":"s")")),
+        Row(
+            "modifyAccessGroupDescription",
+            [](auto& id) { return CAccessGroupComm::modifyAccessGroupDescription(id, "d"); }, kRoot + "accessGroups/*",
+            1, modify(R"("description":"d")")),
+        Row(
+            "modifyAccessGroupPersons",
+            [](auto& id) {
+                std::vector<PersonnelAdd> added(1);
+                added[0].personnelGuid = "p";
+                return CAccessGroupComm::modifyAccessGroupPersons(added, {}, id, code);
+            },
+            kRoot + "accessGroups/*", 1,
+            modify(
+                R"("personnelAddList":[{"personnelGuid":"p","personnelNo":"","personnelName":""}],"personnelRemoveList":[])")),
+        Row(
+            "modifyAccessGroupObjects",
+            [](auto& id) {
+                std::vector<protocol::ObjectRemove> removed(1);
+                removed[0].objectGuid = "o";
+                return CAccessGroupComm::modifyAccessGroupObjects({}, removed, id, code);
+            },
+            kRoot + "accessGroups/*", 1,
+            modify(R"("objectAddList":[],"objectRemoveList":[{"deviceGuid":"","objectGuid":"o"}])")),
+        Row(
+            "modifyFaceStatus", [](auto& id) { return CAccessGroupComm::modifyFaceStatusByDeviceGuid(id); },
+            kRoot + "modifyfacestatus/*", 1, ""),
+        Row(
+            "modifyIrisStatus", [](auto& id) { return CAccessGroupComm::modifyIrisStatusByDeviceGuid(id); },
+            kRoot + "modifyirisstatus/*", 1, ""),
+        Row(
+            "getAccessGroupDownloadProgress",
+            [](auto& id) {
+                protocol::GroupDownloadProgressData result;
+                return CAccessGroupComm::getAccessGroupDownloadProgress(result, id);
+            },
+            kRoot + "downloadProgress/*", 2, ""),
+        Row(
+            "queryDeviceDownloadDetails",
+            [](auto&) {
+                protocol::DeviceDownloadDetailsResponseData result;
+                return CAccessGroupComm::queryDeviceDownloadDetails(result, Condition());
+            },
+            kRoot + "downloadDetails", 2, kConditionBody),
+        Row(
+            "queryDownloadPersonStateDetails",
+            [](auto&) {
+                protocol::PersonStateDetailResponseData result;
+                return CAccessGroupComm::queryDownloadPersonStateDetails(result, Condition());
+            },
+            kRoot + "personStateDetails", 2, kConditionBody),
+        Row(
+            "checkAccessParam",
+            [](auto&) {
+                protocol::AccessParamCheck param;
+                param.scheduleGuid = "s";
+                param.doorGuidList = {"door"};
+                return CAccessGroupComm::checkAccessParam(param, code);
+            },
+            kRoot + "accessParamCheck", 2,
+            R"({"accessParamCheck":{"accessGroupGuid":"","scheduleGuid":"s","doorGuidList":["door"],
+                "personGuidList":[]}})"),
+        Row(
+            "checkAccessParamForCertainGroups",
+            [](auto&) {
+                protocol::AccessParamCheckForCertainGroups param;
+                param.accessGroupGuidList = {"g"};
+                return CAccessGroupComm::checkAccessParamForCertainGroups(param, code);
+            },
+            kRoot + "accessParamCheckForCertainAccessGroups", 2,
+            R"({"accessParamCheckForCertainGroups":{"accessGroupGuidList":["g"],"scheduleGuid":"","doorGuidList":[],
+                "personGuidList":[]}})"),
+        Row(
+            "AccessGroupStatusChange",
+            [](auto&) { return AccessGroupStatusChange::request(protocol::AccessGroupStatusChange()); },
+            kInternal + "accessGroupStatusChange", 1,
+            R"({"accessGroupStatusChange":{"accessGroupGuidList":[],"accessGroupState":0}})"),
+        Row(
+            "AccessGroupStatusDownload",
+            [](auto&) { return AccessGroupStatusDownload::request(protocol::AccessGroupStatusDownload()); },
+            kInternal + "accessGroupStatusDownload", 1,
+            R"({"accessGroupStatusDownload":{"accessGroupGuid":"","deviceGuid":"","deviceProgress":0,
+                "downloadState":0}})"),
+        Row(
+            "getDownloadedPerson",
+            [](auto& id) {
+                protocol::DownloadedPersonData result;
+                return personDownloadedComm::getDownloadedPerson(result, id);
+            },
+            kRoot + "downloadPersons/*", 2, ""),
+        Row(
+            "getDownloadedCard",
+            [](auto& id) {
+                protocol::DownloadedCardListData result;
+                return personDownloadedComm::getDownloadedCard(result, id);
+            },
+            kRoot + "downloadedCards/*", 2, ""),
+        Row(
+            "CStopApplyPerGroup", [](auto& id) { return CStopApplyPerGroup::request(id); }, kRoot + "stopDownload/*", 1,
+            ""),
+        Row(
+            "CReApplyFailedInfo", [](auto& id) { return CReApplyFailedInfo::request(id); }, kRoot + "reDownload/*", 1,
+            ""),
+        Row(
+            "CGetWiegands",
+            [](auto&) {
+                protocol::WiegandQueryResultListData result;
+                return CGetWiegands::request(result);
+            },
+            kRoot + "wiegands", 2, ""),
+        Row(
+            "CSetWiegand",
+            [](auto&) {
+                protocol::OperationResultListData result;
+                protocol::WiegandModifyParam param;
+                param.guid = "w";
+                param.enabled = true;
+                param.deviceGuidList = {"d"};
+                return CSetWiegand::request(result, param);
+            },
+            kRoot + "wiegands", 1,
+            R"({"wiegandModifyParam":{"guid":"w","name":"","enabled":true,"totalLength":0,"checkType":0,
+                "oddBeginBit":0,"oddLength":0,"evenBeginBit":0,"evenLength":0,"xorBeginBit":0,"xorPerLength":0,
+                "xorTotalLength":0,"deviceGuidList":["d"],"outRuleList":[]}})"),
     };
 }
 
 TEST(AccessGroup, RequestVectors)
 {
-    test::Library library;
-    for (const Vector& vector : Vectors()) {
-        for (const std::string& id : test::HostileIds()) {
-            EXPECT_TRUE(vector.call(id)) << vector.name;
-            std::string path = vector.path;
-            if (path.back() == '*') {
-                path.replace(path.size() - 1, 1, id);
-            }
-            const RequestParams& request = library.wire.Last();
-            EXPECT_EQ(request.url, path) << vector.name;
-            EXPECT_EQ(request.method, vector.method) << vector.name;
-            EXPECT_EQ(request.body, vector.body) << vector.name;
-            EXPECT_EQ(request.timeoutMs, 40000) << vector.name;
-            EXPECT_TRUE(request.headers.empty() && request.params.empty()) << vector.name;
-        }
-    }
+    test::CheckRequests(Vectors());
 }
 
 TEST(AccessGroup, CreationHandsOutTheGuidOnlyOnSuccess)
