@@ -55,8 +55,8 @@ bool AsMade(const std::vector<AnyPerson>& persons, std::size_t count)
 
 void Count(benchmark::State& state, std::size_t count)
 {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * count));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * Answer(count).size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(count));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(Answer(count).size()));
 }
 
 void Nexwire(benchmark::State& state)

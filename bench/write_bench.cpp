@@ -26,7 +26,7 @@ std::vector<AnyPerson> Persons(std::size_t count)
 void Finish(benchmark::State& state, std::size_t bytes)
 {
     state.SetItemsProcessed(state.iterations() * state.range(0));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
 
 void Nexwire(benchmark::State& state)
