@@ -16,16 +16,24 @@ namespace bench {
 /// run. Lives until the process ends.
 class NullServer {
 public:
-    explicit NullServer(const std::string& body)
-        : acceptor_(context_, Tcp::endpoint(boost::asio::ip::address_v4::loopback(), 0)),
-          answer_("HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " +
-                  std::to_string(body.size()) + "\r\n\r\n" + body)
+    NullServer() : acceptor_(context_, Tcp::endpoint(boost::asio::ip::address_v4::loopback(), 0))
     {
         Accept();
         std::thread([this] { context_.run(); }).detach();
     }
 
     std::string Port() const { return std::to_string(acceptor_.local_endpoint().port()); }
+
+    /// To be called between exchanges, as `LastBody`.
+    void AnswerWith(const std::string& body)
+    {
+        answer_ =
+            "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+            "\r\n\r\n" + body;
+    }
+
+    /// Of the latest request.
+    const std::string& LastBody() const { return lastBody_; }
 
 private:
     using Tcp = boost::asio::ip::tcp;
@@ -60,20 +68,29 @@ private:
                                            });
     }
 
-    /// Requests without body only.
     void Answer(const std::shared_ptr<Connection>& connection)
     {
-        if (connection->request.find("\r\n\r\n") != std::string::npos) {
-            connection->request.clear();
-            Error error;
-            boost::asio::write(connection->socket, boost::asio::buffer(answer_), error);
+        static const std::string kLength = "Content-Length: ";
+        std::string& request = connection->request;
+        const std::size_t head = request.find("\r\n\r\n");
+        const std::size_t field = request.find(kLength);
+        if (head != std::string::npos) {
+            const std::size_t body = field < head ? std::stoul("0" + request.substr(field + kLength.size(), 9)) : 0;
+            if (request.size() >= head + 4 + body) {
+                lastBody_.assign(request, head + 4, body);
+                request.clear();
+                Error error;
+                boost::asio::write(connection->socket, boost::asio::buffer(answer_), error);
+            }
         }
         Read(connection);
     }
 
     boost::asio::io_context context_;
     Tcp::acceptor acceptor_;
-    const std::string answer_;
+    // Used by the main thread between exchanges only, and a round trip lies between the two sides.
+    std::string answer_;
+    std::string lastBody_;
 };
 
 } // namespace bench

@@ -70,8 +70,12 @@ private:
 
 bench::NullServer& Server()
 {
-    static bench::NullServer& server = *new bench::NullServer(std::string(kBodySize, 'x'));
-    return server;
+    static bench::NullServer* const server = [] {
+        auto* const made = new bench::NullServer;
+        made->AnswerWith(std::string(kBodySize, 'x'));
+        return made;
+    }();
+    return *server;
 }
 
 nexwire::host::HttpRequestExecutor& Executor()

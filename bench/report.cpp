@@ -68,7 +68,7 @@ public:
             }
             Runs& runs = runs_[name];
             runs.perSecond = std::max(runs.perSecond, run.value("items_per_second", 0.0));
-            for (const char* counter : {"own_us", "call_us", "post_us", "ratio"}) {
+            for (const char* counter : {"own_us", "call_us", "ratio"}) {
                 if (run.contains(counter)) {
                     runs.counters[counter].push_back(run.at(counter));
                 }
@@ -249,11 +249,10 @@ private:
     {
         for (const auto& [name, runs] : runs_) {
             const auto calls = runs.counters.find("call_us");
-            const auto posts = runs.counters.find("post_us");
-            if (calls != runs.counters.end() && posts != runs.counters.end()) {
+            if (calls != runs.counters.end()) {
                 const double call = Median(calls->second);
                 Add({name.substr(0, name.rfind("/manual_time")), call, "us", "bare POST", {}, {}},
-                    Median(posts->second) / call, 0);
+                    1 / Median(runs.counters.at("ratio")), 0);
             }
         }
     }

@@ -7,84 +7,21 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/write.hpp>
 #include <curl/curl.h>
 
+#include "NullServer.h"
 #include "nexwire/VideoWall.h"
 #include "simulator/VideoWallService.h"
 
 namespace {
 
 using namespace nexwire;
-namespace asio = boost::asio;
-using asio::ip::tcp;
 using Clock = std::chrono::steady_clock;
 
-/// Answers every request with the same bytes, one thread per connection, and keeps the last request.
-class NullServer {
-public:
-    NullServer() : acceptor_(context_, tcp::endpoint(asio::ip::address_v4::loopback(), 0))
-    {
-        std::thread([this] { Accept(); }).detach();
-    }
-
-    std::string Port() const { return std::to_string(acceptor_.local_endpoint().port()); }
-
-    void AnswerWith(const std::string& body)
-    {
-        answer_ =
-            "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
-            "\r\n\r\n" + body;
-    }
-
-    const std::string& LastBody() const { return lastBody_; }
-
-private:
-    void Accept()
-    {
-        for (;;) {
-            auto socket = std::make_shared<tcp::socket>(acceptor_.accept());
-            socket->set_option(tcp::no_delay(true));
-            std::thread([this, socket] { Serve(*socket); }).detach();
-        }
-    }
-
-    void Serve(tcp::socket& socket)
-    {
-        static const std::string field = "Content-Length: ";
-        std::string bytes;
-        std::vector<char> piece(64 * 1024);
-        boost::system::error_code error;
-        for (;;) {
-            const std::size_t head = bytes.find("\r\n\r\n");
-            const std::size_t length = bytes.find(field);
-            const std::size_t size = head == std::string::npos
-                                         ? std::string::npos
-                                         : head + 4 + std::stoul("0" + bytes.substr(length + field.size(), 9));
-            if (size <= bytes.size()) {
-                lastBody_ = bytes.substr(head + 4);
-                bytes.clear();
-                asio::write(socket, asio::buffer(answer_), error);
-            } else {
-                bytes.append(piece.data(), socket.read_some(asio::buffer(piece), error));
-            }
-            if (error) {
-                return;
-            }
-        }
-    }
-
-    asio::io_context context_;
-    tcp::acceptor acceptor_;
-    // Written between exchanges only, and a round trip lies between the two sides.
-    std::string answer_;
-    std::string lastBody_;
-};
+using bench::NullServer;
 
 /// The peer: libcurl alone, with what a careful user of it sets.
 class BarePost {
