@@ -68,7 +68,7 @@ TEST(PlatformTest, SurvivesEveryMalformedBody)
         "{\"accessGroupAddParam\":{\"name\":" + std::string(300, '[') + std::string(300, ']') + "}}",
         "{\"accessGroupAddParam\":{\"name\":\"x\",\"n\":1e999}}",
         "{\"accessGroupAddParam\":{\"name\":\"\\ud800\"}}",
-        std::string("{\"accessGroupAddParam\":{\"name\":\"a\0b\"}}", 39),
+        std::string("{\"accessGroupAddParam\":{\"name\":\"a\0b\"}}", 38),
         std::string("\0\0\0", 3),
         "\"text\"",
         "null",
