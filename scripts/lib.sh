@@ -7,7 +7,7 @@ readonly ROOT
 # Debian packages by purpose.
 declare -rA PACKAGES=(
     [build]="g++ cmake ninja-build pkg-config libboost-dev libboost-thread-dev libcjson-dev libcli11-dev
-             libcurl4-openssl-dev libgmock-dev libgtest-dev liblog4cxx-dev libpugixml-dev libsqlite3-dev libssl-dev
+             libcurl4-openssl-dev libgmock-dev libgtest-dev liblog4cxx-dev libsqlite3-dev libssl-dev
              rapidjson-dev"
     [clang]="clang libclang-rt-dev llvm"
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
