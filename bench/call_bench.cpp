@@ -9,7 +9,7 @@
 #include <cjson/cJSON.h>
 #include <keel/Error.h>
 
-#include "nexwire/AccessGroup.h"
+#include "nexwire/AccessController/AccessGroup.h"
 #include "nexwire/Nexwire.h"
 
 namespace {

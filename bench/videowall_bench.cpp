@@ -13,7 +13,7 @@
 #include <curl/curl.h>
 
 #include "NullServer.h"
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 #include "simulator/VideoWallService.h"
 
 namespace {

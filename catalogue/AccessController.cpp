@@ -1,13 +1,13 @@
 #include "catalogue/Modules.h"
-#include "nexwire/AccessGroup.h"
-#include "nexwire/AccessPlan.h"
-#include "nexwire/EventCardLinkage.h"
-#include "nexwire/FirstPerson.h"
-#include "nexwire/Intercom.h"
-#include "nexwire/LadderControlRelay.h"
-#include "nexwire/PictureCache.h"
-#include "nexwire/VerifyMode.h"
-#include "nexwire/Wiegand.h"
+#include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/AccessPlan.h"
+#include "nexwire/AccessController/EventCardLinkage.h"
+#include "nexwire/AccessController/FirstPerson.h"
+#include "nexwire/AccessController/Intercom.h"
+#include "nexwire/AccessController/LadderControlRelay.h"
+#include "nexwire/AccessController/PictureCache.h"
+#include "nexwire/AccessController/VerifyMode.h"
+#include "nexwire/AccessController/Wiegand.h"
 
 namespace nexwire {
 namespace catalogue {

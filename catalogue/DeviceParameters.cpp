@@ -1,8 +1,8 @@
 #include "catalogue/Modules.h"
-#include "nexwire/AcsParam.h"
-#include "nexwire/AntiBack.h"
-#include "nexwire/CardReaderAuth.h"
-#include "nexwire/DeviceConfig.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
+#include "nexwire/DeviceParameters/AntiBack.h"
+#include "nexwire/DeviceParameters/CardReaderAuth.h"
+#include "nexwire/DeviceParameters/DeviceConfig.h"
 
 namespace nexwire {
 namespace catalogue {

@@ -1,5 +1,5 @@
 #include "catalogue/Modules.h"
-#include "nexwire/Encryption.h"
+#include "nexwire/Framework/Encryption.h"
 
 namespace nexwire {
 namespace catalogue {

@@ -1,4 +1,4 @@
-#include "nexwire/PassThrough.h"
+#include "nexwire/PassThrough/PassThrough.h"
 #include "catalogue/Modules.h"
 
 namespace nexwire {

@@ -1,7 +1,7 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/DirectRecorder.h"
 #include "nexwire/Nexwire.h"
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 
 namespace nexwire {
 namespace catalogue {

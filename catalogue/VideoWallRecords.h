@@ -5,7 +5,7 @@
 #include <rapidjson/writer.h>
 
 #include "catalogue/Types.h"
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 
 // The plain records of the video wall as JSON, each member under its own name.
 

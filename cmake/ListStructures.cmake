@@ -1,7 +1,7 @@
 # Writes OUTPUT: an include of every header in PROTOCOL and one line STRUCTURE(name) per table in its sources, so that a
 # sweep over all structures cannot forget one.
-file(GLOB headers RELATIVE "${PROTOCOL}" "${PROTOCOL}/*.h")
-file(GLOB sources "${PROTOCOL}/*.cpp")
+file(GLOB_RECURSE headers RELATIVE "${PROTOCOL}" "${PROTOCOL}/*.h")
+file(GLOB_RECURSE sources "${PROTOCOL}/*.cpp")
 set(includes "")
 foreach(header IN LISTS headers)
     string(APPEND includes "#include \"protocol/${header}\"\n")

@@ -46,7 +46,7 @@ endfunction()
 # Makes FILE, with one line per structure, and FILE.headers whenever a table is added, changed or removed.
 function(nexwire_list_structures file)
     set(protocol "${PROJECT_SOURCE_DIR}/protocol")
-    file(GLOB tables CONFIGURE_DEPENDS "${protocol}/*.cpp" "${protocol}/*.h")
+    file(GLOB_RECURSE tables CONFIGURE_DEPENDS "${protocol}/*.cpp" "${protocol}/*.h")
     # A removed table changes no other, but the command.
     string(MD5 names "${tables}")
     add_custom_command(

@@ -1,8 +1,5 @@
 #include "core/ConfigManager.h"
 
-#include <new>
-
-#include "core/Encryption.h"
 #include "core/Pipeline.h"
 #include "nexwire/ConfigManagerProxy.h"
 #include "nexwire/Nexwire.h"
@@ -33,8 +30,7 @@ bool NexwireInit(const NexwireInitParams& params)
         return false;
     }
     context.executor = params.executor;
-    context.encryption =
-        params.encryption != nullptr ? params.encryption : new (std::nothrow) CDefaultComponentEncryption;
+    context.encryption = params.encryption != nullptr ? params.encryption : MakeDefaultEncryption();
     context.initialised = true;
     return true;
 }

@@ -17,4 +17,8 @@ struct RequestContext {
     IRequestExecutor* Usable() const { return initialised ? executor : nullptr; }
 };
 
+/// The encryption of hosts that bring none, or null when memory ran out. It is made of requests, so it stands with the
+/// request functions.
+IEncryption* MakeDefaultEncryption();
+
 } // namespace nexwire

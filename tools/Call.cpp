@@ -9,7 +9,7 @@
 #include "catalogue/Find.h"
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 #include "nexwire/host/ExchangeRecorder.h"
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"

@@ -1,4 +1,4 @@
-#include "nexwire/AccessGroup.h"
+#include "nexwire/AccessController/AccessGroup.h"
 
 #include "core/Pipeline.h"
 

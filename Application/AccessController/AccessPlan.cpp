@@ -1,4 +1,4 @@
-#include "nexwire/AccessPlan.h"
+#include "nexwire/AccessController/AccessPlan.h"
 
 #include "core/Pipeline.h"
 

@@ -1,4 +1,4 @@
-#include "nexwire/EventCardLinkage.h"
+#include "nexwire/AccessController/EventCardLinkage.h"
 
 #include "Application/PassThrough/PassThrough.h"
 

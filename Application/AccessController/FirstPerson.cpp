@@ -1,4 +1,4 @@
-#include "nexwire/FirstPerson.h"
+#include "nexwire/AccessController/FirstPerson.h"
 
 #include "core/Pipeline.h"
 

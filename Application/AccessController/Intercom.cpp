@@ -1,4 +1,4 @@
-#include "nexwire/Intercom.h"
+#include "nexwire/AccessController/Intercom.h"
 
 #include "Application/PassThrough/PassThrough.h"
 

@@ -1,4 +1,4 @@
-#include "nexwire/LadderControlRelay.h"
+#include "nexwire/AccessController/LadderControlRelay.h"
 
 #include "Application/PassThrough/PassThrough.h"
 

@@ -1,4 +1,4 @@
-#include "nexwire/PictureCache.h"
+#include "nexwire/AccessController/PictureCache.h"
 
 #include "core/Pipeline.h"
 

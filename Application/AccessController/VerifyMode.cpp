@@ -1,4 +1,4 @@
-#include "nexwire/VerifyMode.h"
+#include "nexwire/AccessController/VerifyMode.h"
 
 #include "core/Pipeline.h"
 

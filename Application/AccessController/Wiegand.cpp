@@ -1,4 +1,4 @@
-#include "nexwire/Wiegand.h"
+#include "nexwire/AccessController/Wiegand.h"
 
 #include "Application/PassThrough/PassThrough.h"
 

@@ -1,8 +1,11 @@
-#include "nexwire/Encryption.h"
+#include "nexwire/Framework/Encryption.h"
+
+#include <new>
 
 #include <keel/Error.h>
 
-#include "core/Encryption.h"
+#include "Application/Framework/DefaultEncryption.h"
+#include "core/ConfigManager.h"
 #include "core/Log.h"
 #include "core/Pipeline.h"
 
@@ -18,6 +21,11 @@ bool CDecryptionComm::request(protocol::PlaintextListData& result, const protoco
                               const std::string& sid)
 {
     return Exchange(Write("/7730/v1/internal/framework/decryption", info).HeaderUnlessEmpty("SID", sid), result);
+}
+
+IEncryption* MakeDefaultEncryption()
+{
+    return new (std::nothrow) CDefaultComponentEncryption;
 }
 
 bool CDefaultComponentEncryption::Encrypt(std::vector<std::string>& ciphertexts,

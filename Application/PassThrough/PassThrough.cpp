@@ -3,7 +3,7 @@
 #include <keel/Error.h>
 
 #include "core/Serialize.h"
-#include "nexwire/PassThrough.h"
+#include "nexwire/PassThrough/PassThrough.h"
 
 namespace nexwire {
 namespace {

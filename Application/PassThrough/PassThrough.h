@@ -5,7 +5,7 @@
 
 #include "core/Pipeline.h"
 #include "nexwire/ParseJSONUtil.h"
-#include "protocol/PassThrough.h"
+#include "protocol/PassThrough/PassThrough.h"
 
 // Commands for devices, as request functions say them: one line per row of a command table.
 //

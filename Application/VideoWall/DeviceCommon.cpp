@@ -1,4 +1,4 @@
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 
 #include <keel/Error.h>
 #include <velaproto/RapidJsonProto.h>

@@ -5,7 +5,7 @@
 
 #include <velanet/HttpClient.h>
 
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 
 namespace nexwire {
 

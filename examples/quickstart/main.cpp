@@ -2,7 +2,7 @@
 #include <iostream>
 
 #include <keel/Error.h>
-#include <nexwire/AccessGroup.h>
+#include <nexwire/AccessController/AccessGroup.h>
 #include <nexwire/LastExchange.h>
 #include <nexwire/Nexwire.h>
 #include <nexwire/host/HttpRequestExecutor.h>

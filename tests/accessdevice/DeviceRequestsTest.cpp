@@ -1,5 +1,5 @@
 #include "core/ConfigManager.h"
-#include "nexwire/AcsParam.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
 #include "support/RequestVectors.h"
 
 namespace {

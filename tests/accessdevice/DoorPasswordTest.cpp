@@ -1,6 +1,6 @@
 #include <stdexcept>
 
-#include "nexwire/AcsParam.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
 #include "support/LogCapture.h"
 #include "support/RequestVectors.h"
 

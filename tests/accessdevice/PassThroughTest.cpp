@@ -1,7 +1,7 @@
-#include "nexwire/PassThrough.h"
+#include "nexwire/PassThrough/PassThrough.h"
 
 #include "Application/PassThrough/PassThrough.h"
-#include "nexwire/AcsParam.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
 #include "support/RequestVectors.h"
 
 namespace {

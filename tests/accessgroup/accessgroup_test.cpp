@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "nexwire/AccessGroup.h"
-#include "nexwire/Wiegand.h"
+#include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/Wiegand.h"
 #include "support/RequestVectors.h"
 
 namespace {

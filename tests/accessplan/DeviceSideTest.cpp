@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "accessplan/Vector.h"
-#include "nexwire/EventCardLinkage.h"
-#include "nexwire/Intercom.h"
-#include "nexwire/LadderControlRelay.h"
+#include "nexwire/AccessController/EventCardLinkage.h"
+#include "nexwire/AccessController/Intercom.h"
+#include "nexwire/AccessController/LadderControlRelay.h"
+#include "nexwire/AccessController/Wiegand.h"
 #include "nexwire/ParseJSONUtil.h"
-#include "nexwire/Wiegand.h"
-#include "protocol/PassThrough.h"
+#include "protocol/PassThrough/PassThrough.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "accessplan/Vector.h"
-#include "nexwire/AccessPlan.h"
-#include "nexwire/FirstPerson.h"
-#include "nexwire/Intercom.h"
-#include "nexwire/LadderControlRelay.h"
-#include "nexwire/PictureCache.h"
-#include "nexwire/VerifyMode.h"
+#include "nexwire/AccessController/AccessPlan.h"
+#include "nexwire/AccessController/FirstPerson.h"
+#include "nexwire/AccessController/Intercom.h"
+#include "nexwire/AccessController/LadderControlRelay.h"
+#include "nexwire/AccessController/PictureCache.h"
+#include "nexwire/AccessController/VerifyMode.h"
 
 namespace {
 

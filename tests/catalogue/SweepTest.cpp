@@ -12,7 +12,7 @@
 #include "catalogue/Find.h"
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"

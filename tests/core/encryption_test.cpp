@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "core/Encryption.h"
-#include "nexwire/Encryption.h"
+#include "Application/Framework/DefaultEncryption.h"
+#include "nexwire/Framework/Encryption.h"
 #include "support/LogCapture.h"
 #include "support/StubExecutor.h"
 

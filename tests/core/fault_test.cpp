@@ -9,12 +9,12 @@
 #include <keel/Log.h>
 
 #include "FailingAllocations.h"
-#include "nexwire/AccessGroup.h"
-#include "nexwire/AcsParam.h"
+#include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/Wiegand.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/ParseJSONUtil.h"
-#include "nexwire/PassThrough.h"
-#include "nexwire/Wiegand.h"
+#include "nexwire/PassThrough/PassThrough.h"
 
 namespace {
 

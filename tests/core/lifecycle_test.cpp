@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "Application/Framework/DefaultEncryption.h"
 #include "core/ConfigManager.h"
-#include "core/Encryption.h"
+#include "nexwire/AccessController/Wiegand.h"
 #include "nexwire/ConfigManagerProxy.h"
 #include "nexwire/InterfaceManager.h"
 #include "nexwire/LastExchange.h"
-#include "nexwire/Wiegand.h"
 #include "support/StubExecutor.h"
 
 namespace {

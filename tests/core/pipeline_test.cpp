@@ -6,9 +6,9 @@
 
 #include "Sample.h"
 #include "core/Pipeline.h"
-#include "nexwire/AccessGroup.h"
+#include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/Wiegand.h"
 #include "nexwire/LastExchange.h"
-#include "nexwire/Wiegand.h"
 #include "support/LogCapture.h"
 #include "support/StubExecutor.h"
 

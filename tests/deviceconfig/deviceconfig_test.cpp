@@ -1,8 +1,8 @@
 // Anti-passback, interlock, verification plans and device configurations.
 
-#include "nexwire/AntiBack.h"
-#include "nexwire/CardReaderAuth.h"
-#include "nexwire/DeviceConfig.h"
+#include "nexwire/DeviceParameters/AntiBack.h"
+#include "nexwire/DeviceParameters/CardReaderAuth.h"
+#include "nexwire/DeviceParameters/DeviceConfig.h"
 #include "support/RequestVectors.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include "core/FieldTable.h"
 #include "core/JsonTree.h"
 #include "nexwire/ParseJSONUtil.h"
-#include "protocol/PassThrough.h"
+#include "protocol/PassThrough/PassThrough.h"
 #include "support/Filled.h"
 #include "support/StubExecutor.h"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 #include "simulator/VideoWallService.h"
 #include "videowall/Wall.h"
 

@@ -11,7 +11,7 @@
 #include <keel/Error.h>
 #include <keel/Log.h>
 
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 #include "support/RawServer.h"
 
 namespace wall_test {

@@ -12,12 +12,12 @@
 #include <keel/Log.h>
 #include <rapidjson/document.h>
 
-#include "nexwire/AccessGroup.h"
-#include "nexwire/AcsParam.h"
+#include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/Wiegand.h"
+#include "nexwire/DeviceParameters/AcsParam.h"
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
-#include "nexwire/PassThrough.h"
-#include "nexwire/Wiegand.h"
+#include "nexwire/PassThrough/PassThrough.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"

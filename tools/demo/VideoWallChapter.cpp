@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include "nexwire/VideoWall.h"
+#include "nexwire/VideoWall/VideoWall.h"
 
 namespace nexwire {
 namespace demo {
