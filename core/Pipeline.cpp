@@ -72,23 +72,52 @@ RequestParams Operation::Build() const
 
 namespace core {
 
-bool Execute(RspInfos& response, const RequestParams& request)
+namespace {
+
+// Assigned member by member: the texts keep their memory from call to call.
+void Note(ExchangeRecord& record, const RequestParams& request, bool sent, bool answered)
 {
-    // Assigned member by member: the texts keep their memory from call to call.
-    ExchangeRecord& record = ThreadRecord();
     record.path = request.url;
     record.method = request.method;
-    record.sent = record.answered = record.parsed = false;
+    record.sent = sent;
+    record.answered = answered;
+    record.parsed = false;
     record.category = record.number = 0;
     record.message.clear();
+}
 
+} // namespace
+
+bool Execute(RspInfos& response, const RequestParams& request)
+{
+    ExchangeRecord& record = ThreadRecord();
     IRequestExecutor* const executor = RequestContext::Instance().Usable();
+    Note(record, request, executor != nullptr, false);
     if (executor == nullptr) {
         return false;
     }
-    record.sent = true;
-    record.answered = executor->Execute(response, request, 1);
-    return record.answered;
+    const bool answered = executor->Execute(response, request, 1);
+    Note(record, request, true, answered); // Again: the executor may have used the library.
+    return answered;
+}
+
+InnerRequests::InnerRequests() : kept_(ThreadRecord()) {}
+
+InnerRequests::~InnerRequests()
+{
+    ThreadRecord() = std::move(kept_);
+}
+
+Keel::Error::ErrorCode Failure()
+{
+    const ExchangeRecord& record = ThreadRecord();
+    if (!record.sent) {
+        return {0, 0, "nothing was sent: the library is not initialised or has no executor"};
+    }
+    if (record.answered) {
+        return {0, 0, "the answer could not be read"};
+    }
+    return Keel::Error::GetLastError();
 }
 
 bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)

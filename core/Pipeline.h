@@ -7,8 +7,11 @@
 #include <string_view>
 #include <utility>
 
+#include <keel/Error.h>
+
 #include "core/Guard.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
+#include "nexwire/LastExchange.h"
 #include "nexwire/RequestRecords.h"
 
 // The vocabulary request functions are written in:
@@ -119,6 +122,22 @@ enum class Verdict {
 
 /// Hands a request to the executor and notes what happened for `LastExchange`.
 bool Execute(RspInfos& response, const RequestParams& request);
+
+/// While it lives, requests leave no trace in `LastExchange`: for those inside another, after its own exchange.
+class InnerRequests {
+public:
+    InnerRequests();
+    ~InnerRequests();
+    InnerRequests(const InnerRequests&) = delete;
+    InnerRequests& operator=(const InnerRequests&) = delete;
+
+private:
+    ExchangeRecord kept_;
+};
+
+/// Why the exchange that `LastExchange` tells of came to nothing, for functions that hand it out: the executor's
+/// error, or no error with a text where it did not set one.
+Keel::Error::ErrorCode Failure();
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
 bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);

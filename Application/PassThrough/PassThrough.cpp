@@ -1,7 +1,5 @@
 #include "Application/PassThrough/PassThrough.h"
 
-#include <keel/Error.h>
-
 #include "core/Serialize.h"
 #include "nexwire/PassThrough/PassThrough.h"
 
@@ -112,7 +110,7 @@ bool accessParamComm::batchPassThroughRequest(const protocol::BatchPassThroughRe
         return true;
     }
     return core::Guard([&] {
-        errorText = Keel::Error::GetLastError().text;
+        errorText = core::Failure().text;
         return false;
     });
 }
@@ -126,7 +124,7 @@ bool accessParamComm::batchPassThroughRequestExternal(protocol::BatchPassThrough
         return true;
     }
     return core::Guard([&] {
-        error = Keel::Error::GetLastError();
+        error = core::Failure();
         return false;
     });
 }
@@ -137,7 +135,7 @@ bool accessParamComm::setSchedule(int command, void* data, const std::string& de
         return true;
     }
     return core::Guard([&] {
-        errorText = Keel::Error::GetLastError().text;
+        errorText = core::Failure().text;
         return false;
     });
 }

@@ -209,17 +209,20 @@ Row ReadFirstLine(const std::string& text)
     Row row;
     Scanner scanner(text);
     row.function = scanner.Word();
+    const auto give = [&] {
+        if (!row.arguments.insert(scanner.Assignment()).second) {
+            throw Error("an argument is given twice");
+        }
+    };
     while (!scanner.Take("->")) {
         if (scanner.AtEnd()) {
             throw Error("no '->'");
         }
-        if (!row.arguments.insert(scanner.Assignment()).second) {
-            throw Error("an argument is given twice");
-        }
+        give();
     }
     ReadTarget(scanner, row);
-    if (!scanner.AtEnd()) {
-        throw Error("'" + scanner.Rest() + "' is too much");
+    while (!scanner.AtEnd()) {
+        give();
     }
     return row;
 }

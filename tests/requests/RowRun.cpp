@@ -16,6 +16,7 @@ using nexwire::RequestParams;
 namespace {
 
 constexpr int kMostFailures = 3;
+constexpr int kUsualWallMs = 5000;
 constexpr int kSeriesGiven = 1;
 constexpr int kSeriesBefore = 2;
 constexpr int kSeriesAnswered = 3;
@@ -30,6 +31,12 @@ const ErrorCode kTransport = {7, 28, "stub transport failure"};
 std::string Shown(const ErrorCode& error)
 {
     return std::to_string(error.category) + "-" + std::to_string(error.number) + " " + error.text;
+}
+
+std::string Json(const ErrorCode& error)
+{
+    return "{\"category\":" + std::to_string(error.category) + ",\"number\":" + std::to_string(error.number) +
+           ",\"text\":" + Quoted(error.text) + "}";
 }
 
 std::string Shown(const std::map<std::string, std::string>& map)
@@ -241,20 +248,18 @@ RowRun::Made RowRun::Make(const std::string& id, const Reply& reply)
             return Execute(response, library_->wire.requests.size() - 1, id, reply);
         };
     }
-    if (row_.route == Route::Wall) {
-        wall_.Start(reply.success ? test_support::Reply::Json(reply.body) : test_support::Reply().Close());
-    }
+    wall_.Start(reply.success ? test_support::Reply::Json(reply.body) : test_support::Reply().Close());
     Keel::Error::SetLastError(kEarlier);
+    made.called = true;
     made.outcome = call.Run();
     made.lastError = Keel::Error::GetLastError();
     made.exchange = nexwire::LastExchange();
     for (std::size_t i = 0; i < function_.Arguments().size(); ++i) {
         made.after.push_back(call.Json(i));
     }
-    if (row_.route == Route::Wall) {
-        made.sent = wall_.Requests();
-    } else if (library_ != nullptr) {
-        made.sent = library_->wire.requests;
+    made.sent = wall_.Requests();
+    if (library_ != nullptr) {
+        made.sent.insert(made.sent.end(), library_->wire.requests.begin(), library_->wire.requests.end());
     }
     return made;
 }
@@ -607,7 +612,7 @@ void RowRun::CheckFilled(const Made& made, const std::string& id, const std::str
     }
 }
 
-void RowRun::CheckUntouched(const Made& made, const std::string&)
+void RowRun::CheckUntouched(const Made& made)
 {
     for (std::size_t i = 0; i < made.after.size(); ++i) {
         if (i != code_ && i != error_) {
@@ -623,7 +628,27 @@ void RowRun::CheckError(const Made& made, const ErrorCode& error)
     }
 }
 
-void RowRun::CheckRecord(const Made& made, const std::string& id, int number, bool answered, bool parsed)
+void RowRun::CheckErrorOutput(const Made& made, const ErrorCode& error)
+{
+    if (error_ == function_.Arguments().size()) {
+        return;
+    }
+    const bool text = At(error_).type->shape == Shape::Text;
+    if (error.number != 0) {
+        Expect("'" + At(error_).name + "'", text ? Quoted(error.text) : Json(error), made.after[error_]);
+        return;
+    }
+    // Nothing of an earlier call, and a text of its own.
+    const Document found = Parsed(made.after[error_]);
+    const Value& words = text ? static_cast<const Value&>(found) : found["text"];
+    if (made.after[error_] == made.before[error_] || words.GetStringLength() == 0 || words == kEarlier.text.c_str() ||
+        (!text && Difference(Parsed("{\"category\":0,\"number\":0}"), found, Match::Part) != "")) {
+        Fail("'" + At(error_).name + "' must be no error with a text that says what happened, is " +
+             made.after[error_]);
+    }
+}
+
+void RowRun::CheckRecord(const Made& made, int number, bool answered, bool parsed)
 {
     if (row_.route == Route::Wall || made.sent.size() <= row_.first.size()) {
         return;
@@ -632,7 +657,6 @@ void RowRun::CheckRecord(const Made& made, const std::string& id, int number, bo
     const auto shown = [](const std::string& path, bool a, bool p, int n) {
         return path + (a ? " answered" : "") + (p ? " parsed " : " ") + std::to_string(n);
     };
-    static_cast<void>(id);
     Expect("LastExchange", shown(made.sent[row_.first.size()].url, answered, parsed, number),
            shown(record.path, record.answered, record.parsed, record.number));
 }
@@ -644,12 +668,12 @@ void RowRun::Succeeds(const std::string& id)
     variation_ = "identifier \"" + (id.size() > 40 ? std::to_string(id.size()) + " times x" : id) + "\"";
     const std::string data = Data(id);
     const Made made = Make(id, {row_.hasRaw ? With(row_.raw, id) : Success(data)});
-    if (made.after.empty()) {
+    if (!made.called) {
         return;
     }
     CheckSent(made, id, true);
     if (!made.outcome.success) {
-        Fail("returns false");
+        Fail("returns false, last error " + Shown(made.lastError));
     }
     if (row_.hasReturns) {
         Expect("returns", Quoted(With(row_.returns, id)), made.outcome.returned);
@@ -659,8 +683,20 @@ void RowRun::Succeeds(const std::string& id)
         CheckError(made, {4, 0, "a message"});
     } else {
         CheckError(made, kEarlier);
-        CheckRecord(made, id, 0, true, !row_.hasRaw && !row_.unread);
+        CheckRecord(made, 0, true, !row_.hasRaw && !row_.unread);
     }
+}
+
+/// The one place where the time-out of a direct request shows is the log.
+void RowRun::WaitsAsLong()
+{
+    variation_ = "time-out";
+    const test::LogCapture log;
+    Make(kPlain, {Success(Data(kPlain))});
+    const int timeout = row_.timeoutMs != 0 ? row_.timeoutMs : kUsualWallMs;
+    Expect("logged", timeout == kUsualWallMs ? "0" : "1",
+           std::to_string(log.Count("HttpSend timeout : [" + std::to_string(timeout) + "].")));
+    Expect("logged in all", timeout == kUsualWallMs ? "0" : "1", std::to_string(log.Count("HttpSend timeout")));
 }
 
 void RowRun::RefusesEverything()
@@ -670,10 +706,10 @@ void RowRun::RefusesEverything()
     for (const bool withData : {true, false}) {
         variation_ = withData ? "refused with data" : "refused without data";
         const Made made = Make(kPlain, {Refusal(withData ? data : "")});
-        if (made.after.empty()) {
+        if (!made.called) {
             return;
         }
-        CheckSent(made, kPlain, !judged);
+        CheckSent(made, kPlain, !judged && (withData || !IsDevice()));
         const bool device = IsDevice() && !withData && result_ < made.after.size() && !row_.tolerant;
         const bool text = !withData && !gives_.empty();
         const bool success = !judged && !device;
@@ -681,7 +717,7 @@ void RowRun::RefusesEverything()
             Expect("returns", success ? "true" : "false", made.outcome.success ? "true" : "false");
         }
         if (judged) {
-            CheckUntouched(made, kPlain);
+            CheckUntouched(made);
             CheckError(made, {3, 17, row_.route == Route::Wall ? "a message" : ""});
             if (code_ < made.after.size()) {
                 Expect("'" + At(code_).name + "'", "17", made.after[code_]);
@@ -689,14 +725,14 @@ void RowRun::RefusesEverything()
         } else {
             CheckError(made, kEarlier);
             if (device) {
-                CheckUntouched(made, kPlain);
+                CheckUntouched(made);
             } else if (withData && !row_.hasReturns) {
                 CheckFilled(made, kPlain, IsDevice() ? Out(kPlain) : data);
             } else if (!text && result_ < made.after.size() && gives_.empty() && appends_.empty()) {
                 CheckFilled(made, kPlain, "{}");
             }
         }
-        CheckRecord(made, kPlain, row_.unread ? 0 : 17, true, !row_.unread);
+        CheckRecord(made, row_.unread ? 0 : 17, true, !row_.unread);
     }
 }
 
@@ -704,7 +740,7 @@ void RowRun::BeforeTheStart()
 {
     variation_ = "before the library's start";
     const Made made = Make(kPlain, {});
-    if (made.after.empty()) {
+    if (!made.called) {
         return;
     }
     if (row_.hasReturns) {
@@ -712,9 +748,10 @@ void RowRun::BeforeTheStart()
     } else if (made.outcome.success) {
         Fail("returns true");
     }
-    CheckUntouched(made, kPlain);
+    CheckUntouched(made);
     CheckError(made, kEarlier);
-    if (nexwire::LastExchange().sent) {
+    CheckErrorOutput(made, {});
+    if (made.exchange.sent) {
         Fail("LastExchange says that something was sent");
     }
 }
@@ -723,7 +760,7 @@ void RowRun::ExecutorFails(const std::string& left, const ErrorCode& error)
 {
     variation_ = left.empty() ? "the executor fails" : "the executor fails and leaves " + left;
     const Made made = Make(kPlain, {left, false});
-    if (made.after.empty()) {
+    if (!made.called) {
         return;
     }
     CheckSent(made, kPlain, false);
@@ -732,25 +769,20 @@ void RowRun::ExecutorFails(const std::string& left, const ErrorCode& error)
     } else if (made.outcome.success) {
         Fail("returns true");
     }
-    CheckUntouched(made, kPlain);
+    CheckUntouched(made);
     if (code_ < made.after.size()) {
         Expect("'" + At(code_).name + "'", made.before[code_], made.after[code_]);
     }
     CheckError(made, error);
-    if (error_ < made.after.size()) {
-        Expect("'" + At(error_).name + "'",
-               At(error_).type->shape == Shape::Text ? Quoted(kTransport.text)
-                                                     : nexwire::catalogue::WriteErrorCode(kTransport),
-               made.after[error_]);
-    }
-    CheckRecord(made, kPlain, 0, false, false);
+    CheckErrorOutput(made, kTransport);
+    CheckRecord(made, 0, false, false);
 }
 
 void RowRun::CannotBeRead(const std::string& body)
 {
     variation_ = body.empty() ? "an empty answer" : "the answer " + body;
     const Made made = Make(kPlain, {body});
-    if (made.after.empty()) {
+    if (!made.called) {
         return;
     }
     CheckSent(made, kPlain, row_.unread);
@@ -759,14 +791,15 @@ void RowRun::CannotBeRead(const std::string& body)
     } else {
         Expect("returns", row_.unread ? "true" : "false", made.outcome.success ? "true" : "false");
     }
-    CheckUntouched(made, kPlain);
+    CheckUntouched(made);
     if (code_ < made.after.size()) {
         Expect("'" + At(code_).name + "'", made.before[code_], made.after[code_]);
     }
     CheckError(made, row_.route == Route::Wall
                          ? ErrorCode{0, nexwire::CTWDeviceCommon::kNetworkFailure, "网络异常，请稍后再试。"}
                          : kEarlier);
-    CheckRecord(made, kPlain, 0, true, false);
+    CheckErrorOutput(made, {});
+    CheckRecord(made, 0, true, false);
 }
 
 void RowRun::DeviceAnswers(const std::string& out)
@@ -774,13 +807,13 @@ void RowRun::DeviceAnswers(const std::string& out)
     variation_ = "the device answers \"" + out + "\"";
     const Made made = Make(kPlain, {Success(DeviceData(out, kPlain))});
     const bool read = result_ < function_.Arguments().size() || (!gives_.empty() && out.empty());
-    if (made.after.empty() || (!gives_.empty() && !out.empty())) {
+    if (!made.called || (!gives_.empty() && !out.empty())) {
         return;
     }
     const bool success = !read || row_.tolerant;
     Expect("returns", success ? "true" : "false", made.outcome.success ? "true" : "false");
     if (!row_.tolerant) {
-        CheckUntouched(made, kPlain);
+        CheckUntouched(made);
     }
 }
 
@@ -788,7 +821,7 @@ void RowRun::SendsNothing()
 {
     variation_ = "";
     const Made made = Make(kPlain, {Success("{}")});
-    if (made.after.empty()) {
+    if (!made.called) {
         return;
     }
     if (!made.sent.empty()) {
@@ -799,7 +832,7 @@ void RowRun::SendsNothing()
     } else if (made.outcome.success) {
         Fail("returns true");
     }
-    CheckUntouched(made, kPlain);
+    CheckUntouched(made);
     CheckError(made, kEarlier);
 }
 
@@ -808,7 +841,7 @@ void RowRun::Run()
     if (row_.alone || failures_ > 0) {
         return;
     }
-    if (row_.route != Route::Wall) {
+    if (row_.route != Route::Wall && row_.route != Route::Nothing) {
         BeforeTheStart();
     }
     test::Library library;
@@ -816,6 +849,9 @@ void RowRun::Run()
     if (row_.route == Route::Nothing) {
         SendsNothing();
         return;
+    }
+    if (row_.route == Route::Wall) {
+        WaitsAsLong();
     }
     for (const std::string& id : kIds) {
         Succeeds(id);

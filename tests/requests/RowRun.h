@@ -37,6 +37,7 @@ private:
         bool success = true;
     };
     struct Made {
+        bool called = false;
         Outcome outcome;
         std::vector<nexwire::RequestParams> sent;
         std::vector<std::string> before, after; ///< JSON of every argument.
@@ -64,7 +65,6 @@ private:
     void Fail(const std::string& what);
     void Expect(const std::string& label, const std::string& expected, const std::string& found);
     void ExpectNothing(const std::string& label, const std::string& difference);
-    void CheckMaps(const nexwire::RequestParams& request, const std::string& id);
     std::string BodyMisfit(const Form& form, const std::string& body, const std::string& id, const Made& made) const;
     std::string KeysMisfit(const Form& form, const Value& members, const std::string& id, const Made& made) const;
     std::string DeviceBodyMisfit(const std::string& body, const std::string& id, const Made& made) const;
@@ -72,12 +72,14 @@ private:
     void CheckSent(const Made& made, const std::string& id, bool whole);
     std::string Expected(std::size_t place, const Made& made, const std::string& id, const std::string& data) const;
     void CheckFilled(const Made& made, const std::string& id, const std::string& data);
-    void CheckUntouched(const Made& made, const std::string& id);
+    void CheckUntouched(const Made& made);
     void CheckError(const Made& made, const Keel::Error::ErrorCode& error);
-    void CheckRecord(const Made& made, const std::string& id, int number, bool answered, bool parsed);
+    void CheckErrorOutput(const Made& made, const Keel::Error::ErrorCode& error);
+    void CheckRecord(const Made& made, int number, bool answered, bool parsed);
 
     // ---- Variations ----
     void Succeeds(const std::string& id);
+    void WaitsAsLong();
     void RefusesEverything();
     void BeforeTheStart();
     void ExecutorFails(const std::string& left, const Keel::Error::ErrorCode& error);
