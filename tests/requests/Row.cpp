@@ -95,14 +95,14 @@ public:
     }
 
     /// Key and value with '=' between them.
-    std::pair<std::string, std::string> Assignment()
+    std::pair<std::string, std::string> Assignment(bool json = true)
     {
         const std::string name = Word("=");
         if (Next() != '=') {
             throw Error("'" + name + "' without a value");
         }
         ++at_; // Blanks end an empty value.
-        return {name, JsonOrWord()};
+        return {name, json ? JsonOrWord() : Word()};
     }
 
 private:
@@ -242,8 +242,10 @@ void ReadLine(const std::string& text, Row& row)
                                                                              {"appends", &row.appends}};
     const std::map<std::string, std::string*> words = {
         {"code", &row.code}, {"error", &row.error}, {"long", &row.longKey}};
-    const std::map<std::string, std::string*> texts = {
-        {"condition", &row.condition}, {"status", &row.status}, {"otherwise", &row.otherwise}};
+    const std::map<std::string, std::string*> texts = {{"condition", &row.condition},
+                                                       {"status", &row.status},
+                                                       {"otherwise", &row.otherwise},
+                                                       {"success", &row.success}};
     if (const auto form = forms.find(name); form != forms.end()) {
         if (form->second->kind != Form::Kind::None) {
             throw Error("a second '" + name + "'");
@@ -260,6 +262,13 @@ void ReadLine(const std::string& text, Row& row)
         *word->second = scanner.Word();
     } else if (const auto whole = texts.find(name); whole != texts.end()) {
         *whole->second = scanner.Rest();
+    } else if (name == "logs") {
+        row.logs = scanner.Word();
+        while (!scanner.AtEnd()) {
+            row.misnamed.insert(scanner.Assignment(false));
+        }
+    } else if (name == "also") {
+        row.also.push_back(scanner.Rest());
     } else if (name == "timeout") {
         row.timeoutMs = scanner.Number();
     } else if (name == "first" || name == "then") {

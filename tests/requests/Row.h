@@ -52,6 +52,11 @@ struct Row {
     std::vector<Step> first, then;
     std::map<std::string, std::string> gives, appends;
     std::string code, error, longKey;
+    /// Direct calls: the name in front of what is logged, that of the texts which name another operation, what stands
+    /// behind "success!", and what is logged in between.
+    std::string logs, success;
+    std::map<std::string, std::string> misnamed;
+    std::vector<std::string> also;
     std::string raw, returns, otherwise;
     bool hasRaw = false, hasReturns = false;
     bool judged = false, unread = false, failure = false, tolerant = false, alone = false;

@@ -79,7 +79,7 @@ private:
 
     // ---- Variations ----
     void Succeeds(const std::string& id);
-    void WaitsAsLong();
+    void Logs();
     void RefusesEverything();
     void BeforeTheStart();
     void ExecutorFails(const std::string& left, const Keel::Error::ErrorCode& error);
