@@ -32,6 +32,21 @@ std::vector<std::string> HeaderNames(const Function& function)
     return names;
 }
 
+/// The catalogue's own way to make a call, as one that is read from the headers has it or as one that is written by
+/// hand.
+template <class Catalogued>
+auto Run(const Catalogued& function, void* const* values, int) -> decltype(function.Line().call(values))
+{
+    return function.Line().call(values);
+}
+template <class Catalogued>
+auto Run(const Catalogued& function, void* const* values, long) -> decltype(function.Row(), Outcome())
+{
+    Outcome outcome;
+    function.Row().call(values, outcome);
+    return outcome;
+}
+
 bool HasType(const Function& function, const std::string& type)
 {
     const std::vector<Argument>& arguments = function.Arguments();
@@ -103,7 +118,7 @@ std::string Invocation::Json(std::size_t place) const
 
 Outcome Invocation::Run()
 {
-    return function_.Line().call(values_.data());
+    return requests::Run(function_, values_.data(), 0);
 }
 
 } // namespace requests

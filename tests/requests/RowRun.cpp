@@ -171,8 +171,15 @@ std::string RowRun::FilledArgument(std::size_t place, int series, const std::str
         return Refilled(call.Json(place), filling);
     }
     default:
-        return "";
+        break;
     }
+    // Numbers, lists and maps of other kinds: what the type takes.
+    for (const char* json : {"[4711,4712]", R"({"1":"before"})", R"({"1":4711})", "4711"}) {
+        if (Invocation(function_).Set(place, json)) {
+            return json;
+        }
+    }
+    return "";
 }
 
 std::string RowRun::Given(std::size_t place, const std::string& text, const std::string& id) const
@@ -208,7 +215,7 @@ bool RowRun::Prepare(Invocation& call, const std::string& id)
         const std::string value = given != given_.end()
                                       ? Given(i, given->second, id)
                                       : FilledArgument(i, argument.output ? kSeriesBefore : kSeriesGiven, id);
-        if (!call.Set(i, value)) {
+        if (!call.Set(i, value) && !value.empty()) {
             Fail("'" + argument.name + "' must be " + nexwire::catalogue::Misfit(*argument.type, value));
             return false;
         }
