@@ -1,5 +1,7 @@
 #include "nexwire/HTTPCommonJSONStruct.h"
 
+#include <algorithm>
+#include <cstring>
 #include <locale>
 #include <sstream>
 #include <utility>
@@ -53,12 +55,14 @@ try {
         const char* const text = TextOf(node);
         // The everyday answer without the detour over streams.
         code = std::string_view(text) == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(text);
+        coded = std::count(text, text + std::strlen(text), '-') == 1;
     }
     if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "msg")) {
         msg = TextOf(node);
     }
-    if (data) {
-        data->Parse(cJSON_GetObjectItemCaseSensitive(root, "data"));
+    const cJSON* const payload = cJSON_GetObjectItemCaseSensitive(root, "data");
+    if (data && payload != nullptr) {
+        data->Parse(payload);
     }
     return true;
 } catch (...) {
