@@ -139,7 +139,7 @@ RequestParams Operation::Build() const
 
 namespace core {
 
-bool Execute(RspInfos& response, const RequestParams& request)
+bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer)
 {
     ThreadState& state = State();
     const std::uint64_t number = ++state.exchanges;
@@ -156,21 +156,18 @@ bool Execute(RspInfos& response, const RequestParams& request)
         state.record.sent = true;
     }
     state.record.answered = answered;
-    return answered;
-}
-
-bool Execute(RspInfos& response, const Operation& operation)
-{
-    if (Execute(response, operation.Build())) {
-        return true;
-    }
-    if (operation.TakesErrorFromAnswer() && ThreadRecord().sent) {
+    if (!answered && errorFromAnswer) {
         protocol::ReturnData envelope;
         if (envelope.Parse(response.body) && envelope.code.number != 0) {
             Keel::Error::SetLastError(envelope.code);
         }
     }
-    return false;
+    return answered;
+}
+
+bool Execute(RspInfos& response, const Operation& operation)
+{
+    return Execute(response, operation.Build(), operation.TakesErrorFromAnswer());
 }
 
 Keel::Error::ErrorCode FailureOfLastExchange()

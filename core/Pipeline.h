@@ -184,8 +184,9 @@ enum class Verdict {
 };
 
 /// Hands a request to the executor and notes what happened for `LastExchange`.
-bool Execute(RspInfos& response, const RequestParams& request);
-/// The same for an operation, with what it says about failures.
+///
+/// @param errorFromAnswer  as `Operation::ErrorFromAnswer`.
+bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer = false);
 bool Execute(RspInfos& response, const Operation& operation);
 
 /// Why the calling thread's last exchange gave no result, for functions that hand out an error: the last error after
