@@ -57,7 +57,7 @@ struct NEXWIRE_API DSAlarmLogQuery : IInboundData {
 };
 
 struct NEXWIRE_API DSAlarmLogQueryData : IInboundData {
-    DSAlarmLogQuery dsAlarmLogQuery;
+    DSAlarmLogQuery dSAlarmLogQuery;
     NEXWIRE_JSON
 };
 
@@ -71,12 +71,12 @@ struct NEXWIRE_API DSAlarmLogResult : IReturnData {
 
 struct NEXWIRE_API DSAlarmLogResultData : IReturnData {
     std::int32_t total = 0; ///< Sum of the groups.
-    std::vector<DSAlarmLogResult> dsAlarmLogResultList;
+    std::vector<DSAlarmLogResult> dSAlarmLogResultList;
     NEXWIRE_JSON
 };
 
 struct NEXWIRE_API DSAlarmLogResultDataData : IReturnData {
-    DSAlarmLogResultData dsAlarmLogResultData;
+    DSAlarmLogResultData dSAlarmLogResultData;
     NEXWIRE_JSON
 };
 
