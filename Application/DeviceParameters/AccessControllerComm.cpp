@@ -16,6 +16,7 @@ bool ConvertPasswords(protocol::AcsDoorParamCfg& door, CipherStep step)
     Texts converted;
     const bool done =
         cipher != nullptr && core::Guard([&] {
+            const core::InnerExchanges inner;
             const Texts passwords{door.stressPassword, door.superPassword, door.unlockPassword};
             return (cipher->*step)(converted, passwords, std::string()) && converted.size() == passwords.size();
         });

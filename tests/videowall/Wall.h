@@ -1,8 +1,5 @@
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,78 +9,22 @@
 #include <keel/Log.h>
 
 #include "nexwire/VideoWall/VideoWall.h"
+#include "support/LogCapture.h"
 #include "support/RawServer.h"
 
 namespace wall_test {
 
 using nexwire::CTWDeviceCommon;
 
-/// One line of the log without time, thread and place: "INFO text" or "ERROR text".
+using LogFile = test::LogCapture;
 using Lines = std::vector<std::string>;
-
-inline Keel::details::CLog& Log()
-{
-    return Keel::CSingleton<Keel::details::CLog>::Instance();
-}
 
 inline void NoLog()
 {
     Keel::details::LogConfig config;
     config.level = Keel::details::LogLevel::Off;
-    EXPECT_TRUE(Log().Configure(config));
+    EXPECT_TRUE(Keel::CSingleton<Keel::details::CLog>::Instance().Configure(config));
 }
-
-/// The log in a file of its own for as long as it lives.
-class LogFile {
-public:
-    explicit LogFile(bool redact)
-    {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        path_ = ::testing::TempDir() + "nexwire-" + info->test_suite_name() + "-" + info->name() + ".log";
-        std::filesystem::remove(path_);
-        Keel::details::LogConfig config;
-        config.level = Keel::details::LogLevel::Info;
-        config.console = false;
-        config.file = path_;
-        config.redact = redact;
-        EXPECT_TRUE(Log().Configure(config));
-    }
-    ~LogFile()
-    {
-        NoLog();
-        std::filesystem::remove(path_);
-    }
-    LogFile(const LogFile&) = delete;
-    LogFile& operator=(const LogFile&) = delete;
-
-    std::string Text() const
-    {
-        std::ifstream file(path_, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    /// The lines that have come since the last call.
-    Lines NewLines()
-    {
-        const std::string text = Text();
-        Lines lines;
-        while (read_ < text.size()) {
-            const std::size_t end = text.find('\n', read_);
-            const std::string line = text.substr(read_, end - read_);
-            const std::size_t level = line.find(' ', line.find(' ') + 1) + 1;
-            const std::size_t message = line.find(" root ") + 6;
-            const std::size_t place = line.rfind(" [", line.rfind(".cpp:"));
-            lines.push_back(line.substr(level, line.find(' ', level) - level) + " " +
-                            line.substr(message, place - message));
-            read_ = end + 1;
-        }
-        return lines;
-    }
-
-private:
-    std::string path_;
-    std::size_t read_ = 0;
-};
 
 /// A scripted service that the library talks to.
 class Wall : public ::testing::Test {
