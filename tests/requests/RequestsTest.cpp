@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <regex>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -80,6 +82,26 @@ TEST(RequestRows, EveryModuleHasAFile)
         missing.erase(module + ".txt");
     }
     EXPECT_EQ(missing, std::set<std::string>());
+}
+
+/// Everywhere else the key is the member's name.
+TEST(RequestRows, OnlyTheseKeysAreNoNamesOfMembers)
+{
+    const std::set<std::string> odd = {"DetailsFilterCondition detailsFilterCondition",
+                                       "DetailsQueryCondition detailsQueryCondition"};
+    const std::regex pattern(R"re(\bK\("(\w+)", *(\w+)\))re");
+    std::set<std::string> found;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(NEXWIRE_PROTOCOL)) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        std::ifstream file(entry.path());
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        for (std::sregex_iterator it(text.begin(), text.end(), pattern), end; it != end; ++it) {
+            found.insert(it->str(1) + " " + it->str(2));
+        }
+    }
+    EXPECT_EQ(found, odd);
 }
 
 } // namespace

@@ -48,6 +48,11 @@ public:
     /// A JSON value where one begins, otherwise a word.
     std::string JsonOrWord()
     {
+        // A structure as the program makes it, with some members set.
+        if (text_.compare(at_, 4, "new{") == 0) {
+            at_ += 3;
+            return "new" + JsonOrWord();
+        }
         if (Next() != '{' && Next() != '[' && Next() != '"') {
             return Word();
         }

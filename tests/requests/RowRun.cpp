@@ -177,6 +177,9 @@ std::string RowRun::FilledArgument(std::size_t place, int series, const std::str
 
 std::string RowRun::Given(std::size_t place, const std::string& text, const std::string& id) const
 {
+    if (text.compare(0, 4, "new{") == 0) {
+        return WithInJson(text.substr(3), id);
+    }
     if (text.empty() || std::string("{[\"").find(text[0]) == std::string::npos) {
         return With(text, id);
     }
