@@ -38,6 +38,7 @@ private:
     };
     struct Made {
         bool called = false;
+        std::string reply; ///< What was answered to it.
         Outcome outcome;
         std::vector<nexwire::RequestParams> sent;
         std::vector<std::string> before, after; ///< JSON of every argument.
