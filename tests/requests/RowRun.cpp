@@ -563,7 +563,11 @@ void RowRun::CheckSent(const Made& made, const std::string& id, bool whole)
         Fail(std::to_string(count) + " requests expected, " + std::to_string(made.sent.size()) + " sent" + paths);
         return;
     }
-    ExpectNothing("what it sends:", RequestMisfit(made.sent[main], id, made));
+    const std::string misfit = RequestMisfit(made.sent[main], id, made);
+    if (!misfit.empty()) {
+        Fail("what it sends: " + misfit + "\n    sent     " + std::to_string(made.sent[main].method) + " " +
+             made.sent[main].url + " " + made.sent[main].body);
+    }
     for (std::size_t i = 0; i < count; ++i) {
         if (i == main) {
             continue;
