@@ -1,5 +1,7 @@
 #include "nexwire/HTTPCommonJSONStruct.h"
 
+#include <algorithm>
+#include <cstring>
 #include <locale>
 #include <sstream>
 #include <utility>
@@ -53,12 +55,14 @@ try {
         const char* const text = TextOf(node);
         // The everyday answer without the detour over streams.
         code = std::string_view(text) == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(text);
+        coded = std::count(text, text + std::strlen(text), '-') == 1;
     }
     if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "msg")) {
         msg = TextOf(node);
     }
-    if (data) {
-        data->Parse(cJSON_GetObjectItemCaseSensitive(root, "data"));
+    const cJSON* const payload = cJSON_GetObjectItemCaseSensitive(root, "data");
+    if (data && payload != nullptr) {
+        data->Parse(payload);
     }
     return true;
 } catch (...) {
@@ -80,28 +84,9 @@ try {
     return {};
 }
 
-bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
+bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json, const char* caller)
 try {
-    if (json.empty()) {
-        return false;
-    }
-    ConversionScope scope;
-    const char* position = nullptr;
-    const cJSON* node = scope.Parse(json, position);
-    if (node == nullptr) {
-        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
-        return false;
-    }
-    if (root != nullptr) {
-        node = cJSON_GetObjectItemCaseSensitive(node, root);
-        if (node == nullptr) {
-            // Nothing was unreadable, so there is no error position to show.
-            NEXWIRE_LOG_ERROR("Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
-            return false;
-        }
-    }
-    out.Parse(node);
-    return true;
+    return nexwire::core::ReadText(out, root, json, caller);
 } catch (...) {
     return false;
 }
@@ -126,6 +111,30 @@ try {
 
 namespace nexwire {
 namespace core {
+
+bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller)
+{
+    if (json.empty()) {
+        return false;
+    }
+    ConversionScope scope;
+    const char* position = nullptr;
+    const cJSON* node = scope.Parse(json, position);
+    if (node == nullptr) {
+        NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
+        return false;
+    }
+    if (root != nullptr) {
+        node = cJSON_GetObjectItemCaseSensitive(node, root);
+        if (node == nullptr) {
+            // Nothing was unreadable, so there is no error position to show.
+            NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
+            return false;
+        }
+    }
+    out.Parse(node);
+    return true;
+}
 
 std::string Serialize(const protocol::IInboundData& request)
 {

@@ -1,25 +1,64 @@
 #include "core/Pipeline.h"
 
+#include <stdexcept>
+
 #include <keel/Error.h>
+#include <keel/StringUtil.h>
 
 #include "core/ConfigManager.h"
+#include "core/FieldTable.h"
 #include "core/Serialize.h"
-#include "nexwire/LastExchange.h"
 
 namespace nexwire {
 namespace {
 
+struct ThreadState {
+    ExchangeRecord record;
+    std::uint64_t exchanges = 0; ///< Begun so far.
+};
+
+ThreadState& State()
+{
+    core::PrepareThread();
+    static thread_local ThreadState state;
+    return state;
+}
+
 ExchangeRecord& ThreadRecord()
 {
-    static thread_local ExchangeRecord record;
-    return record;
+    return State().record;
+}
+
+/// Assigned member by member: the texts keep their memory from call to call.
+void Begin(ExchangeRecord& record, const RequestParams& request)
+{
+    record.path = request.url;
+    record.method = request.method;
+    record.sent = record.answered = record.parsed = record.coded = false;
+    record.category = record.number = 0;
+    record.message.clear();
+}
+
+/// The field of that name, whatever its case; null when there is none.
+const std::string* FindField(const RspInfos& response, const char* name)
+{
+    const std::string wanted = Keel::StringUtil::LowerCase(name);
+    for (const auto& field : response.headers) {
+        if (field.first.size() == wanted.size() && Keel::StringUtil::LowerCase(field.first) == wanted) {
+            return &field.second;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace
 
 const ExchangeRecord& LastExchange()
-{
+try {
     return ThreadRecord();
+} catch (...) {
+    static const ExchangeRecord none;
+    return none;
 }
 
 std::string Path::Text() const
@@ -36,11 +75,21 @@ std::string Path::Text() const
     return text;
 }
 
-Operation& Operation::Header(const char* name, std::string_view value)
+Operation& Operation::Add(Entries& entries, const char* name, std::string_view value)
 {
-    if (headerCount_ < kMaxHeaders) {
-        headers_[headerCount_++] = {name, value};
+    for (auto& entry : entries) {
+        if (entry.first == nullptr) {
+            entry = {name, value};
+            return *this;
+        }
     }
+    spoiled_ = true;
+    return *this;
+}
+
+Operation& Operation::Text(std::string_view text)
+{
+    text_ = text;
     return *this;
 }
 
@@ -49,21 +98,43 @@ Operation& Operation::HeaderUnlessEmpty(const char* name, std::string_view value
     return value.empty() ? *this : Header(name, value);
 }
 
+Operation& Operation::Multipart()
+{
+    return Param("Content-Type", kMultipartType);
+}
+
 Operation& Operation::Timeout(std::int32_t timeoutMs)
 {
     timeoutMs_ = timeoutMs;
     return *this;
 }
 
+Operation& Operation::ErrorFromAnswer()
+{
+    errorFromAnswer_ = true;
+    return *this;
+}
+
 RequestParams Operation::Build() const
 {
+    if (spoiled_) {
+        throw std::length_error("a request that cannot be said completely");
+    }
     RequestParams request(path_.Text(), method_);
     if (body_ != nullptr) {
         request.body = core::Serialize(*body_);
+    } else {
+        request.body = text_;
     }
-    for (std::size_t i = 0; i < headerCount_; ++i) {
-        request.headers.emplace(headers_[i].first, headers_[i].second);
-    }
+    const auto fill = [](std::map<std::string, std::string>& map, const Entries& entries) {
+        for (const auto& entry : entries) {
+            if (entry.first != nullptr) {
+                map.emplace(entry.first, entry.second);
+            }
+        }
+    };
+    fill(request.headers, headers_);
+    fill(request.params, params_);
     if (timeoutMs_ != 0) {
         request.timeoutMs = timeoutMs_;
     }
@@ -72,33 +143,73 @@ RequestParams Operation::Build() const
 
 namespace core {
 
-bool Execute(RspInfos& response, const RequestParams& request)
+bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer)
 {
-    // Assigned member by member: the texts keep their memory from call to call.
-    ExchangeRecord& record = ThreadRecord();
-    record.path = request.url;
-    record.method = request.method;
-    record.sent = record.answered = record.parsed = false;
-    record.category = record.number = 0;
-    record.message.clear();
-
+    ThreadState& state = State();
+    const std::uint64_t number = ++state.exchanges;
+    Begin(state.record, request);
     IRequestExecutor* const executor = RequestContext::Instance().Usable();
     if (executor == nullptr) {
         return false;
     }
-    record.sent = true;
-    record.answered = executor->Execute(response, request, 1);
-    return record.answered;
+    state.record.sent = true;
+    const bool answered = executor->Execute(response, request, 1);
+    if (state.exchanges != number) {
+        // The executor called the library itself, to renew a token for example.
+        Begin(state.record, request);
+        state.record.sent = true;
+    }
+    state.record.answered = answered;
+    if (!answered && errorFromAnswer) {
+        protocol::ReturnData envelope;
+        if (envelope.Parse(response.body) && envelope.code.number != 0) {
+            Keel::Error::SetLastError(envelope.code);
+        }
+    }
+    return answered;
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+bool Execute(RspInfos& response, const Operation& operation)
 {
-    RspInfos response;
-    if (!Execute(response, operation.Build()) || !envelope.Parse(response.body)) {
-        return false;
+    return Execute(response, operation.Build(), operation.TakesErrorFromAnswer());
+}
+
+Keel::Error::ErrorCode FailureOfLastExchange()
+{
+    const ExchangeRecord& record = LastExchange();
+    if (record.sent && !record.answered) {
+        return Keel::Error::GetLastError();
     }
+    Keel::Error::ErrorCode error;
+    error.text = !record.sent ? "nothing was sent: the library is not initialised, has no executor or no memory"
+                              : "the answer was not readable";
+    return error;
+}
+
+InnerExchanges::~InnerExchanges()
+{
+    ThreadRecord() = std::move(outer_);
+}
+
+void SendOnly(protocol::IInboundData& structure, const void* base, const std::vector<const void*>& members)
+{
+    std::vector<std::string> keys;
+    for (const void* const member : members) {
+        const auto offset = static_cast<const char*>(member) - static_cast<const char*>(base);
+        for (const Field& field : structure.Fields()) {
+            if (field.offset == static_cast<std::size_t>(offset)) {
+                keys.emplace_back(field.key);
+            }
+        }
+    }
+    structure.WriteOnly(std::move(keys));
+}
+
+bool Settle(const protocol::ReturnData& envelope, Verdict verdict)
+{
     ExchangeRecord& record = ThreadRecord();
     record.parsed = true;
+    record.coded = envelope.coded;
     record.category = envelope.code.category;
     record.number = envelope.code.number;
     record.message = envelope.msg;
@@ -107,6 +218,12 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
         return false;
     }
     return true;
+}
+
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+{
+    RspInfos response;
+    return Execute(response, operation) && envelope.Parse(response.body) && Settle(envelope, verdict);
 }
 
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
@@ -147,11 +264,57 @@ bool ExchangeForCode(const Operation& operation, int& code) noexcept
     return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
 }
 
+bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept
+{
+    return core::Guard([&] {
+        protocol::ReturnData fresh;
+        if (!core::Run(operation, fresh, core::Verdict::Accept)) {
+            return false;
+        }
+        envelope = std::move(fresh);
+        return true;
+    });
+}
+
 bool ExchangeUnread(const Operation& operation) noexcept
 {
     return core::Guard([&] {
         RspInfos response;
-        return core::Execute(response, operation.Build());
+        return core::Execute(response, operation);
+    });
+}
+
+bool ExchangeForBytes(const Operation& operation, std::string& bytes) noexcept
+{
+    return core::Guard([&] {
+        RspInfos response;
+        if (!core::Execute(response, operation)) {
+            return false;
+        }
+        bytes = std::move(response.body);
+        return true;
+    });
+}
+
+bool ExchangeForField(const Operation& operation, const char* field, std::string& value) noexcept
+{
+    std::string unread;
+    return ExchangeForBytes(operation, unread, field, value);
+}
+
+bool ExchangeForBytes(const Operation& operation, std::string& bytes, const char* field, std::string& value) noexcept
+{
+    return core::Guard([&] {
+        RspInfos response;
+        if (!core::Execute(response, operation)) {
+            return false;
+        }
+        if (const std::string* const found = FindField(response, field)) {
+            std::string copy = *found;
+            value = std::move(copy);
+        }
+        bytes = std::move(response.body);
+        return true;
     });
 }
 

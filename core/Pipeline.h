@@ -3,22 +3,32 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "core/Guard.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
+#include "nexwire/LastExchange.h"
 #include "nexwire/RequestRecords.h"
 
 // The vocabulary request functions are written in:
 //
-//   return Exchange(Query(Path("/7730/v1/.../devices/", deviceGuid), condition), result);
+//   return Exchange(Query(Path(kRoot, "devices/", deviceGuid), condition), result);
 //
 // A verb (method code) with a path and perhaps a body makes an operation; an ending sends it and says what becomes
 // of the answer. Pieces and bodies are only referred to: use an operation within the statement that makes it.
 
 namespace nexwire {
+
+namespace core {
+
+/// Has only these members of a structure written; they are named by where they lie.
+void SendOnly(protocol::IInboundData& structure, const void* base, const std::vector<const void*>& members);
+
+} // namespace core
 
 /// A path as literal pieces and identifiers, put together when the request is sent. Identifiers go in as given.
 class Path {
@@ -41,71 +51,128 @@ private:
     std::size_t count_;
 };
 
+/// Content type of uploads in slices and of ranged downloads; the boundary is fixed.
+constexpr const char* kMultipartType = "multipart/form-data; boundary=-----------------------------7e231b2b250806";
+
+/// A structure of which only the named members are sent; for partial updates. A member that is misspelled does not
+/// compile, and the keys are those of its table:
+///
+///   return Exchange(Write(Path(kRoot, "maps/", guid), Only(&protocol::MapModify::name, name)));
+template <class Structure>
+class Partial {
+public:
+    template <class Owner, class Member, class Value, class... More>
+    explicit Partial(Member Owner::*member, const Value& value, const More&... more)
+    {
+        static_cast<void>(core::Guard([&] {
+            Structure structure;
+            std::vector<const void*> sent;
+            Take(structure, sent, member, value, more...);
+            core::SendOnly(structure, &structure, sent);
+            structure_ = std::move(structure);
+            return true;
+        }));
+    }
+
+    /// Null when memory ran out; what is made of it is not sent then.
+    const protocol::IInboundData* Body() const { return structure_ ? &*structure_ : nullptr; }
+
+private:
+    static void Take(Structure&, std::vector<const void*>&) {}
+    template <class Owner, class Member, class Value, class... More>
+    static void Take(Structure& structure, std::vector<const void*>& sent, Member Owner::*member, const Value& value,
+                     const More&... more)
+    {
+        structure.*member = value;
+        sent.push_back(&(structure.*member));
+        Take(structure, sent, more...);
+    }
+
+    std::optional<Structure> structure_;
+};
+
+template <class Structure, class Member, class Value, class... More>
+Partial<Structure> Only(Member Structure::*member, const Value& value, const More&... more)
+{
+    return Partial<Structure>(member, value, more...);
+}
+
 /// One request, not yet sent.
 class Operation {
 public:
-    Operation(std::int32_t method, const Path& path, const protocol::IInboundData* body)
-        : path_(path), body_(body), method_(method)
+    Operation(std::int32_t method, const Path& path) : path_(path), method_(method) {}
+    Operation(std::int32_t method, const Path& path, const protocol::IInboundData& body)
+        : path_(path), body_(&body), method_(method)
+    {
+    }
+    template <class Structure>
+    Operation(std::int32_t method, const Path& path, const Partial<Structure>& body)
+        : path_(path), body_(body.Body()), method_(method), spoiled_(body.Body() == nullptr)
     {
     }
 
-    /// Adds a header field for the executor.
-    Operation& Header(const char* name, std::string_view value);
-    /// Adds a header field unless its value is empty.
+    /// The body is a text of the caller, as it stands.
+    Operation& Text(std::string_view text);
+    /// Adds an entry to the first map of the record: a mark for the executor, mostly sent as a header field.
+    Operation& Header(const char* name, std::string_view value) { return Add(headers_, name, value); }
+    /// The same unless the value is empty.
     Operation& HeaderUnlessEmpty(const char* name, std::string_view value);
+    /// Adds an entry to the second map of the record.
+    Operation& Param(const char* name, std::string_view value) { return Add(params_, name, value); }
+    /// The content type of uploads in slices and of ranged downloads, in the second map.
+    Operation& Multipart();
     /// Asks the executor for its slower worker.
     Operation& OnSlowThread() { return Header("RequstType", "slowThread"); }
     /// Replaces the default time-out, in milliseconds; 0 keeps it.
     Operation& Timeout(std::int32_t timeoutMs);
+    /// When the executor fails but left a body, the code of its envelope becomes the last error, unless it is 0.
+    Operation& ErrorFromAnswer();
 
+    /// The record for the executor.
+    /// @throws std::exception when memory runs out, or when more entries were added than there is room for.
     RequestParams Build() const;
+    bool TakesErrorFromAnswer() const { return errorFromAnswer_; }
 
 private:
-    static constexpr std::size_t kMaxHeaders = 2;
+    static constexpr std::size_t kMaxEntries = 4;
+    using Entries = std::array<std::pair<const char*, std::string_view>, kMaxEntries>;
+
+    Operation& Add(Entries& entries, const char* name, std::string_view value);
 
     Path path_;
-    const protocol::IInboundData* body_;
+    const protocol::IInboundData* body_ = nullptr;
+    std::string_view text_;
     std::int32_t method_;
     std::int32_t timeoutMs_ = 0;
-    std::array<std::pair<const char*, std::string_view>, kMaxHeaders> headers_{};
-    std::size_t headerCount_ = 0;
+    Entries headers_{};
+    Entries params_{};
+    bool errorFromAnswer_ = false;
+    bool spoiled_ = false; ///< Cannot be said completely, so it is not sent at all.
 };
 
 /// Method code 0: single settings, small lists, raw fetches.
-inline Operation Read(const Path& path)
+template <class... Body>
+Operation Read(const Path& path, const Body&... body)
 {
-    return {0, path, nullptr};
-}
-inline Operation Read(const Path& path, const protocol::IInboundData& body)
-{
-    return {0, path, &body};
+    return {0, path, body...};
 }
 /// Method code 1: creation, modification, actions.
-inline Operation Write(const Path& path)
+template <class... Body>
+Operation Write(const Path& path, const Body&... body)
 {
-    return {1, path, nullptr};
-}
-inline Operation Write(const Path& path, const protocol::IInboundData& body)
-{
-    return {1, path, &body};
+    return {1, path, body...};
 }
 /// Method code 2: queries, searches, pass-through, and some modifications.
-inline Operation Query(const Path& path)
+template <class... Body>
+Operation Query(const Path& path, const Body&... body)
 {
-    return {2, path, nullptr};
-}
-inline Operation Query(const Path& path, const protocol::IInboundData& body)
-{
-    return {2, path, &body};
+    return {2, path, body...};
 }
 /// Method code 3: deletions.
-inline Operation Remove(const Path& path)
+template <class... Body>
+Operation Remove(const Path& path, const Body&... body)
 {
-    return {3, path, nullptr};
-}
-inline Operation Remove(const Path& path, const protocol::IInboundData& body)
-{
-    return {3, path, &body};
+    return {3, path, body...};
 }
 
 namespace core {
@@ -114,11 +181,32 @@ namespace core {
 enum class Verdict {
     Accept, ///< Nothing: the exchange took place.
     Judge,  ///< Makes the code the last error and fails.
-
 };
 
 /// Hands a request to the executor and notes what happened for `LastExchange`.
-bool Execute(RspInfos& response, const RequestParams& request);
+///
+/// @param errorFromAnswer  as `Operation::ErrorFromAnswer`.
+bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer = false);
+bool Execute(RspInfos& response, const Operation& operation);
+
+/// Why the calling thread's last exchange gave no result, for functions that hand out an error: the last error after
+/// a failure of the executor; otherwise {0, 0} with a text that says what was missing.
+Keel::Error::ErrorCode FailureOfLastExchange();
+
+/// While it lives, exchanges of this thread leave no trace in `LastExchange`: for requests inside a request.
+class InnerExchanges {
+public:
+    InnerExchanges() : outer_(LastExchange()) {}
+    ~InnerExchanges();
+    InnerExchanges(const InnerExchanges&) = delete;
+    InnerExchanges& operator=(const InnerExchanges&) = delete;
+
+private:
+    ExchangeRecord outer_;
+};
+
+/// What follows once an envelope is read: notes it for `LastExchange`, and judges it.
+bool Settle(const protocol::ReturnData& envelope, Verdict verdict);
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
 bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);
@@ -188,7 +276,20 @@ bool ExchangeForCode(const Operation& operation, Result& result, int& code) noex
     });
 }
 
+/// True when the envelope parsed, whatever its code; `envelope` receives it without its data.
+bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept;
+
 /// True when the executor got an answer; what it says is not looked at.
 bool ExchangeUnread(const Operation& operation) noexcept;
+
+/// As `ExchangeUnread`; `bytes` receives the answer's body as it is.
+bool ExchangeForBytes(const Operation& operation, std::string& bytes) noexcept;
+
+/// As `ExchangeUnread`; `value` receives a header field of the answer and is left alone when there is none. The field's
+/// name is compared without regard to case.
+bool ExchangeForField(const Operation& operation, const char* field, std::string& value) noexcept;
+
+/// Both of the above.
+bool ExchangeForBytes(const Operation& operation, std::string& bytes, const char* field, std::string& value) noexcept;
 
 } // namespace nexwire

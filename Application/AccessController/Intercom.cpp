@@ -4,21 +4,25 @@
 
 namespace nexwire {
 
-#define ROOT "/7730/v1/accessController/interCom/"
+namespace {
+
+constexpr const char* kRoot = "/7730/v1/accessController/interCom/";
+
+} // namespace
 
 bool DialLogComm::getDialLogs(const protocol::DailInfosGet& condition, protocol::DailInfosResponseDataData& result)
 {
-    return Exchange(Query(ROOT "dailInfos", condition), result);
+    return Exchange(Query(Path(kRoot, "dailInfos"), condition), result);
 }
 
 bool DialLogComm::addDialLog(const protocol::DialInfoAdd& param, protocol::DialInfoResultData& result)
 {
-    return Exchange(Write(ROOT "dailInfos", param), result);
+    return Exchange(Write(Path(kRoot, "dailInfos"), param), result);
 }
 
 bool DialLogComm::deleteDialLogs(const protocol::DialInfoDelete& param, protocol::DialInfoResultData& result)
 {
-    return Exchange(Remove(ROOT "dailInfos", param), result);
+    return Exchange(Remove(Path(kRoot, "dailInfos"), param), result);
 }
 
 NEXWIRE_DEVICE_SET(DialLogComm, resourceControlGateway, ResourceControl, External, 4220)
@@ -29,17 +33,17 @@ NEXWIRE_DEVICE_GET(DialLogComm, getOutDoorUnitInfo, OutDoorUnitInfo, External, 2
 
 bool NoticeLogComm::getNoticeLogs(const protocol::NoticeGet& condition, protocol::NoticeInfosResponseDataData& result)
 {
-    return Exchange(Query(ROOT "noticeLogs", condition), result);
+    return Exchange(Query(Path(kRoot, "noticeLogs"), condition), result);
 }
 
 bool NoticeLogComm::addNoticeLog(const protocol::NoticeInfoAdd& param, protocol::NoticeInfoResultData& result)
 {
-    return Exchange(Write(ROOT "noticeLogs", param), result);
+    return Exchange(Write(Path(kRoot, "noticeLogs"), param), result);
 }
 
 bool NoticeLogComm::deleteNoticeLogs(const protocol::NoticeInfoDelete& param, protocol::NoticeInfoResultData& result)
 {
-    return Exchange(Remove(ROOT "noticeLogs", param), result);
+    return Exchange(Remove(Path(kRoot, "noticeLogs"), param), result);
 }
 
 NEXWIRE_DEVICE_SET(NoticeLogComm, sendNotice, NoticeInfo, External, 4222)

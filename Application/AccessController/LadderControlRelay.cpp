@@ -4,7 +4,11 @@
 
 namespace nexwire {
 
-#define ROOT "/7730/v1/accessController/ladderControlRelayFromDB"
+namespace {
+
+constexpr const char* kRoot = "/7730/v1/accessController/ladderControlRelayFromDB";
+
+} // namespace
 
 bool LadderControlRelay::getLadderControlRelayCfg(protocol::LadderControlRelay& output, const std::string& deviceGuid,
                                                   int relayNo)
@@ -21,25 +25,25 @@ bool LadderControlRelay::setLadderControlRelayCfg(const protocol::LadderControlR
 bool LadderControlRelaySession::getAllLadderControlRelays(const protocol::LadderControlRelayReq& condition,
                                                           protocol::LadderControlRelaydQueryResultListData& result)
 {
-    return Exchange(Query(ROOT, condition), result);
+    return Exchange(Query(kRoot, condition), result);
 }
 
 bool LadderControlRelaySession::addLadderControlRelays(const protocol::AddLadderControlRelayReq& param,
                                                        protocol::AddLadderControlRelayResultRspData& result)
 {
-    return Exchange(Write(ROOT, param), result);
+    return Exchange(Write(kRoot, param), result);
 }
 
 bool LadderControlRelaySession::deleteLadderControlRelays(const protocol::LadderControlRelayReq& param)
 {
-    return Exchange(Remove(ROOT, param));
+    return Exchange(Remove(kRoot, param));
 }
 
 bool LadderControlRelaySession::modifyLadderControlRelays(const protocol::ModifyladderControlRelayReq& param,
                                                           std::string& output)
 {
     protocol::ModifyladderControlRelayResultData changed;
-    if (!Exchange(Write(Path(ROOT "/", param.guid), param), changed)) {
+    if (!Exchange(Write(Path(kRoot, "/", param.guid), param), changed)) {
         return false;
     }
     output = std::move(changed.modifyladderControlRelayResult.guid);

@@ -1,7 +1,5 @@
 #include "Application/PassThrough/PassThrough.h"
 
-#include <keel/Error.h>
-
 #include "core/Serialize.h"
 #include "nexwire/PassThrough/PassThrough.h"
 
@@ -79,6 +77,57 @@ bool DeviceCommand(Route route, int command, const std::string& deviceGuid, std:
     return DeviceExchange(route, command, deviceGuid, condition, nullptr, answer, timeoutMs);
 }
 
+bool BatchExchange(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+                   protocol::BatchPassThroughRsp& answer, std::string* errorText) noexcept
+{
+    return core::Guard([&] {
+        protocol::BatchPassThroughRspData response;
+        if (!Exchange(Query(DevicePath(route, deviceGuid, "/batchPassThrough"), request), response)) {
+            if (errorText != nullptr) {
+                *errorText = core::FailureOfLastExchange().text;
+            }
+            return false;
+        }
+        answer = std::move(response.batchPassThroughRsp);
+        return true;
+    });
+}
+
+bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+               std::string& batchGuid, bool& finished, std::string* errorText,
+               const std::function<bool(const protocol::BatchReturnData& item)>& read) noexcept
+{
+    return core::Guard([&] {
+        protocol::BatchPassThroughRsp page;
+        if (!BatchExchange(route, request, deviceGuid, page, errorText)) {
+            return false;
+        }
+        for (const protocol::BatchReturnData& item : page.batchReturnDataList) {
+            if (!read(item)) {
+                if (errorText != nullptr) {
+                    *errorText = "an item of the page was not readable";
+                }
+                return false;
+            }
+        }
+        batchGuid = std::move(page.guid);
+        finished = page.isFinish;
+        return true;
+    });
+}
+
+bool KestrelExchange(Route route, const std::string& deviceGuid, const protocol::KestrelPassThroughReq& request,
+                     protocol::KestrelPassThroughRspData& answer) noexcept
+{
+    return Exchange(Query(DevicePath(route, deviceGuid, "/kestrelPassThrough"), request), answer);
+}
+
+bool NetsdkExchange(const std::string& deviceGuid, const protocol::NetsdkPassThroughReq& request,
+                    protocol::NetsdkPassThroughRspData& answer) noexcept
+{
+    return Exchange(Query(DevicePath(Route::External, deviceGuid, "/netsdkPassThrough"), request), answer);
+}
+
 bool CPassThroughRequest::dagRequest(protocol::DagPassThroughRsp& response, const protocol::DagPassThroughReq& request,
                                      const std::string& deviceGuid)
 {
@@ -112,7 +161,7 @@ bool accessParamComm::batchPassThroughRequest(const protocol::BatchPassThroughRe
         return true;
     }
     return core::Guard([&] {
-        errorText = Keel::Error::GetLastError().text;
+        errorText = core::FailureOfLastExchange().text;
         return false;
     });
 }
@@ -126,7 +175,7 @@ bool accessParamComm::batchPassThroughRequestExternal(protocol::BatchPassThrough
         return true;
     }
     return core::Guard([&] {
-        error = Keel::Error::GetLastError();
+        error = core::FailureOfLastExchange();
         return false;
     });
 }
@@ -137,7 +186,7 @@ bool accessParamComm::setSchedule(int command, void* data, const std::string& de
         return true;
     }
     return core::Guard([&] {
-        errorText = Keel::Error::GetLastError().text;
+        errorText = core::FailureOfLastExchange().text;
         return false;
     });
 }

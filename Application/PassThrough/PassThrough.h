@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Pipeline.h"
 #include "nexwire/ParseJSONUtil.h"
@@ -54,6 +56,63 @@ bool DeviceSet(Route route, int command, const std::string& deviceGuid, const pr
 /// Has a device do something that takes no structure.
 bool DeviceCommand(Route route, int command, const std::string& deviceGuid, std::string_view condition = {},
                    int timeoutMs = 0) noexcept;
+
+/// One step of a batch command: sends the caller's request as it is. Outputs of the batch are written on success only.
+///
+/// @param errorText  receives why there is no answer; may be null.
+bool BatchExchange(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+                   protocol::BatchPassThroughRsp& answer, std::string* errorText = nullptr) noexcept;
+
+/// Reads one page of a batch, item by item. One that cannot be read ends the call with false; what was read before it
+/// stays. `batchGuid` and `finished` are written on success only.
+///
+/// @param read  takes an item; false when it cannot be read.
+bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+               std::string& batchGuid, bool& finished, std::string* errorText,
+               const std::function<bool(const protocol::BatchReturnData& item)>& read) noexcept;
+
+/// The same where each item carries a structure under its root name, which is appended to `list`.
+template <class Structure>
+bool AppendPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+                std::vector<Structure>& list, std::string& batchGuid, bool& finished,
+                std::string* errorText = nullptr) noexcept
+{
+    return BatchPage(route, request, deviceGuid, batchGuid, finished, errorText,
+                     [&list](const protocol::BatchReturnData& item) {
+                         Structure element;
+                         if (!protocol::TParseJSONStr(element, item.outBuffer)) {
+                             return false;
+                         }
+                         list.push_back(std::move(element));
+                         return true;
+                     });
+}
+
+/// Sends a request to a device's HTTP interface and hands out what it answers.
+bool KestrelExchange(Route route, const std::string& deviceGuid, const protocol::KestrelPassThroughReq& request,
+                     protocol::KestrelPassThroughRspData& answer) noexcept;
+
+/// Reads a structure that stands under its root name in a device's HTTP answer.
+template <class Structure>
+bool KestrelGet(const std::string& deviceGuid, std::string_view requestLine, Structure& output) noexcept
+{
+    return core::Guard([&] {
+        protocol::KestrelPassThroughReq request;
+        request.url = requestLine;
+        protocol::KestrelPassThroughRspData answer;
+        Structure fresh;
+        if (!KestrelExchange(Route::External, deviceGuid, request, answer) ||
+            !protocol::TParseJSONStr(fresh, answer.kestrelPassThroughRsp.outBuffer)) {
+            return false;
+        }
+        output = std::move(fresh);
+        return true;
+    });
+}
+
+/// Sends a command to a device's own programming interface.
+bool NetsdkExchange(const std::string& deviceGuid, const protocol::NetsdkPassThroughReq& request,
+                    protocol::NetsdkPassThroughRspData& answer) noexcept;
 
 } // namespace nexwire
 

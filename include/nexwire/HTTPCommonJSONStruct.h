@@ -22,6 +22,7 @@ public:
     Keel::Error::ErrorCode code;       ///< From "code"; {0, 0, ""} is success and what a missing code reads as.
     std::string msg;                   ///< The server's message.
     std::shared_ptr<IJSONStruct> data; ///< Filled from "data".
+    bool coded = false;                ///< Whether there was a readable "code".
 };
 
 /// Reads "category-number". Anything but two pieces joined by one hyphen is logged and reads as no error; a piece

@@ -14,12 +14,14 @@ struct NEXWIRE_API ExchangeRecord {
     bool sent = false;         ///< The executor was asked. False: not initialised, no executor or out of memory.
     bool answered = false;     ///< The executor returned an answer. False: see `Keel::Error::GetLastError`.
     bool parsed = false;       ///< The answer was an envelope. False: it was empty or not JSON.
+    bool coded = false;        ///< The envelope had a readable code. False: category and number are 0 by default.
     std::int32_t category = 0; ///< First number of the envelope's code.
     std::int32_t number = 0;   ///< Second number of the envelope's code; 0 is success.
     std::string message;       ///< The envelope's message.
 };
 
-/// The calling thread's record, valid until that thread's next call. Other threads have records of their own.
+/// The calling thread's record; requests that a function makes on the way (encryption, say) leave no trace in it.
+/// Valid until that thread's next call. Other threads have records of their own.
 NEXWIRE_API const ExchangeRecord& LastExchange();
 
 } // namespace nexwire

@@ -72,6 +72,47 @@ struct NEXWIRE_API BatchPassThroughRspData : IReturnData {
     NEXWIRE_JSON
 };
 
+/// A request for a device's HTTP interface, relayed by the platform.
+struct NEXWIRE_API KestrelPassThroughReq : IInboundData {
+    std::string url;      ///< Request line, as "GET /KESTREL/Publish/capabilities\r\n"; read by the device.
+    std::string inBuffer; ///< Body for the device, XML or JSON; empty when there is none.
+    NEXWIRE_JSON
+};
+
+/// What a device's HTTP interface answers.
+struct NEXWIRE_API KestrelPassThroughRsp : IReturnData {
+    std::string outBuffer;    ///< The document asked for, XML or JSON.
+    std::string statusBuffer; ///< The device's status document; filled by a refusal and by what changes something.
+    NEXWIRE_JSON
+};
+
+struct NEXWIRE_API KestrelPassThroughRspData : IReturnData {
+    KestrelPassThroughRsp kestrelPassThroughRsp;
+    NEXWIRE_JSON
+};
+
+/// A command for a device's own programming interface, relayed by the platform.
+struct NEXWIRE_API NetsdkPassThroughReq : IInboundData {
+    std::int32_t command = 0;   ///< What the device is to do; device vocabulary.
+    std::int32_t channelNo = 0; ///< Channel of the device, from 1; 0 the device itself.
+    std::string condBuffer;     ///< Condition; empty when there is none.
+    std::string inBuffer;       ///< What to set; empty for everything else.
+    NEXWIRE_JSON
+};
+
+/// The device's answer to such a command.
+struct NEXWIRE_API NetsdkPassThroughRsp : IReturnData {
+    std::int32_t errorCode = 0; ///< The device's own error number; 0 done.
+    std::string outBuffer;      ///< What was asked for.
+    std::string statusBuffer;   ///< Status of each part of what was set.
+    NEXWIRE_JSON
+};
+
+struct NEXWIRE_API NetsdkPassThroughRspData : IReturnData {
+    NetsdkPassThroughRsp netsdkPassThroughRsp;
+    NEXWIRE_JSON
+};
+
 /// Condition for batches over credentials; goes into the condition text.
 struct NEXWIRE_API CredCfgCond : IInboundData {
     std::int32_t totalNum = 0; ///< Items that will follow.

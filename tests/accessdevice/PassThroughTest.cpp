@@ -252,7 +252,7 @@ TEST(PassThrough, BatchSteps)
     }
 }
 
-TEST(PassThrough, BatchFailuresHandOutTheLastError)
+TEST(PassThrough, BatchFailuresSayWhyAndNeverRepeatAnEarlierError)
 {
     test::Library library;
     protocol::BatchPassThroughRspData response;
@@ -272,8 +272,8 @@ TEST(PassThrough, BatchFailuresHandOutTheLastError)
     library.wire.AnswerWith("broken");
     Keel::Error::SetLastError({8, 9, "ninth"});
     EXPECT_FALSE(accessParamComm::batchPassThroughRequestExternal(response, error, Batch(), "d"));
-    EXPECT_EQ(error.number, Keel::Error::GetLastError().number);
-    EXPECT_EQ(error.text, Keel::Error::GetLastError().text);
+    EXPECT_EQ(error.number, 0);
+    EXPECT_EQ(error.text, "the answer was not readable");
     EXPECT_EQ(response.batchPassThroughRsp.guid, "before");
 }
 
