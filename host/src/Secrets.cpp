@@ -2,7 +2,7 @@
 
 #include "keel/Redact.h"
 
-#include "RequestCheck.h"
+#include "httpcore/Fields.h"
 
 namespace nexwire {
 namespace host {
@@ -16,7 +16,7 @@ std::string WithoutSecrets(const std::string& text)
 bool IsSecretField(const std::string& name)
 {
     for (const char* secret : {"SID", "Authorization", "Proxy-Authorization", "Cookie", "Set-Cookie"}) {
-        if (SameName(name, secret)) {
+        if (httpcore::SameName(name, secret)) {
             return true;
         }
     }

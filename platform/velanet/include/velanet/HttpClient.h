@@ -128,7 +128,8 @@ private:
 };
 
 /// Sends requests. Any number of threads at once: each thread keeps its own few connections for its next calls and
-/// closes them when it ends, so nothing is shared and no lock is held.
+/// closes them when it ends. Threads share only which servers closed a kept connection under a request: connections to
+/// those are not kept for some minutes.
 class HttpClient {
 public:
     /// Performs one exchange and waits for it, at most for the sum of the three time-outs.
