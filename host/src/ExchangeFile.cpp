@@ -139,7 +139,7 @@ std::string WriteExchange(const RequestParams& request, const RspInfos& response
     Bytes(writer, "time", time);
     writer.Key("method");
     writer.Int(request.method);
-    Bytes(writer, "path", request.url);
+    Bytes(writer, "path", WithoutSecrets(request.url));
     Fields(writer, "headers", request.headers);
     Fields(writer, "params", request.params);
     Bytes(writer, "body", WithoutSecrets(request.body));

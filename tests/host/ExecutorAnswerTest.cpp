@@ -1,3 +1,4 @@
+#include <fstream>
 #include <tuple>
 
 #include "HostTestKit.h"
@@ -229,6 +230,50 @@ TEST(ExecutorAnswer, AnswerToARequestThatWasStillGoingOutIsRead)
         }
     }
 }
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define NEXWIRE_SHADOWED
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define NEXWIRE_SHADOWED
+#endif
+
+// Sanitizers hold memory of their own.
+#if defined(__linux__) && !defined(NEXWIRE_SHADOWED)
+std::size_t KilobytesOf(const std::string& name)
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == name) {
+            std::size_t kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes;
+        }
+    }
+    return 0;
+}
+
+TEST(ExecutorAnswer, BodyIsHeldAboutOnceWhileItComes)
+{
+    constexpr std::size_t kSize = 66U << 20U; // Just beyond a doubling.
+    RawServer server;
+    HttpRequestExecutor executor(At(server.Base()));
+    const std::string body(kSize, 'x');
+    for (const bool declared : {true, false}) {
+        server.Enqueue(declared ? Reply::Http(200, body) : Reply::Chunked(body, 1U << 20U));
+        if (!(std::ofstream("/proc/self/clear_refs") << "5" << std::flush)) {
+            GTEST_SKIP() << "the peak of this process cannot be reset";
+        }
+        const std::size_t before = KilobytesOf("VmRSS:");
+        const Outcome outcome = Call(executor, Request(0, "/p"));
+        const std::size_t peak = KilobytesOf("VmHWM:");
+        EXPECT_TRUE(outcome.answered && outcome.response.body == body) << outcome.error.text;
+        EXPECT_LT(peak - before, kSize * 3 / 2 / 1024 + 8192) << declared;
+    }
+}
+#endif
 
 TEST(ExecutorAnswer, ExactlyTheCapIsAccepted)
 {

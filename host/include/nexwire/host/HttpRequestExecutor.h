@@ -94,11 +94,12 @@ public:
     /// The path is sent byte for byte: nothing is encoded, resolved or tidied. A path that would ask for something
     /// else than it says is refused before a connection is made: one that does not begin with a slash, or holds a
     /// control character, a space, '#', '?', a backslash, or a segment "." or ".." (also percent-encoded, between
-    /// encoded slashes, or with ";" and anything behind it). Bytes above 0x7F and percent signs pass as they are. Entries of both maps travel as header fields (`params` wins over `headers`, and both over
-    /// `extraHeaders`); names that are not tokens, names that frame the message ("Host", "Content-Length" and the
-    /// like) and values with control characters are refused. A body is sent with any verb, as "application/json"
-    /// unless the maps say otherwise; PUT and POST without body declare a length of 0. A body that goes out as JSON and
-    /// is not UTF-8 is refused.
+    /// encoded slashes, or with ";" and anything behind it). Bytes above 0x7F and percent signs pass as they are.
+    /// Entries of both maps travel as header fields (`params` wins over `headers`, and both over `extraHeaders`); names
+    /// that are not tokens, names that frame the message ("Host", "Content-Length" and the like) and values with
+    /// control characters are refused. A body is sent with any verb, as "application/json" unless the maps say
+    /// otherwise; PUT and POST without body declare a length of 0. A body that goes out as JSON and is not UTF-8 is
+    /// refused.
     ///
     /// `timeoutMs` bounds the call from entry to return, waiting for the slow lane included; 0 or less means 40000.
     /// Redirects are not followed.
