@@ -4,21 +4,16 @@
 #include <cstring>
 #include <new>
 
+#include "keel/StringUtil.h"
+
 namespace httpcore {
 
-namespace {
-
-char Lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-} // namespace
+using Keel::StringUtil::LowerCase;
 
 bool IsToken(const std::string& text)
 {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= '0' && c <= '9') || (Lower(c) >= 'a' && Lower(c) <= 'z') ||
+        return (c >= '0' && c <= '9') || (LowerCase(c) >= 'a' && LowerCase(c) <= 'z') ||
                (c != '\0' && std::strchr("!#$%&'*+-.^_`|~", c) != nullptr);
     });
 }
@@ -32,13 +27,13 @@ bool IsControl(char c)
 bool SameName(const std::string& left, const std::string& right)
 {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return Lower(a) == Lower(b); });
+                      [](char a, char b) { return LowerCase(a) == LowerCase(b); });
 }
 
 bool NameLess::operator()(const std::string& left, const std::string& right) const
 {
     return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [](char a, char b) { return Lower(a) < Lower(b); });
+                                        [](char a, char b) { return LowerCase(a) < LowerCase(b); });
 }
 
 // libcurl reads "Name;" as a field without value, and "Name:" as a field to leave out.

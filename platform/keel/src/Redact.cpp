@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "keel/Encrypt.h"
+#include "keel/StringUtil.h"
 
 namespace Keel {
 namespace {
@@ -90,7 +91,7 @@ std::size_t Normalise(std::string_view key, char* normalised)
     std::size_t length = 0;
     for (const char c : key) {
         if (c != '_' && c != '-') {
-            normalised[length++] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            normalised[length++] = StringUtil::LowerCase(c);
         }
     }
     return length;

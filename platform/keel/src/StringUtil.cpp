@@ -64,9 +64,7 @@ std::string LowerCase(const std::string& text)
 {
     std::string lower = text;
     for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
+        c = LowerCase(c);
     }
     return lower;
 }

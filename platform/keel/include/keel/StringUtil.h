@@ -25,6 +25,12 @@ KEEL_API std::vector<std::string> SplitString(const std::string& text, const std
 /// `text` without leading and trailing ASCII white space.
 KEEL_API std::string StringTrim(const std::string& text);
 
+/// A to Z made lower case, whatever the locale.
+inline char LowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 /// `text` with A to Z made lower case; every other byte stays, UTF-8 sequences included.
 KEEL_API std::string LowerCase(const std::string& text);
 
