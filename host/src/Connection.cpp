@@ -63,7 +63,8 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options)
 {
     httpcore::Connection& wire = connection.wire;
     const long verify = options.verifyPeer ? 1 : 0;
-    const bool good = wire.Open() && wire.Set(CURLOPT_URL, options.baseAddress.c_str()) &&
+    const bool good = wire.Open(httpcore::SameName(options.baseAddress.substr(0, 6), "https:")) &&
+                      wire.Set(CURLOPT_URL, options.baseAddress.c_str()) &&
                       wire.Set(CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
                       wire.SetText(CURLOPT_PROXY, options.proxy) &&
                       wire.SetText(CURLOPT_USERAGENT, options.userAgent) && wire.Set(CURLOPT_SSL_VERIFYPEER, verify) &&

@@ -365,6 +365,9 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
         wire.Run(into, request.method == kRead, [&call] { return call.Aborted() ? -1 : kLongestWaitMs; });
     if (wire.LostKept()) {
         trust.Lost(server);
+        Connections done; // Closed after the lock is gone.
+        const std::lock_guard<std::mutex> lock(mutex);
+        done.swap(idle);
     }
     if (ending == httpcore::Ending::Answered) {
         const int status = wire.Answer().Status();

@@ -5,7 +5,6 @@
 #include <memory>
 #include <new>
 
-#include "httpcore/Fields.h"
 #include "keel/StringUtil.h"
 
 namespace httpcore {
@@ -44,7 +43,7 @@ Connection::~Connection()
     }
 }
 
-bool Connection::Open()
+bool Connection::Open(bool overTls)
 {
     if (!StartLibcurl()) {
         return false;
@@ -67,7 +66,8 @@ bool Connection::Open()
         Set(CURLOPT_TCP_KEEPALIVE, 1L) && Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)) &&
         // An empty text keeps libcurl from asking the environment.
         Set(CURLOPT_PROXY, "") && Set(CURLOPT_NOPROXY, "");
-    if (good && EndsAreTakenOnTrust()) {
+    m_watchesEnd = overTls && EndsAreTakenOnTrust();
+    if (good && m_watchesEnd) {
         good = Set(CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(OnDebug)) && Set(CURLOPT_DEBUGDATA, this) &&
                Set(CURLOPT_VERBOSE, 1L);
     }
@@ -165,7 +165,7 @@ Ending Connection::Judge(bool ended)
     switch (m_code) {
     case CURLE_OK: {
         // To libcurl a head that ends with the connection is a whole answer, and so is a TLS connection cut anywhere.
-        const bool cut = m_answer.EndsWithConnection() && EndsAreTakenOnTrust() && !m_saidGoodbye && IsTls();
+        const bool cut = m_watchesEnd && m_answer.EndsWithConnection() && !m_saidGoodbye;
         return m_answer.HeadEnded() && !cut ? Ending::Answered : Ending::Incomplete;
     }
     case CURLE_SEND_ERROR:
@@ -208,13 +208,6 @@ bool Connection::IsClean()
     }
     curl_waitfd watched = {m_socket, CURL_WAIT_POLLIN, 0};
     return curl_multi_poll(m_multi, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
-}
-
-bool Connection::IsTls() const
-{
-    const char* scheme = nullptr;
-    return curl_easy_getinfo(m_easy, CURLINFO_SCHEME, &scheme) == CURLE_OK && scheme != nullptr &&
-           SameName(scheme, "https");
 }
 
 std::uint64_t Connection::SentBytes() const

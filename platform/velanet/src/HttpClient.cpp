@@ -49,7 +49,7 @@ struct AddressDeleter {
 struct Address {
     std::unique_ptr<CURLU, AddressDeleter> parts;
     std::string text;   ///< What `parts` holds; calls mostly go to the address of the call before.
-    std::string server; ///< Scheme, host and port.
+    std::string server; ///< Scheme (lower case), host and port, a blank behind each.
 };
 
 // What one thread keeps for its next calls.
@@ -290,7 +290,7 @@ private:
         }
         std::list<Session::Kept> fresh;
         fresh.emplace_back().server = server;
-        if (!fresh.front().connection.Open()) {
+        if (!fresh.front().connection.Open(server.compare(0, 6, "https ") == 0)) {
             throw Failure{Error::kInternal, "the HTTP library cannot be initialised"};
         }
         all.splice(all.begin(), fresh);

@@ -45,7 +45,9 @@ public:
 
     /// Makes the handles and sets what is the same for every request: HTTP/1.1 over http and https (TLS 1.2 at least),
     /// no proxy of the environment, no redirects, no signals. False when libcurl does not take it.
-    bool Open();
+    ///
+    /// @param overTls  the server speaks TLS: the end of its connections has to be watched.
+    bool Open(bool overTls);
 
     template <class Value>
     bool Set(CURLoption option, Value value)
@@ -96,13 +98,13 @@ private:
     CURLcode Transfer(const std::function<int()>& wait, bool& ended);
     Ending Judge(bool ended);
     void NoteKept();
-    bool IsTls() const;
 
     CURL* m_easy = nullptr;
     CURLM* m_multi = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
     curl_socket_t m_socket = CURL_SOCKET_BAD; ///< Of the kept connection.
     AnswerReader m_answer;
     CURLcode m_code = CURLE_OK;
+    bool m_watchesEnd = false; ///< `m_saidGoodbye` counts.
     bool m_mayRepeat = false;
     bool m_keepable = false;
     bool m_connected = false; ///< A connection was made for the transfer.

@@ -17,8 +17,8 @@ struct Error {
         kBadRequest = 1, ///< The request cannot be sent as it is: address, method, header field, length.
         kConnect = 2,    ///< Name not found, connection refused, TLS not established.
         kTimeout = 3,    ///< One of the three time-outs passed.
-        kBroken = 4,     ///< The connection ended early, or the answer is not HTTP.
-        kTooLarge = 5,   ///< The answer is larger than the request allows.
+        kBroken = 4,     ///< The connection ended early, or the answer is not HTTP or can be read in two ways.
+        kTooLarge = 5,   ///< The answer is larger than the request allows, or its head than 256 KiB.
         kInternal = 6    ///< Out of memory and the like.
     };
 
