@@ -304,7 +304,7 @@ std::string RefuseRequest(const RequestParams& request, const HttpExecutorOption
             reason = inUrl ? RefuseQuery(entry->second) : RefuseHeader(entry->first, entry->second);
         }
     }
-    if (reason.empty() && !Keel::StringUtil::IsUtf8(request.body) && SendsJson(request, options)) {
+    if (reason.empty() && SendsJson(request, options) && !Keel::StringUtil::IsUtf8(request.body)) {
         reason = "the body is JSON and not UTF-8";
     }
     return reason;

@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 #include "Utf8.h"
 
@@ -144,6 +145,14 @@ std::string SingleLine(const std::string& text)
 bool IsUtf8(const char* text, std::size_t length)
 {
     for (std::size_t i = 0; i < length;) {
+        std::uint64_t eight = 0; // Bytes of ASCII, which most of a long text is.
+        if (length - i >= sizeof eight) {
+            std::memcpy(&eight, text + i, sizeof eight);
+            if ((eight & 0x8080808080808080U) == 0) {
+                i += sizeof eight;
+                continue;
+            }
+        }
         const std::size_t step = details::Utf8Length(text + i, length - i);
         if (step == 0) {
             return false;
