@@ -1,8 +1,9 @@
 #include "catalogue/Find.h"
 
 #include <algorithm>
-#include <cctype>
 #include <map>
+
+#include <keel/StringUtil.h>
 
 namespace nexwire {
 namespace catalogue {
@@ -139,10 +140,7 @@ bool Fill(Call& call, const Given& given, std::string& error)
 
 std::string LowerCase(const std::string& text)
 {
-    std::string lower = text;
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
+    return Keel::StringUtil::LowerCase(text);
 }
 
 std::vector<const Function*> Find(const std::string& name)

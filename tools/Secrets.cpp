@@ -62,13 +62,7 @@ bool IsSecret(const std::string& name, const std::string& value)
 
 bool IsSecretHeader(const std::string& name)
 {
-    const std::string lower = catalogue::LowerCase(name);
-    for (const char* secret : {"sid", "authorization", "proxy-authorization", "cookie", "set-cookie"}) {
-        if (lower == secret) {
-            return true;
-        }
-    }
-    return IsSecret(name, "?");
+    return Redactor().IsSecret(name);
 }
 
 std::string Redacted(const std::string& text)

@@ -4,12 +4,12 @@
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
 #include "Secrets.h"
 #include "keel/Encrypt.h"
+#include "keel/StringUtil.h"
 
 namespace nexwire {
 namespace host {
@@ -19,23 +19,10 @@ namespace {
 using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 using Document = rapidjson::Document;
 using Value = rapidjson::Value;
+using Keel::StringUtil::IsUtf8;
 
 constexpr const char* kHidden = "***";
 constexpr const char* kBase64 = "base64";
-
-bool IsUtf8(const std::string& text)
-{
-    struct Nowhere {
-        void Put(char) {}
-    } nowhere;
-    rapidjson::MemoryStream stream(text.data(), text.size());
-    while (stream.Tell() < text.size()) {
-        if (!rapidjson::UTF8<>::Validate(stream, nowhere)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 void Text(Writer& writer, const std::string& text)
 {
@@ -152,7 +139,7 @@ std::string WriteExchange(const RequestParams& request, const RspInfos& response
     Bytes(writer, "time", time);
     writer.Key("method");
     writer.Int(request.method);
-    Bytes(writer, "path", request.url);
+    Bytes(writer, "path", WithoutSecrets(request.url));
     Fields(writer, "headers", request.headers);
     Fields(writer, "params", request.params);
     Bytes(writer, "body", WithoutSecrets(request.body));

@@ -14,6 +14,7 @@
 #include "ExchangeFile.h"
 #include "HostFailure.h"
 #include "Secrets.h"
+#include "keel/PrivateFile.h"
 
 namespace nexwire {
 namespace host {
@@ -42,12 +43,11 @@ std::string Timestamp()
 
 std::ofstream OpenToAppend(const std::string& file)
 {
-    const fs::path path = fs::u8path(file);
-    std::error_code ignored;
-    const bool existed = fs::exists(path, ignored);
-    std::ofstream stream(path, std::ios::binary | std::ios::app);
-    if (stream && !existed) {
-        fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
+    std::ofstream stream;
+    if (Keel::MakePrivateFile(file)) {
+        stream.open(fs::u8path(file), std::ios::binary | std::ios::app);
+    } else {
+        stream.setstate(std::ios::failbit);
     }
     return stream;
 }
@@ -189,9 +189,10 @@ struct ReplayExecutor::State {
             return Fail(HostError::FileFailed, "replay: " + problem);
         }
         const auto name = [&request] {
-            return "replay: method code " + std::to_string(request.method) + ", path " + Printable(request.url, 200);
+            return "replay: method code " + std::to_string(request.method) + ", path " +
+                   Printable(WithoutSecrets(request.url), 200);
         };
-        const auto bucket = buckets.find(Key(request.method, request.url));
+        const auto bucket = buckets.find(Key(request.method, WithoutSecrets(request.url)));
         if (bucket == buckets.end()) {
             return Fail(HostError::NothingRecorded, name() + ": not in " + file);
         }

@@ -1,6 +1,7 @@
 #include "HostFailure.h"
 
 #include "keel/Error.h"
+#include "keel/StringUtil.h"
 
 namespace nexwire {
 namespace host {
@@ -36,13 +37,7 @@ std::string Printable(const std::string& text, std::size_t limit)
     while (cut && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
         --end;
     }
-    std::string line(text, 0, end);
-    for (char& c : line) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F) {
-            c = ' ';
-        }
-    }
+    std::string line = Keel::StringUtil::SingleLine(text.substr(0, end));
     if (cut) {
         line += "...";
     }

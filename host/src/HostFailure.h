@@ -14,7 +14,7 @@ bool Fail(HostError error, const std::string& text);
 /// Stores a failed HTTP status as the last error and returns false.
 bool FailStatus(long status, const std::string& text);
 
-/// At most `limit` bytes of `text` on one line: control characters become blanks, a cut is marked with "...", and no
+/// The first `limit` bytes of `text` as `Keel::StringUtil::SingleLine` has them: a cut is marked with "...", and no
 /// UTF-8 sequence is cut in two.
 std::string Printable(const std::string& text, std::size_t limit);
 

@@ -17,6 +17,8 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
+#include "httpcore/Trust.h"
+#include "keel/StringUtil.h"
 
 namespace nexwire {
 namespace host {
@@ -30,12 +32,6 @@ struct UrlCloser {
 };
 
 using Connections = std::list<Connection>;
-
-bool StartLibcurl()
-{
-    static const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
-    return result == CURLE_OK;
-}
 
 bool Readable(const std::string& file)
 {
@@ -61,6 +57,7 @@ struct HttpRequestExecutor::State {
     Connections idle; ///< Warmest last.
     Connections busy;
     std::atomic<std::uint32_t> aborts{0};
+    httpcore::Trust trust;
 
     std::string FindProblem();
     std::string ReadBaseAddress();
@@ -106,7 +103,7 @@ struct HttpRequestExecutor::State::Call {
     /// The connection of the call, new when none that is idle will do.
     Connection* Get()
     {
-        while (m_holds && !IsClean(*m_own)) {
+        while (m_holds && !m_own->wire.IsClean()) {
             Connections done;
             const std::lock_guard<std::mutex> lock(m_state.mutex);
             done.splice(done.end(), m_state.busy, m_own);
@@ -124,22 +121,14 @@ struct HttpRequestExecutor::State::Call {
         return &*m_own;
     }
 
-    /// The connection is good for another request.
-    void Keep() { m_keep = true; }
-
-    /// One transfer on the connection, to its end or to `Abort()`.
-    CURLcode Run(Connection& connection);
-
-    /// Whether `Run` was cut short by `Abort()`.
-    bool Ended() const { return m_ended; }
-
     bool Aborted() const { return m_state.aborts.load(std::memory_order_acquire) != m_aborts; }
 
     ~Call()
     {
         Connections done; // Closed after the lock is gone.
         const std::lock_guard<std::mutex> lock(m_state.mutex);
-        if (m_holds && m_keep && m_state.options.maxIdleConnections > 0) {
+        if (m_holds && m_own->wire.Keepable() && m_state.options.maxIdleConnections > 0 &&
+            m_state.trust.MayKeep(m_state.server)) {
             m_state.idle.splice(m_state.idle.end(), m_state.busy, m_own);
             if (m_state.idle.size() > m_state.options.maxIdleConnections) {
                 done.splice(done.end(), m_state.idle, m_state.idle.begin());
@@ -163,7 +152,7 @@ private:
     // both ends, because the system keeps those together that talk to each other.
     void TakeIdle()
     {
-        if (m_state.idle.empty()) {
+        if (m_state.idle.empty() || !m_state.trust.MayKeep(m_state.server)) {
             return;
         }
         const auto mine = std::find_if(m_state.idle.rbegin(), m_state.idle.rend(), [](const Connection& connection) {
@@ -185,8 +174,6 @@ private:
     bool m_entered = false;
     bool m_inSlowLane = false;
     bool m_holds = false;
-    bool m_keep = false;
-    bool m_ended = false;
     Connections::iterator m_own;
 };
 
@@ -231,7 +218,7 @@ std::string HttpRequestExecutor::State::ReadBaseAddress()
 
 std::string HttpRequestExecutor::State::FindProblem()
 {
-    if (!StartLibcurl()) {
+    if (!httpcore::StartLibcurl()) {
         return "libcurl cannot be initialised";
     }
     std::string reason = ReadBaseAddress();
@@ -239,7 +226,7 @@ std::string HttpRequestExecutor::State::FindProblem()
         return reason;
     }
     for (const auto& [code, verb] : options.verbs) {
-        if (!IsToken(verb) || SameName(verb, "HEAD") || SameName(verb, "CONNECT")) {
+        if (!httpcore::IsToken(verb) || httpcore::SameName(verb, "HEAD") || httpcore::SameName(verb, "CONNECT")) {
             return "verbs: method code " + std::to_string(code) + " has no usable verb";
         }
     }
@@ -279,16 +266,32 @@ void HttpRequestExecutor::State::Abort()
     aborts.fetch_add(1, std::memory_order_release);
     slowLane.notify_all();
     for (const Connection& connection : busy) {
-        curl_multi_wakeup(connection.multi);
+        connection.wire.Wake();
     }
 }
 
 namespace {
 
+constexpr std::int32_t kRead = 0;    ///< Method code of a request that changes nothing.
+constexpr int kLongestWaitMs = 1000; ///< Also without any event.
+
 long Milliseconds(Clock::duration duration)
 {
     const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
     return static_cast<long>(std::max<decltype(count)>(count, 1));
+}
+
+// Whether the body goes out as JSON. The later of the maps counts, see SetFields.
+bool SendsJson(const RequestParams& request, const HttpExecutorOptions& options)
+{
+    for (const auto* entries : {&request.params, &request.headers, &options.extraHeaders}) {
+        for (const auto& [name, value] : *entries) {
+            if (httpcore::SameName(name, "Content-Type")) {
+                return Keel::StringUtil::LowerCase(value).find("json") != std::string::npos;
+            }
+        }
+    }
+    return true;
 }
 
 // Why a request never leaves; empty when it may.
@@ -301,6 +304,9 @@ std::string RefuseRequest(const RequestParams& request, const HttpExecutorOption
             reason = inUrl ? RefuseQuery(entry->second) : RefuseHeader(entry->first, entry->second);
         }
     }
+    if (reason.empty() && SendsJson(request, options) && !Keel::StringUtil::IsUtf8(request.body)) {
+        reason = "the body is JSON and not UTF-8";
+    }
     return reason;
 }
 
@@ -311,45 +317,6 @@ bool IsSlow(const RequestParams& request)
 }
 
 } // namespace
-
-CURLcode HttpRequestExecutor::State::Call::Run(Connection& connection)
-{
-    struct Joined {
-        explicit Joined(Connection& joining) : owner(joining), code(curl_multi_add_handle(joining.multi, joining.easy))
-        {
-        }
-        ~Joined()
-        {
-            if (code == CURLM_OK) {
-                curl_multi_remove_handle(owner.multi, owner.easy);
-            }
-        }
-        Connection& owner;
-        const CURLMcode code;
-    };
-    const Joined joined(connection);
-    CURLMcode code = joined.code;
-    int running = 1;
-    while (code == CURLM_OK) {
-        code = curl_multi_perform(connection.multi, &running);
-        if (code != CURLM_OK || running == 0) {
-            break;
-        }
-        if (Aborted()) {
-            m_ended = true;
-            return CURLE_ABORTED_BY_CALLBACK;
-        }
-        // Not longer than libcurl's own timers allow, and woken by Abort().
-        code = curl_multi_poll(connection.multi, nullptr, 0, 1000, nullptr);
-    }
-    if (code != CURLM_OK) {
-        return CURLE_FAILED_INIT;
-    }
-    NoteKept(connection);
-    int queued = 0;
-    const CURLMsg* const message = curl_multi_info_read(connection.multi, &queued);
-    return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
-}
 
 bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams& request)
 {
@@ -383,60 +350,36 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     if (connection == nullptr) {
         return Fail(HostError::Internal, name() + "no handle from libcurl");
     }
-    CURL* const easy = connection->easy;
+    httpcore::Connection& wire = connection->wire;
     const long left = Milliseconds(deadline - Clock::now());
-    if (!SetRequest(*connection, options, prefix, verb->second, request) ||
-        !SetOption(easy, CURLOPT_TIMEOUT_MS, left) ||
-        !SetOption(easy, CURLOPT_CONNECTTIMEOUT_MS, std::min(left, static_cast<long>(options.connectTimeoutMs)))) {
+    if (!SetRequest(*connection, options, prefix, verb->second, request) || !wire.Set(CURLOPT_TIMEOUT_MS, left) ||
+        !wire.Set(CURLOPT_CONNECTTIMEOUT_MS, std::min(left, static_cast<long>(options.connectTimeoutMs)))) {
         return Fail(HostError::Internal, name() + "libcurl does not take the request");
     }
-    Exchange& exchange = connection->exchange;
-    exchange = Exchange();
-    exchange.response = &response;
-    exchange.bodyLimit = options.maxResponseBytes;
-    connection->detail[0] = '\0';
-
-    const CURLcode result = call.Run(*connection);
-
-    long status = 0;
-    if (result == CURLE_OK && curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status) == CURLE_OK && status != 0) {
-        call.Keep();
+    httpcore::AnswerInto into;
+    into.body = &response.body;
+    into.fields = &response.headers;
+    into.bodyLimit = options.maxResponseBytes;
+    // Woken by Abort().
+    const httpcore::Ending ending =
+        wire.Run(into, request.method == kRead, [&call] { return call.Aborted() ? -1 : kLongestWaitMs; });
+    if (wire.LostKept()) {
+        trust.Lost(server);
+        Connections done; // Closed after the lock is gone.
+        const std::lock_guard<std::mutex> lock(mutex);
+        done.swap(idle);
+    }
+    if (ending == httpcore::Ending::Answered) {
+        const int status = wire.Answer().Status();
         if ((status >= 200 && status < 300) || (options.anyStatusIsAnswer && !response.body.empty())) {
             return true;
         }
-        return FailAnswer(status, *connection, response, name(), server);
+        return FailAnswer(*connection, response, name(), server);
     }
     response.headers.clear();
     response.body.clear();
-    const std::string received = " (received " + std::to_string(exchange.received) + " bytes)";
-    if (call.Ended()) {
-        return Fail(HostError::Aborted, name() + "aborted" + received);
-    }
-    if (exchange.tooLarge) {
-        const bool header = exchange.headerBytes > kLargestHeader;
-        return Fail(HostError::AnswerTooLarge,
-                    name() + (header ? "header" : "answer") + " of " + server + " is longer than " +
-                        std::to_string(header ? kLargestHeader : options.maxResponseBytes) + " bytes");
-    }
-    if (exchange.outOfMemory) {
-        return Fail(HostError::OutOfMemory, name() + "the answer does not fit into memory" + received);
-    }
-    if (exchange.repeatRefused) {
-        return Fail(HostError::NotRepeated, name() + "the kept connection to " + server +
-                                                " closed after the request was sent and before an answer; whether it "
-                                                "was carried out is unknown, so it was not sent again");
-    }
-    if (result == CURLE_OPERATION_TIMEDOUT) {
-        if (exchange.started) {
-            return Fail(HostError::DeadlinePassed, name() + "no complete answer" + within + received);
-        }
-        if (options.connectTimeoutMs < left) {
-            return Fail(HostError::ConnectFailed, name() + "no connection to " + server + " within " +
-                                                      std::to_string(options.connectTimeoutMs) + " ms");
-        }
-        return Fail(HostError::DeadlinePassed, name() + "no connection to " + server + within);
-    }
-    return FailTransfer(result, *connection, name(), server);
+    Attempt attempt{name(), server, options, allowed, options.connectTimeoutMs < left};
+    return FailTransfer(ending, *connection, attempt);
 }
 
 HttpRequestExecutor::HttpRequestExecutor(const HttpExecutorOptions& options) : m_state(new State(options)) {}

@@ -1,23 +1,17 @@
 #include "RequestCheck.h"
 
-#include <algorithm>
 #include <cstring>
+
+#include "httpcore/Fields.h"
 
 namespace nexwire {
 namespace host {
 
+using httpcore::IsControl;
+using httpcore::IsToken;
+using httpcore::SameName;
+
 namespace {
-
-char Lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool IsControl(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-}
 
 std::string Describe(char c)
 {
@@ -43,44 +37,43 @@ std::string RefuseBytes(const std::string& text, const char* unwanted, const cha
     return std::string();
 }
 
-// "." or "..", each dot as itself or as "%2e".
+// Length of one of the characters at `at`, as itself or percent-encoded; 0 when there is none of them.
+std::size_t LengthOf(const char* characters, const std::string& path, std::size_t at)
+{
+    const bool encoded =
+        path[at] == '%' && path.size() - at >= 3 && path.find_first_not_of("0123456789abcdefABCDEF", at + 1) >= at + 3;
+    const char c = encoded ? static_cast<char>(std::stoul(path.substr(at + 1, 2), nullptr, 16)) : path[at];
+    if (c == '\0' || std::strchr(characters, c) == nullptr) {
+        return 0;
+    }
+    return encoded ? 3 : 1;
+}
+
+// End of the segment that begins at `begin`. Some servers take an encoded slash or backslash for a plain slash.
+std::size_t EndOfSegment(const std::string& path, std::size_t begin)
+{
+    while (begin < path.size() && LengthOf("/\\", path, begin) == 0) {
+        ++begin;
+    }
+    return begin;
+}
+
+// "." or "..", each dot as itself or encoded, perhaps with parameters behind it, which servers cut off: "..;x=1".
 bool IsDotSegment(const std::string& path, std::size_t begin, std::size_t end)
 {
     int dots = 0;
     while (begin < end) {
-        if (path[begin] == '.') {
-            ++begin;
-        } else if (end - begin >= 3 && path[begin] == '%' && path[begin + 1] == '2' && Lower(path[begin + 2]) == 'e') {
-            begin += 3;
-        } else {
-            return false;
+        const std::size_t dot = LengthOf(".", path, begin);
+        if (dot == 0) {
+            break;
         }
+        begin += dot;
         ++dots;
     }
-    return dots == 1 || dots == 2;
+    return (dots == 1 || dots == 2) && (begin == end || LengthOf(";", path, begin) != 0);
 }
 
 } // namespace
-
-bool SameName(const std::string& left, const std::string& right)
-{
-    return left.size() == right.size() &&
-           std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return Lower(a) == Lower(b); });
-}
-
-bool NameLess::operator()(const std::string& left, const std::string& right) const
-{
-    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [](char a, char b) { return Lower(a) < Lower(b); });
-}
-
-bool IsToken(const std::string& text)
-{
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= '0' && c <= '9') || (Lower(c) >= 'a' && Lower(c) <= 'z') ||
-               (c != '\0' && std::strchr("!#$%&'*+-.^_`|~", c) != nullptr);
-    });
-}
 
 std::string RefusePath(const std::string& path)
 {
@@ -93,11 +86,11 @@ std::string RefusePath(const std::string& path)
     }
     // Servers and proxies on the way resolve dot segments, so the request would reach another resource.
     for (std::size_t begin = 1; begin <= path.size();) {
-        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::size_t end = EndOfSegment(path, begin);
         if (IsDotSegment(path, begin, end)) {
             return "path holds the segment \"" + path.substr(begin, end - begin) + "\"";
         }
-        begin = end + 1;
+        begin = end + (end < path.size() ? LengthOf("/\\", path, end) : 1);
     }
     return std::string();
 }

@@ -2,25 +2,27 @@
 
 #include "keel/Redact.h"
 
-#include "RequestCheck.h"
-
 namespace nexwire {
 namespace host {
 
-std::string WithoutSecrets(const std::string& text)
+namespace {
+
+const Keel::CRedactor& Redactor()
 {
     static const Keel::CRedactor redactor;
-    return redactor.Redact(text);
+    return redactor;
+}
+
+} // namespace
+
+std::string WithoutSecrets(const std::string& text)
+{
+    return Redactor().Redact(text);
 }
 
 bool IsSecretField(const std::string& name)
 {
-    for (const char* secret : {"SID", "Authorization", "Proxy-Authorization", "Cookie", "Set-Cookie"}) {
-        if (SameName(name, secret)) {
-            return true;
-        }
-    }
-    return false;
+    return Redactor().IsSecret(name);
 }
 
 } // namespace host

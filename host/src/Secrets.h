@@ -5,10 +5,10 @@
 namespace nexwire {
 namespace host {
 
-/// `text` with the values of secret JSON keys replaced, as in the log.
+/// `text` with its secrets replaced, as in the log.
 std::string WithoutSecrets(const std::string& text);
 
-/// Whether the header field of that name carries a credential.
+/// Whether the header field of that name carries a secret.
 bool IsSecretField(const std::string& name);
 
 } // namespace host

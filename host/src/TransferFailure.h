@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "Connection.h"
@@ -11,11 +12,20 @@ namespace host {
 /// How much of a body, a path or a redirect target an error text quotes.
 constexpr std::size_t kQuotedBytes = 200;
 
-/// Stores why the transfer failed as the last error; returns false. `name` begins the text, `server` is "host:port".
-bool FailTransfer(CURLcode result, const Connection& connection, const std::string& name, const std::string& server);
+/// What a text about a failure names.
+struct Attempt {
+    std::string name;   ///< Begins the text: verb, path and a colon.
+    std::string server; ///< "host:port"
+    const HttpExecutorOptions& options;
+    std::int32_t allowedMs = 0; ///< Time of the request.
+    bool connectingIsBounded;   ///< The time to connect ends before that of the request.
+};
+
+/// Stores why the transfer ended so (not with an answer) as the last error; returns false.
+bool FailTransfer(httpcore::Ending ending, const Connection& connection, const Attempt& attempt);
 
 /// The same for a complete answer whose status is no success.
-bool FailAnswer(long status, const Connection& connection, const RspInfos& response, const std::string& name,
+bool FailAnswer(const Connection& connection, const RspInfos& response, const std::string& name,
                 const std::string& server);
 
 } // namespace host

@@ -1,7 +1,8 @@
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <set>
+
+#include <keel/StringUtil.h>
 
 #include "src/Services.h"
 
@@ -383,10 +384,7 @@ void Progress(Handling& handling)
 
 std::string Lower(std::string_view text)
 {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
+    return Keel::StringUtil::LowerCase(std::string(text));
 }
 
 struct Filter {

@@ -7,11 +7,12 @@
 #include <boost/beast/http.hpp>
 
 #include <algorithm>
-#include <cctype>
 #include <chrono>
 #include <optional>
 #include <thread>
 #include <vector>
+
+#include <keel/StringUtil.h>
 
 namespace nexwire::simulator {
 namespace {
@@ -31,10 +32,7 @@ std::string Text(beast::string_view view)
 
 std::string LowerCase(beast::string_view view)
 {
-    std::string text(view.data(), view.size());
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
+    return Keel::StringUtil::LowerCase(Text(view));
 }
 
 struct Shared {

@@ -105,7 +105,8 @@ TEST_F(ExchangeRecorder, SecretsStayOutOfTheFileAndStillMatch)
 {
     const auto recorder = Recorder([](RspInfos& response, const RequestParams& request) {
         response.headers = {{"set-cookie", "geheim-1"}, {"Server", "open"}};
-        response.body = "{\"accessToken\":\"geheim-2\",\"n\":" + std::to_string(request.body.size()) + "}";
+        response.body = "{\"url\":\"rtsp://u:geheim-11@h\",\"cardNum\":3,\"accessToken\":\"geheim-2\",\"n\":" +
+                        std::to_string(request.body.size()) + "}";
         if (request.method == 3) {
             Keel::Error::SetLastError({7, 8, "refused: {\"password\":\"geheim-3\"}"});
         }
@@ -113,7 +114,11 @@ TEST_F(ExchangeRecorder, SecretsStayOutOfTheFileAndStillMatch)
     });
     RequestParams request =
         Request(1, "/login", R"({"user":"open","password":"geheim-4","inBuffer":"{\"password\":\"geheim-5\"}"})");
-    request.headers = {{"SID", "geheim-6"}, {"RequstType", "slowThread"}};
+    request.headers = {{"SID", "geheim-6"},
+                       {"RequstType", "slowThread"},
+                       {"X-Auth-Token", "geheim-8"},
+                       {"Referer", "http://user:geheim-9@h/"}};
+    request.params = {{"ticket", "geheim-10"}};
     ASSERT_TRUE(Call(*recorder, request).answered);
     request.method = 3;
     const Outcome failed = Call(*recorder, request);
@@ -124,6 +129,7 @@ TEST_F(ExchangeRecorder, SecretsStayOutOfTheFileAndStillMatch)
     ASSERT_TRUE(Call(*recorder, request).answered);
 
     EXPECT_THAT(Text(), Not(HasSubstr("geheim")));
+    EXPECT_THAT(Text(), HasSubstr("\\\"cardNum\\\":3"));
     EXPECT_THAT(Text(), HasSubstr("slowThread"));
     EXPECT_THAT(Text(), HasSubstr("open"));
 
@@ -188,6 +194,13 @@ TEST_F(ExchangeRecorder, LinesOfManyThreadsAreWholeAndRecordingGoesOn)
             thread.join();
         }
     }
+#ifndef _WIN32
+    const std::string link = m_file + ".link";
+    fs::create_symlink(m_file + ".elsewhere", link);
+    EXPECT_FALSE(RecordingExecutor(nullptr, link).Good());
+    EXPECT_FALSE(fs::exists(m_file + ".elsewhere")) << "what somebody else points to is not made";
+    fs::remove(link);
+#endif
     ReplayExecutor replay(m_file);
     ASSERT_TRUE(replay.Valid()) << replay.Problem();
     EXPECT_EQ(replay.Size(), 400U);

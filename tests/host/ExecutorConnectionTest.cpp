@@ -74,7 +74,7 @@ TEST(ExecutorConnection, NoMoreThanTheAskedNumberIsKept)
 TEST(ExecutorConnection, RequestThatAKeptConnectionSwallowedIsNotRepeated)
 {
     for (const bool reset : {false, true}) {
-        for (const std::int32_t method : {0, 1, 2, 3}) {
+        for (const std::int32_t method : {1, 2, 3}) {
             for (const std::size_t length : {std::size_t{0}, std::size_t{20}, std::size_t{300000}}) {
                 SCOPED_TRACE("method " + std::to_string(method) + ", body of " + std::to_string(length) +
                              (reset ? ", reset" : ", closed"));
@@ -94,6 +94,58 @@ TEST(ExecutorConnection, RequestThatAKeptConnectionSwallowedIsNotRepeated)
             }
         }
     }
+}
+
+TEST(ExecutorConnection, ReadThatAKeptConnectionSwallowedIsRepeatedOnce)
+{
+    for (const bool reset : {false, true}) {
+        SCOPED_TRACE(reset ? "reset" : "closed");
+        RawServer server;
+        HttpRequestExecutor executor(At(server.Base()));
+        const Reply ending = reset ? Reply().Reset() : Reply().Close();
+        ExpectAnswer(Call(executor, Request(0, "/first")), "{}");
+        server.Enqueue(ending);
+        ExpectAnswer(Call(executor, Request(0, "/again", "{\"page\":1}")), "{}");
+        std::vector<RawRequest> requests = server.Requests();
+        ASSERT_EQ(requests.size(), 3U);
+        EXPECT_EQ(requests[2].body, requests[1].body);
+        EXPECT_EQ(requests[2].connection, 1U);
+
+        HttpRequestExecutor other(At(server.Base()));
+        ExpectAnswer(Call(other, Request(0, "/first")), "{}");
+        server.Enqueue(ending);
+        server.Enqueue(ending);
+        ExpectFailure(Call(other, Request(0, "/twice")), HostError::AnswerIncomplete);
+        EXPECT_EQ(server.Requests().size(), 6U);
+    }
+}
+
+// Between the answer and the end of the connection there is a moment in which it looks alive.
+TEST(ExecutorConnection, ServerThatClosesBehindEveryAnswerCostsOneCallAtMost)
+{
+    RawServer server;
+    server.SetDefault(Reply().Send(Reply::HttpBytes(200, "{}")).Close());
+    HttpRequestExecutor executor(At(server.Base()));
+    int failed = 0;
+    for (int i = 0; i < 1000; ++i) {
+        failed += !Call(executor, Request(1, "/p", "{}")).answered;
+    }
+    EXPECT_LE(failed, 1);
+    EXPECT_LE(server.Requests().size(), 1000U) << "nothing is sent twice";
+}
+
+TEST(ExecutorConnection, AfterALossNoConnectionIsKeptForAWhile)
+{
+    RawServer server;
+    HttpRequestExecutor executor(At(server.Base()));
+    ExpectAnswer(Call(executor, Request(1, "/p")), "{}");
+    server.Enqueue(Reply().Close());
+    ExpectFailure(Call(executor, Request(1, "/p")), HostError::NotRepeated);
+    for (int i = 0; i < 3; ++i) {
+        ExpectAnswer(Call(executor, Request(1, "/p")), "{}");
+    }
+    EXPECT_EQ(server.Connections(), 4U);
+    EXPECT_TRUE(server.WaitForOpen(0));
 }
 
 TEST(ExecutorConnection, ConnectionThatDiedOrSpokeWhileIdleIsReplaced)

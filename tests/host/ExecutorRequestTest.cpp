@@ -29,7 +29,7 @@ TEST(ExecutorRequest, EveryVerbWithAndWithoutBodyByteForByte)
         {3, "", "DELETE", ""},
         {1, "", "PUT", "Content-Length: 0\r\n"},
         {0, "{\"picture\":1}", "GET", json + "Content-Length: 13\r\n"},
-        {2, std::string("\0\xff\r\n", 4), "POST", json + "Content-Length: 4\r\n"},
+        {2, std::string("\0\xc3\xa4\r\n", 5), "POST", json + "Content-Length: 5\r\n"},
         {7, "", "PATCH", "Content-Length: 0\r\n"},
         {0, "", "GET", ""},
     };
@@ -124,8 +124,9 @@ TEST(ExecutorRequest, OddPathsPassByteForByte)
 {
     RawServer server;
     HttpRequestExecutor executor(At(server.Base()));
-    for (const std::string path : {"/", "//", "/a//b/", "/%", "/%2F%00%zz", "/\xf0\x9f\x98\x80/\xc3\xa4", "/\xff\xfe",
-                                   "/...", "/.a/..b", "/a&b=c;d,e", "/{x}|\"<>^`'~!$*()[]@:+"}) {
+    for (const std::string path :
+         {"/", "//", "/a//b/", "/%", "/%2F%00%zz", "/\xf0\x9f\x98\x80/\xc3\xa4", "/\xff\xfe", "/...", "/.a/..b",
+          "/a;..", "/..a;", "/a%2fb%5C%2", "/a&b=c;d,e", "/{x}|\"<>^`'~!$*()[]@:+"}) {
         ExpectAnswer(Call(executor, Request(2, path)), "{}");
         EXPECT_EQ(server.Requests().back().target, path);
     }
@@ -152,6 +153,12 @@ TEST(ExecutorRequest, HostileRequestsAreRefusedBeforeAnyConnection)
         {"/..", "the segment \"..\""},
         {"/a/%2e%2E/b", "the segment \"%2e%2E\""},
         {"/a/.%2e", "the segment \".%2e\""},
+        {"/a/..;/b", "the segment \"..;\""},
+        {"/a/..;x=1", "the segment \"..;x=1\""},
+        {"/a/%2e.%3Bx/b", "the segment \"%2e.%3Bx\""},
+        {"/a/.;/b", "the segment \".;\""},
+        {"/a/x%2f..%2Fb", "the segment \"..\""},
+        {"/a/..%5cb", "the segment \"..\""},
     };
     for (const auto& [path, part] : paths) {
         const Outcome outcome = Call(executor, Request(3, path, "{}"));
@@ -182,6 +189,20 @@ TEST(ExecutorRequest, HostileRequestsAreRefusedBeforeAnyConnection)
     }
     ExpectFailure(Call(executor, Request(4, "/p")), HostError::RequestRefused, "method code 4 has no verb");
     EXPECT_EQ(server.Connections(), 0U);
+}
+
+TEST(ExecutorRequest, JsonThatIsNotUtf8IsRefusedAndOtherBytesPass)
+{
+    RawServer server;
+    HttpRequestExecutor executor(At(server.Base()));
+    RequestParams request = Request(2, "/p", "{\"name\":\"\xc3\"}");
+    ExpectFailure(Call(executor, request), HostError::RequestRefused, "the body is JSON and not UTF-8");
+    request.params["content-type"] = "Application/JSON; charset=utf-8";
+    ExpectFailure(Call(executor, request), HostError::RequestRefused, "the body is JSON and not UTF-8");
+    EXPECT_EQ(server.Connections(), 0U);
+    request.params["content-type"] = "multipart/form-data; boundary=x";
+    ExpectAnswer(Call(executor, request), "{}");
+    EXPECT_EQ(server.Requests().back().body, request.body);
 }
 
 TEST(ExecutorOptions, UnusableOnesAreNamedAndFailEveryCall)

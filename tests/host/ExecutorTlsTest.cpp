@@ -12,6 +12,9 @@ TEST(ExecutorTls, CertificatesAreJudged)
     const Certificates& files = Certificates::Get();
     TlsServer server(files.server, files.serverKey, false);
     TlsServer elsewhere(files.elsewhere, files.elsewhereKey, false);
+    TlsServer expired(files.expired, files.serverKey, false);
+    TlsServer early(files.early, files.serverKey, false);
+    TlsServer forClients(files.forClients, files.serverKey, false);
     struct Row {
         const char* what;
         std::string base;
@@ -24,6 +27,9 @@ TEST(ExecutorTls, CertificatesAreJudged)
         {"unknown to the system", server.Base(), "", true, "not trusted"},
         {"signed by somebody else", server.Base(), files.stranger, true, "give the authority that signed it as caFile"},
         {"for another host", elsewhere.Base(), files.authority, true, "does not fit"},
+        {"expired", expired.Base(), files.authority, true, "has expired"},
+        {"not valid yet", early.Base(), files.authority, true, "is not valid yet"},
+        {"for clients", forClients.Base(), files.authority, true, "made for another purpose than serving"},
         {"not a certificate", server.Base(), files.serverKey, true, "caFile cannot be used"},
         {"anything goes", elsewhere.Base(), "", false, ""},
         {"plain HTTP to a TLS port", "http" + server.Base().substr(5), "", true, "HTTP/1"},
@@ -87,9 +93,26 @@ TEST(ExecutorTls, ConnectionIsKeptAndNothingIsRepeated)
     }
     EXPECT_EQ(server.Connections(), 1U);
     server.CloseAfterReading();
-    ExpectFailure(Call(executor, Request(0, "/once")), HostError::NotRepeated);
+    ExpectFailure(Call(executor, Request(1, "/once")), HostError::NotRepeated);
     EXPECT_EQ(server.Requests(), 6U);
     EXPECT_EQ(server.Connections(), 1U);
+}
+
+// Anybody on the way can cut a TCP connection; only the server can send the closing alert.
+TEST(ExecutorTls, OnlyTheClosingAlertEndsAnAnswerOfUndeclaredLength)
+{
+    const Certificates& files = Certificates::Get();
+    TlsServer server(files.server, files.serverKey, false);
+    HttpExecutorOptions options = At(server.Base());
+    options.caFile = files.authority;
+    HttpRequestExecutor executor(options);
+    const std::string head = "HTTP/1.1 200 OK\r\n";
+    server.AnswerAndClose(head + "\r\nabc", true);
+    ExpectAnswer(Call(executor, Request(0, "/p")), "abc");
+    server.AnswerAndClose(head + "\r\nabc", false);
+    ExpectFailure(Call(executor, Request(0, "/p")), HostError::AnswerIncomplete);
+    server.AnswerAndClose(head + "Content-Length: 3\r\n\r\nabc", false);
+    ExpectAnswer(Call(executor, Request(0, "/p")), "abc");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <list>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 
@@ -55,14 +56,14 @@ void Extend(X509* certificate, X509* issuer, int id, const std::string& value)
 
 // Without an issuer it signs itself and is an authority.
 Certificate MakeCertificate(const std::string& name, const std::string& subject, EVP_PKEY* key, X509* issuer,
-                            EVP_PKEY* issuerKey)
+                            EVP_PKEY* issuerKey, long startsInHours = -1, const char* purpose = nullptr)
 {
     Certificate made(X509_new(), &X509_free);
     static long serial = 1;
     X509_set_version(made.get(), 2);
     ASN1_INTEGER_set(X509_get_serialNumber(made.get()), serial++);
-    X509_gmtime_adj(X509_getm_notBefore(made.get()), -3600);
-    X509_gmtime_adj(X509_getm_notAfter(made.get()), 3600);
+    X509_gmtime_adj(X509_getm_notBefore(made.get()), startsInHours * 3600);
+    X509_gmtime_adj(X509_getm_notAfter(made.get()), startsInHours * 3600 + 7200);
     X509_set_pubkey(made.get(), key);
     X509_NAME_add_entry_by_txt(X509_get_subject_name(made.get()), "CN", MBSTRING_UTF8,
                                reinterpret_cast<const unsigned char*>(name.c_str()), -1, -1, 0);
@@ -71,6 +72,9 @@ Certificate MakeCertificate(const std::string& name, const std::string& subject,
     Extend(made.get(), signer, NID_basic_constraints, issuer != nullptr ? "CA:FALSE" : "critical,CA:TRUE");
     if (!subject.empty()) {
         Extend(made.get(), signer, NID_subject_alt_name, subject);
+    }
+    if (purpose != nullptr) {
+        Extend(made.get(), signer, NID_ext_key_usage, purpose);
     }
     Need(X509_sign(made.get(), issuerKey, EVP_sha256()) > 0, "signature");
     return made;
@@ -122,6 +126,15 @@ Certificates MakeAll()
     const Key serverKey = MakeKey();
     all.server = Write(all.folder, "server.pem", issue("server", "IP:127.0.0.1", serverKey.get()).get());
     all.serverKey = Write(all.folder, "server.key", serverKey.get());
+    const auto faulty = [&](const char* file, long startsInHours, const char* purpose) {
+        return Write(all.folder, file,
+                     MakeCertificate("faulty", "IP:127.0.0.1", serverKey.get(), authority.get(), authorityKey.get(),
+                                     startsInHours, purpose)
+                         .get());
+    };
+    all.expired = faulty("expired.pem", -10, nullptr);
+    all.early = faulty("early.pem", 10, nullptr);
+    all.forClients = faulty("clients.pem", -1, "clientAuth");
     const Key otherKey = MakeKey();
     all.elsewhere = Write(all.folder, "other.pem", issue("other", "DNS:elsewhere.example", otherKey.get()).get());
     all.elsewhereKey = Write(all.folder, "other.key", otherKey.get());
@@ -150,6 +163,7 @@ const Certificates& Certificates::Get()
 class TlsServer::Impl {
 public:
     using Stream = asio::ssl::stream<tcp::socket>;
+    enum class Ending { None, Plain, Alert };
 
     struct Session : std::enable_shared_from_this<Session> {
         Session(Impl& server, tcp::socket socket) : impl(server), stream(std::move(socket), server.tls) {}
@@ -183,18 +197,39 @@ public:
 
         void Write()
         {
-            static const std::string answer = "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure";
+            {
+                const std::lock_guard<std::mutex> lock(impl.mutex);
+                answer = impl.answer;
+                ending = impl.ending;
+            }
             asio::async_write(stream, asio::buffer(answer),
                               [self = shared_from_this()](const error_code& error, std::size_t) {
                                   if (!error) {
-                                      self->Read();
+                                      self->GoOn();
                                   }
                               });
+        }
+
+        void GoOn()
+        {
+            switch (ending) {
+            case Ending::None:
+                Read();
+                break;
+            case Ending::Plain:
+                stream.lowest_layer().close();
+                break;
+            case Ending::Alert:
+                stream.async_shutdown([self = shared_from_this()](const error_code&) {});
+                break;
+            }
         }
 
         Impl& impl;
         Stream stream;
         asio::streambuf input;
+        std::string answer;
+        Ending ending = Ending::None;
     };
 
     Impl(const std::string& certificate, const std::string& key, bool askForClient)
@@ -231,6 +266,9 @@ public:
     std::atomic<std::size_t> connections{0};
     std::atomic<std::size_t> requests{0};
     std::atomic<bool> closing{false};
+    std::mutex mutex; ///< Guards what follows.
+    std::string answer = "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure";
+    Ending ending = Ending::None;
     std::thread thread;
 };
 
@@ -259,6 +297,13 @@ std::size_t TlsServer::Requests() const
 void TlsServer::CloseAfterReading()
 {
     m_impl->closing = true;
+}
+
+void TlsServer::AnswerAndClose(const std::string& bytes, bool withAlert)
+{
+    const std::lock_guard<std::mutex> lock(m_impl->mutex);
+    m_impl->answer = bytes;
+    m_impl->ending = withAlert ? Impl::Ending::Alert : Impl::Ending::Plain;
 }
 
 } // namespace host_test

@@ -16,6 +16,10 @@ struct Certificates {
     std::string serverKey;
     std::string elsewhere; ///< For elsewhere.example.
     std::string elsewhereKey;
+    // For 127.0.0.1, with the server's key, and each with one fault.
+    std::string expired;
+    std::string early;      ///< Not valid yet.
+    std::string forClients; ///< Made for clients only.
     std::string client;
     std::string clientKey; ///< Opened by `kPassphrase`.
 
@@ -34,6 +38,9 @@ public:
     std::size_t Connections() const; ///< Completed handshakes.
     std::size_t Requests() const;
     void CloseAfterReading(); ///< From the next request on.
+    /// From the next request on: answers with these bytes, then ends the connection, with TLS's closing alert or
+    /// without.
+    void AnswerAndClose(const std::string& bytes, bool withAlert);
 
 private:
     class Impl;

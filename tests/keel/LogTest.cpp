@@ -1,6 +1,10 @@
 #include <cstdlib>
 #include <thread>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -149,10 +153,10 @@ TEST_F(LogFile, ALineHasLevelNameMessageAndPlace)
 
 TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
 {
-    const std::string message = R"([body - {"data":"{\"superPassword\":\"hunter2\",\"doorSecret\":\"sesame\"}"}])";
+    const std::string message = R"([body - {"data":"{\"superPassword\":\"hunter2\",\"doorBadge\":\"sesame\"}"}])";
     ASSERT_TRUE(Log().Configure(m_config));
     Log().Error("", message, LOG4CXX_LOCATION);
-    m_config.extraSecretKeys = {"doorSecret"};
+    m_config.extraSecretKeys = {"doorBadge"};
     ASSERT_TRUE(Log().Configure(m_config));
     Log().Info("", message, LOG4CXX_LOCATION);
     m_config.redact = false;
@@ -161,10 +165,69 @@ TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
 
     const std::vector<std::string> lines = Lines();
     ASSERT_EQ(lines.size(), 3U);
-    EXPECT_THAT(lines[0], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorSecret\":\"sesame\"}"})"));
-    EXPECT_THAT(lines[1], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorSecret\":\"***\"}"})"));
+    EXPECT_THAT(lines[0], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorBadge\":\"sesame\"}"})"));
+    EXPECT_THAT(lines[1], HasSubstr(R"({"data":"{\"superPassword\":\"***\",\"doorBadge\":\"***\"}"})"));
     EXPECT_THAT(lines[2], HasSubstr(message));
 }
+
+// Otherwise a server could write entries of its own, or move the cursor of whoever reads the log.
+TEST_F(LogFile, AMessageIsOneLineWithoutControlCharacters)
+{
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Error("", "a\n2024-05-01 12:00:00.000 ERROR forged\r\tb\x1B[2Jc\x7F\xC2\x9B\xE2\x80\xA8\xE2\x80\xAE\\n门",
+                LOG4CXX_LOCATION);
+    const std::vector<std::string> lines = Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_THAT(lines[0],
+                HasSubstr(R"(a\n2024-05-01 12:00:00.000 ERROR forged\r\tb\x1B[2Jc\x7F\u009B\u2028\u202E\n门 [)"));
+}
+
+TEST_F(LogFile, AMessageIsCutAtTheCapWithoutItsSecrets)
+{
+    m_config.maxMessageBytes = 100;
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Error("", std::string(100, 'x'), LOG4CXX_LOCATION);
+    Log().Error("", std::string(99, 'x') + "门yy", LOG4CXX_LOCATION);
+    Log().Error("", std::string(85, 'x') + "\"token\":\"hunter2 and more\"", LOG4CXX_LOCATION);
+    m_config.maxMessageBytes = details::LogConfig().maxMessageBytes;
+    ASSERT_TRUE(Log().Configure(m_config));
+    Log().Error("", std::string(5U << 20U, 'x'), LOG4CXX_LOCATION);
+    const std::vector<std::string> lines = Lines();
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_THAT(lines[0], HasSubstr(std::string(100, 'x') + " ["));
+    EXPECT_THAT(lines[1], HasSubstr("root " + std::string(99, 'x') + "... [5 of 104 bytes left out] ["));
+    EXPECT_THAT(lines[2], HasSubstr("x\"token\":\"***... ["));
+    EXPECT_THAT(lines[2], Not(HasSubstr("hunt")));
+    EXPECT_THAT(lines[3], HasSubstr("x... [4194304 of 5242880 bytes left out]"));
+    EXPECT_LT(lines[3].size(), (1U << 20U) + 500);
+}
+
+#ifndef _WIN32
+TEST_F(LogFile, FilesAreForTheirOwnerOnlyAndNoLinkIsFollowed)
+{
+    const mode_t former = umask(0);
+    m_config.maxFileBytes = 200;
+    EXPECT_TRUE(Log().Configure(m_config));
+    for (int i = 0; i < 10; ++i) {
+        Log().Info("", std::string(150, 'x'), LOG4CXX_LOCATION);
+    }
+    umask(former);
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path())) {
+        EXPECT_EQ(entry.status().permissions(),
+                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write)
+            << entry.path();
+        ++files;
+    }
+    EXPECT_GE(files, 3U);
+
+    LogConfig linked = m_config;
+    linked.file = m_folder.File("link.log");
+    std::filesystem::create_symlink(m_folder.File("elsewhere"), linked.file);
+    EXPECT_FALSE(Log().Configure(linked));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.File("elsewhere")));
+}
+#endif
 
 TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
 {
@@ -199,14 +262,16 @@ TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
     none.maxBackups = 0;
     LogConfig unknown = m_config;
     unknown.level = static_cast<LogLevel>(9);
-    for (const LogConfig& config : {unwritable, empty, many, none, unknown}) {
+    LogConfig mute = m_config;
+    mute.maxMessageBytes = 0;
+    for (const LogConfig& config : {unwritable, empty, many, none, unknown, mute}) {
         Error::SetLastError(Error::ErrorCode());
         EXPECT_FALSE(Log().Configure(config));
         EXPECT_EQ(Error::GetLastError().category, Error::kKeelModule);
         EXPECT_EQ(Error::GetLastError().number, details::kLogNotConfigured);
         Log().Info("", "still here", LOG4CXX_LOCATION);
     }
-    EXPECT_EQ(Lines().size(), 5U);
+    EXPECT_EQ(Lines().size(), 6U);
 }
 
 TEST_F(LogFile, ThreadsDoNotMixTheirLines)

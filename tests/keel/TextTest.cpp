@@ -64,6 +64,17 @@ TEST(StringUtil, ErasesControlsAndWhatIsNotUtf8)
     }
 }
 
+TEST(StringUtil, TellsUtf8)
+{
+    for (const std::string text : {"", "a", "门", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF", "\xC2\x80"}) {
+        EXPECT_TRUE(StringUtil::IsUtf8(text)) << text;
+    }
+    for (const std::string text : {"\xFF", "\xC3", "a\xE9\x97", "seven a\xFF", "eight aa\xFF", "\xC0\x80",
+                                   "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"}) {
+        EXPECT_FALSE(StringUtil::IsUtf8(text)) << text;
+    }
+}
+
 TEST(Encrypt, Base64)
 {
     const struct {

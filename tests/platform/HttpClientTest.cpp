@@ -177,7 +177,9 @@ TEST(HttpClient, BrokenAnswersLeaveNothingBehind)
         {"head cut", Reply().Send(kStatus + "Content-Le").Close()},
         {"head not ended", Reply().Send(kStatus + "Content-Length: 0\r\n").Close()},
         {"interim answer only", Reply().Send("HTTP/1.1 100 Continue\r\n\r\n").Close()},
-        {"other protocol", Reply().Send("HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n\r\nabc").Close()},
+        {"other protocol", Reply().Send("HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n\r\nabc").Hang()},
+        {"two lengths", Reply().Send(kStatus + "Content-Length: 1\r\nContent-Length: 2\r\n\r\nab").Hang()},
+        {"bare line feeds", Reply().Send("HTTP/1.1 200 OK\nContent-Length: 2\n\nab").Hang()},
         {"body cut", Reply().Send(head + "123").Close()},
         {"body reset", Reply().Send(head + "123").Wait(20ms).Reset()},
         {"chunk cut", Reply().Send(kChunks + "5\r\nabc").Close()},
@@ -378,6 +380,18 @@ TEST(HttpClient, ReplacesAKeptConnectionThatTheServerClosed)
         std::this_thread::sleep_for(20ms);
     }
     EXPECT_EQ(server.Connections(), 3u);
+}
+
+TEST(HttpClient, ServerThatClosesBehindEveryAnswerCostsOneCallAtMost)
+{
+    RawServer server;
+    server.SetDefault(Reply().Send(Reply::HttpBytes(200, "{}")).Close());
+    int failed = 0;
+    for (int i = 0; i < 1000; ++i) {
+        failed += !Send(Post(server.Base(), "{}")).sent;
+    }
+    EXPECT_LE(failed, 1);
+    EXPECT_LE(server.Requests().size(), 1000u) << "nothing is sent twice";
 }
 
 TEST(HttpClient, NeverSendsARequestTwice)

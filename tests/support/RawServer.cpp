@@ -1,7 +1,6 @@
 #include "support/RawServer.h"
 
 #include <algorithm>
-#include <cctype>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -12,23 +11,19 @@
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/write.hpp>
 
+#include <keel/StringUtil.h>
+
 namespace test_support {
 
 namespace asio = boost::asio;
 using asio::ip::tcp;
 using boost::system::error_code;
+using Keel::StringUtil::LowerCase;
 using std::chrono::milliseconds;
 
 namespace {
 
 const tcp::endpoint kAnyPort(asio::ip::address_v4::loopback(), 0);
-
-std::string Lower(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
 
 std::string Trim(const std::string& text)
 {
@@ -60,7 +55,7 @@ void ParseHead(RawRequest& request)
 // How many bytes of `rest` belong to the body; npos when more must come first.
 std::size_t BodyEnd(const RawRequest& request, const std::string& rest)
 {
-    if (Lower(request.Value("Transfer-Encoding")) == "chunked") {
+    if (LowerCase(request.Value("Transfer-Encoding")) == "chunked") {
         const std::size_t last = rest.rfind("0\r\n\r\n", 0) == 0 ? 0 : rest.find("\r\n0\r\n\r\n");
         return last == std::string::npos ? last : last + (last == 0 ? 5 : 7);
     }
@@ -145,7 +140,7 @@ std::vector<std::string> RawRequest::Values(const std::string& name) const
 {
     std::vector<std::string> values;
     for (const auto& field : fields) {
-        if (Lower(field.first) == Lower(name)) {
+        if (LowerCase(field.first) == LowerCase(name)) {
             values.push_back(field.second);
         }
     }

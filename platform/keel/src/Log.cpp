@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <mutex>
 #include <shared_mutex>
@@ -18,14 +17,18 @@
 #include <log4cxx/helpers/transcoder.h>
 #include <log4cxx/level.h>
 #include <log4cxx/patternlayout.h>
+#include <log4cxx/rolling/action.h>
 #include <log4cxx/rolling/fixedwindowrollingpolicy.h>
 #include <log4cxx/rolling/rollingfileappender.h>
+#include <log4cxx/rolling/rolloverdescription.h>
 #include <log4cxx/rolling/sizebasedtriggeringpolicy.h>
 #include <log4cxx/spi/loggingevent.h>
 
 #include "keel/Error.h"
+#include "keel/PrivateFile.h"
 #include "keel/Redact.h"
 #include "keel/SingletonImpl.h"
+#include "keel/StringUtil.h"
 
 #include "Utf8Scope.h"
 
@@ -48,6 +51,44 @@ log4cxx::LayoutPtr NewLayout()
         LOG4CXX_STR("%d{yyyy-MM-dd HH:mm:ss.SSS} %-5p [%t] %c %m [%F:%L %M]%n"));
 }
 
+/// What a policy does to roll over, and then the new file, for its owner only: log4cxx would make it for everybody.
+class RollThenMake : public log4cxx::rolling::Action {
+public:
+    RollThenMake(log4cxx::rolling::ActionPtr roll, std::string file) : m_roll(std::move(roll)), m_file(std::move(file))
+    {
+    }
+
+    bool execute(log4cxx::helpers::Pool& pool) const override
+    {
+        return (m_roll == nullptr || m_roll->execute(pool)) && MakePrivateFile(m_file);
+    }
+
+private:
+    const log4cxx::rolling::ActionPtr m_roll;
+    const std::string m_file;
+};
+
+class PrivateRollingPolicy : public log4cxx::rolling::FixedWindowRollingPolicy {
+public:
+    explicit PrivateRollingPolicy(std::string file) : m_file(std::move(file)) {}
+
+    log4cxx::rolling::RolloverDescriptionPtr rollover(const log4cxx::LogString& activeFile, const bool append,
+                                                      log4cxx::helpers::Pool& pool) override
+    {
+        const log4cxx::rolling::RolloverDescriptionPtr usual =
+            FixedWindowRollingPolicy::rollover(activeFile, append, pool);
+        if (usual == nullptr) {
+            return usual;
+        }
+        return std::make_shared<log4cxx::rolling::RolloverDescription>(
+            usual->getActiveFileName(), usual->getAppend(),
+            std::make_shared<RollThenMake>(usual->getSynchronous(), m_file), usual->getAsynchronous());
+    }
+
+private:
+    const std::string m_file;
+};
+
 /// Shifts the full file to `file`.1, that one to `file`.2 and so on.
 log4cxx::rolling::RollingPolicyPtr NewPolicy(const LogConfig& config)
 {
@@ -55,7 +96,7 @@ log4cxx::rolling::RollingPolicyPtr NewPolicy(const LogConfig& config)
     for (const char c : config.file) {
         pattern.append(c == '%' ? 2 : 1, c);
     }
-    const auto policy = std::make_shared<log4cxx::rolling::FixedWindowRollingPolicy>();
+    const auto policy = std::make_shared<PrivateRollingPolicy>(config.file);
     policy->setFileNamePattern(LogText(pattern + ".%i"));
     policy->setMinIndex(1);
     policy->setMaxIndex(config.maxBackups);
@@ -79,7 +120,7 @@ log4cxx::rolling::TriggeringPolicyPtr NewTrigger(const LogConfig& config)
 /// Where messages go, as one configuration has it.
 class Sink {
 public:
-    explicit Sink(const LogConfig& config) : m_console(config.console)
+    explicit Sink(const LogConfig& config) : m_console(config.console), m_maxMessageBytes(config.maxMessageBytes)
     {
         if (config.redact) {
             m_redactor = std::make_unique<CRedactor>(config.extraSecretKeys);
@@ -107,10 +148,8 @@ public:
     void Write(const log4cxx::LevelPtr& level, const std::string& name, const std::string& message,
                const log4cxx::spi::LocationInfo& where)
     {
-        std::string redacted;
-        const bool changed = m_redactor && m_redactor->Redact(message, redacted);
         const auto event = std::make_shared<log4cxx::spi::LoggingEvent>(
-            name.empty() ? LOG4CXX_STR("root") : LogText(name), level, LogText(changed ? redacted : message), where);
+            name.empty() ? LOG4CXX_STR("root") : LogText(name), level, LogText(Shown(message)), where);
         log4cxx::helpers::Pool pool;
         for (const log4cxx::AppenderPtr& appender : m_appenders) {
             appender->doAppend(event, pool);
@@ -121,7 +160,7 @@ public:
     void WriteLate(const std::string& message)
     {
         if (m_console) {
-            const std::string line = "ERROR " + (m_redactor ? m_redactor->Redact(message) : message) + "\n";
+            const std::string line = "ERROR " + Shown(message) + "\n";
             std::fwrite(line.data(), 1, line.size(), stderr);
         }
     }
@@ -135,7 +174,28 @@ public:
     }
 
 private:
+    /// The message as it may be read: not longer than the cap, without secrets, on one line.
+    std::string Shown(const std::string& message) const
+    {
+        std::string shown;
+        if (message.size() > m_maxMessageBytes) {
+            auto end = static_cast<std::size_t>(m_maxMessageBytes);
+            while (end > 0 && (static_cast<unsigned char>(message[end]) & 0xC0U) == 0x80U) {
+                --end; // Not within a character.
+            }
+            // What the cut leaves of a secret is replaced as well.
+            const std::string part(message, 0, end);
+            shown = m_redactor ? m_redactor->Redact(part) : part;
+            shown += "... [" + std::to_string(message.size() - end) + " of " + std::to_string(message.size()) +
+                     " bytes left out]";
+        } else if (!m_redactor || !m_redactor->Redact(message, shown)) {
+            return StringUtil::SingleLine(message);
+        }
+        return StringUtil::SingleLine(shown);
+    }
+
     bool m_console;
+    std::uint64_t m_maxMessageBytes;
     std::unique_ptr<CRedactor> m_redactor;
     std::vector<log4cxx::AppenderPtr> m_appenders;
 };
@@ -246,6 +306,9 @@ std::string WhyNot(const LogConfig& config)
     if (config.level < LogLevel::Off || config.level > LogLevel::Info) {
         return "unknown level " + std::to_string(static_cast<std::int32_t>(config.level));
     }
+    if (config.maxMessageBytes == 0) {
+        return "message size 0";
+    }
     if (config.file.empty()) {
         return std::string();
     }
@@ -256,8 +319,7 @@ std::string WhyNot(const LogConfig& config)
         return std::to_string(config.maxBackups) + " backups, not 1 to " + std::to_string(kMaxBackups);
     }
     // log4cxx reports a file it cannot open on stderr only.
-    errno = 0;
-    if (!std::ofstream(std::filesystem::u8path(config.file), std::ios::app)) {
+    if (!MakePrivateFile(config.file)) {
         return "cannot write \"" + config.file + "\": " + std::generic_category().message(errno);
     }
     return std::string();

@@ -1,9 +1,13 @@
 #include "keel/Redact.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
+#include <iterator>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
+
+#include "keel/Encrypt.h"
+#include "keel/StringUtil.h"
 
 namespace Keel {
 namespace {
@@ -11,10 +15,74 @@ namespace {
 constexpr std::size_t kMaxKeyLength = 256; ///< Longer texts are not taken for keys.
 constexpr std::string_view kMask = "***";
 constexpr std::string_view kPlurals[] = {"", "s", "list", "lists"};
+constexpr int kMaxOpened = 3; ///< Base64 in JSON in Base64, so often.
+
+/// What the name of a value says about it.
+enum class Secrecy {
+    None,
+    Texts, ///< A text, or a list of texts. A number under such a name counts something.
+    All    ///< Whatever it is, except true, false and null.
+};
+
+// Words that make a secret of a name which ends with one of them, digits and plurals aside. Lower case.
+constexpr std::string_view kEndings[] = {"password", "passwd", "pwd",    "passphrase", "passcode",  "pass",
+                                         "token",    "secret", "ticket", "jwt",        "privatekey"};
+// Of these, the ones that do so anywhere in a name, for texts.
+constexpr std::string_view kAnywhere[] = {"password", "passwd", "pwd", "passphrase", "passcode"};
+// Unless the name ends like this: what is said about a password is no password.
+constexpr std::string_view kAbout[] = {"level",    "strength", "type",     "len",    "length",   "count",    "num",
+                                       "number",   "times",    "time",     "days",   "date",     "expire",   "expired",
+                                       "expiry",   "enable",   "enabled",  "status", "state",    "mode",     "policy",
+                                       "rule",     "min",      "max",      "flag",   "error",    "limit",    "period",
+                                       "interval", "validity", "encoding", "format", "required", "supported"};
+// Names that end with "pass" and mean a way or an outcome.
+constexpr std::string_view kNoPassword[] = {"bypass", "compass", "overpass", "underpass", "ispass", "antipass"};
+// Texts of devices that may travel as Base64.
+constexpr std::string_view kCarriers[] = {"inbuffer", "outbuffer", "condbuffer", "statusbuffer"};
 
 bool IsOneOf(char c, std::string_view set)
 {
     return set.find(c) != std::string_view::npos;
+}
+
+template <std::size_t size>
+bool Holds(const std::string_view (&list)[size], std::string_view text)
+{
+    return std::find(std::begin(list), std::end(list), text) != std::end(list);
+}
+
+bool EndsWith(std::string_view text, std::string_view end)
+{
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+template <std::size_t size>
+bool EndsWithOne(std::string_view text, const std::string_view (&ends)[size])
+{
+    return std::any_of(std::begin(ends), std::end(ends), [&](std::string_view end) { return EndsWith(text, end); });
+}
+
+/// What the words of a name say, lower case and without fillers.
+Secrecy JudgeWords(std::string_view name)
+{
+    for (const std::string_view plural : kPlurals) {
+        if (!EndsWith(name, plural)) {
+            continue;
+        }
+        std::string_view stem = name.substr(0, name.size() - plural.size());
+        while (!stem.empty() && stem.back() >= '0' && stem.back() <= '9') {
+            stem.remove_suffix(1);
+        }
+        if (EndsWithOne(stem, kEndings) && !EndsWithOne(stem, kNoPassword)) {
+            return Secrecy::All;
+        }
+    }
+    const bool named = std::any_of(std::begin(kAnywhere), std::end(kAnywhere),
+                                   [name](std::string_view word) { return name.find(word) != std::string_view::npos; });
+    return named && !EndsWithOne(name, kAbout) &&
+                   !(EndsWith(name, "s") && EndsWithOne(name.substr(0, name.size() - 1), kAbout))
+               ? Secrecy::Texts
+               : Secrecy::None;
 }
 
 /// Writes the lower-case key without fillers to `normalised`, which has room for it, and gives its length.
@@ -23,7 +91,7 @@ std::size_t Normalise(std::string_view key, char* normalised)
     std::size_t length = 0;
     for (const char c : key) {
         if (c != '_' && c != '-') {
-            normalised[length++] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            normalised[length++] = StringUtil::LowerCase(c);
         }
     }
     return length;
@@ -42,6 +110,44 @@ Quote Judge(std::size_t run, std::size_t level)
         return Quote::Closing;
     }
     return rest == 2 * level + 1 ? Quote::Content : Quote::Outer;
+}
+
+void AppendUtf8(std::string& text, std::uint32_t code)
+{
+    if (code < 0x80) {
+        text += static_cast<char>(code);
+        return;
+    }
+    if (code < 0x800) {
+        text += static_cast<char>(0xC0U | code >> 6U);
+    } else {
+        text += static_cast<char>(0xE0U | code >> 12U);
+        text += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
+    }
+    text += static_cast<char>(0x80U | (code & 0x3FU));
+}
+
+/// Quotes that are spelled "\u0022" as "\"", at every level of escaping; false when there is none. One level out, n
+/// backslashes before such a letter stand for 2n - 1 before a quote.
+bool PlainQuotes(const std::string& text, std::string& plain)
+{
+    static const std::string spelled = "u0022";
+    std::size_t copied = 0;
+    for (std::size_t at = text.find(spelled); at != std::string::npos; at = text.find(spelled, at + 1)) {
+        std::size_t run = 0;
+        while (run < at - copied && text[at - run - 1] == '\\') {
+            ++run;
+        }
+        if (run != 0 && (run & (run - 1)) == 0) { // Level by level the run doubles.
+            plain.append(text, copied, at - copied).append(run - 1, '\\').append(1, '"');
+            copied = at + spelled.size();
+        }
+    }
+    if (copied == 0) {
+        return false;
+    }
+    plain.append(text, copied, std::string::npos);
+    return true;
 }
 
 /// Finds things in a text. Every search goes forward from `at`.
@@ -137,14 +243,103 @@ public:
         return at;
     }
 
-    /// End of what may be a key: at its closing quote or that one's backslashes; the end when there is none near.
-    std::size_t EndOfKey(std::size_t at) const
+    /// Reads what may be a key and begins at `at`: `close` is its closing quote, `level` counts the backslashes before
+    /// that. Escapes of the form \uXXXX are decoded into `decoded`, which `key` then shows. False when it is no key.
+    bool ReadKey(std::size_t at, std::string_view& key, std::string& decoded, std::size_t& close,
+                 std::size_t& level) const
     {
-        const std::size_t limit = std::min(m_text.size(), at + kMaxKeyLength + 1);
-        while (at < limit && m_text[at] != '"' && m_text[at] != '\\') {
-            ++at;
+        const std::size_t begin = at;
+        std::size_t copied = at;
+        decoded.clear();
+        for (std::size_t length = 0; at < m_text.size() && length <= kMaxKeyLength; ++length) {
+            if (m_text[at] != '"' && m_text[at] != '\\') {
+                ++at;
+                continue;
+            }
+            close = SkipBackslashes(at);
+            level = close - at;
+            if (Has(close, '"')) {
+                key = std::string_view(m_text).substr(begin, at - begin);
+                if (copied != begin) {
+                    key = decoded.append(m_text, copied, at - copied);
+                }
+                return true;
+            }
+            std::uint32_t code = 0;
+            if (!ReadEscape(close, code)) {
+                return false;
+            }
+            AppendUtf8(decoded.append(m_text, copied, at - copied), code);
+            at = copied = close + 5;
         }
-        return at < limit ? at : m_text.size();
+        return false;
+    }
+
+    /// Whether "uXXXX" stands at `at`.
+    bool ReadEscape(std::size_t at, std::uint32_t& code) const
+    {
+        if (m_text.size() - at < 5 || m_text[at] != 'u') {
+            return false;
+        }
+        for (std::size_t i = at + 1; i < at + 5; ++i) {
+            const char c = m_text[i];
+            const bool digit = c >= '0' && c <= '9';
+            const bool letter = (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+            if (!digit && !letter) {
+                return false;
+            }
+            code = code << 4U | static_cast<std::uint32_t>(digit ? c - '0' : (c & 0x5F) - 'A' + 10);
+        }
+        return true;
+    }
+
+    /// End of user and password of an address whose authority begins at `at`; `at` when it has none. A slash in a
+    /// password counts to it where what stands before cannot be host and port. Moves `at` to where it has looked.
+    std::size_t EndOfUser(std::size_t& at) const
+    {
+        const std::size_t begin = at;
+        std::size_t end = begin;
+        std::size_t colon = std::string::npos;
+        bool host = true; // What stands between colon and slash may be a port.
+        for (; at < m_text.size(); ++at) {
+            std::size_t plain = SkipBackslashes(at);
+            const char c = plain < m_text.size() ? m_text[plain] : '"';
+            if (static_cast<unsigned char>(c) <= 0x20 || IsOneOf(c, "\"<>") || (plain != at && IsOneOf(c, "nrt"))) {
+                break;
+            }
+            if (c == '@') {
+                end = plain;
+            } else if (IsOneOf(c, "/?#")) {
+                if ((c != '/' && end != begin) || host || m_text[begin] == '[') {
+                    break;
+                }
+            } else if (c == ':' && colon == std::string::npos) {
+                colon = plain;
+            } else if (colon != std::string::npos && (c < '0' || c > '9')) {
+                host = false;
+            }
+            at = plain;
+        }
+        return at == m_text.size() && end == begin && !host && m_text[begin] != '[' ? at : end;
+    }
+
+    /// Gathers the Base64 that begins at `at`, slashes perhaps escaped, and gives its end.
+    std::size_t ReadBase64(std::size_t at, std::string& base64) const
+    {
+        for (; at < m_text.size(); ++at) {
+            const std::size_t letter = SkipBackslashes(at);
+            if (Has(letter, '/')) {
+                at = letter;
+            }
+            const char c = m_text[at];
+            const bool in = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' ||
+                            c == '/' || c == '=';
+            if (!in) {
+                break;
+            }
+            base64 += c;
+        }
+        return at;
     }
 
 private:
@@ -164,11 +359,10 @@ private:
 } // namespace
 
 struct CRedactor::Keys {
-    std::unordered_set<std::string> keys;
+    std::unordered_map<std::string, Secrecy> keys;
     std::size_t longest = 0;
-    std::size_t shortest = kMaxKeyLength;
 
-    void Add(const std::string& key)
+    void Add(const std::string& key, Secrecy secrecy)
     {
         if (key.size() > kMaxKeyLength) {
             return;
@@ -176,41 +370,96 @@ struct CRedactor::Keys {
         char buffer[kMaxKeyLength];
         const std::size_t length = Normalise(key, buffer);
         if (length > 0) {
-            keys.emplace(buffer, length);
+            keys.emplace(std::string(buffer, length), secrecy);
             longest = std::max(longest, length);
-            shortest = std::min(shortest, length);
         }
     }
 
-    bool Contains(std::string_view key) const
+    Secrecy Judge(std::string_view key) const
     {
-        if (key.size() < shortest || key.size() > kMaxKeyLength) {
-            return false;
-        }
         char buffer[kMaxKeyLength];
-        const std::string_view whole(buffer, Normalise(key, buffer));
-        if (whole.size() > longest + kPlurals[3].size()) {
-            return false;
+        if (key.size() > sizeof buffer) {
+            return Secrecy::None;
         }
-        for (const std::string_view plural : kPlurals) {
-            const std::size_t length = whole.size() - std::min(whole.size(), plural.size());
-            if (length >= shortest && whole.substr(length) == plural &&
-                keys.count(std::string(whole.substr(0, length))) != 0) {
-                return true;
+        const std::string_view name(buffer, Normalise(key, buffer));
+        if (name.size() <= longest + kPlurals[3].size()) {
+            for (const std::string_view plural : kPlurals) {
+                if (EndsWith(name, plural)) {
+                    const auto found = keys.find(std::string(name.substr(0, name.size() - plural.size())));
+                    if (found != keys.end()) {
+                        return found->second;
+                    }
+                }
             }
         }
+        return JudgeWords(name);
+    }
+
+    static bool IsCarrier(std::string_view key)
+    {
+        char buffer[kMaxKeyLength];
+        return key.size() <= sizeof buffer && Holds(kCarriers, std::string_view(buffer, Normalise(key, buffer)));
+    }
+
+    bool Redact(const std::string& text, std::string& redacted, int opened) const;
+    bool RedactPlain(const std::string& text, std::string& redacted, int opened) const;
+    bool RedactBase64(const std::string& base64, std::string& redacted, int opened) const;
+};
+
+namespace {
+
+/// Replaces user and password of the addresses in a text.
+bool RedactAddresses(const std::string& text, std::string& redacted)
+{
+    if (text.find('@') == std::string::npos) {
         return false;
     }
-};
+    const Scanner scanner(text);
+    std::string result;
+    std::size_t copied = 0;
+    for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
+        // "://", slashes perhaps escaped.
+        std::size_t begin = scanner.SkipBackslashes(colon + 1);
+        if (!scanner.Has(begin, '/')) {
+            continue;
+        }
+        begin = scanner.SkipBackslashes(begin + 1);
+        if (!scanner.Has(begin, '/')) {
+            continue;
+        }
+        ++begin;
+        std::size_t seen = begin;
+        const std::size_t user = scanner.EndOfUser(seen);
+        if (user > begin) {
+            result.append(text, copied, begin - copied).append(kMask);
+            copied = user;
+        }
+        colon = std::max(user, seen) - 1;
+    }
+    if (copied == 0) {
+        return false;
+    }
+    result.append(text, copied, std::string::npos);
+    if (result == text) {
+        return false;
+    }
+    redacted.swap(result);
+    return true;
+}
+
+} // namespace
 
 CRedactor::CRedactor(const std::vector<std::string>& extraKeys)
 {
     auto keys = std::make_unique<Keys>();
     for (const std::string& key : BuiltInKeys()) {
-        keys->Add(key);
+        keys->Add(key, Secrecy::All);
+    }
+    for (const std::string& key : PersonalKeys()) {
+        keys->Add(key, Secrecy::Texts);
     }
     for (const std::string& key : extraKeys) {
-        keys->Add(key);
+        keys->Add(key, Secrecy::All);
     }
     m_keys = std::move(keys);
 }
@@ -225,61 +474,117 @@ std::string CRedactor::Redact(const std::string& text) const
 
 bool CRedactor::Redact(const std::string& text, std::string& redacted) const
 {
+    return m_keys->Redact(text, redacted, 0);
+}
+
+bool CRedactor::IsSecret(const std::string& name) const
+{
+    const bool own = name.size() > 2 && (name[0] == 'X' || name[0] == 'x') && name[1] == '-';
+    return m_keys->Judge(own ? std::string_view(name).substr(2) : std::string_view(name)) != Secrecy::None;
+}
+
+bool CRedactor::Keys::Redact(const std::string& text, std::string& redacted, int opened) const
+{
+    std::string plain;
+    std::string keyed;
+    const bool changed = RedactPlain(PlainQuotes(text, plain) ? plain : text, keyed, opened);
+    if (RedactAddresses(changed ? keyed : text, redacted)) {
+        return true;
+    }
+    if (changed) {
+        redacted.swap(keyed);
+    }
+    return changed;
+}
+
+/// False: it is not Base64, or nothing in it is secret.
+bool CRedactor::Keys::RedactBase64(const std::string& base64, std::string& redacted, int opened) const
+{
+    std::string bytes;
+    std::string clean;
+    // What was cut off still opens as far as it goes.
+    if (opened == kMaxOpened || !Encrypt::Base64Decode(base64.substr(0, base64.size() / 4 * 4), bytes) ||
+        !Redact(bytes, clean, opened + 1)) {
+        return false;
+    }
+    redacted = Encrypt::Base64Encode(clean);
+    return true;
+}
+
+bool CRedactor::Keys::RedactPlain(const std::string& text, std::string& redacted, int opened) const
+{
     const Scanner scanner(text);
     std::string result;
     std::size_t copied = 0;
     bool changed = false;
-    const auto replace = [&](std::size_t begin, std::size_t end, std::size_t level, std::string_view before,
-                             std::string_view after, bool quoted) {
+    const auto replace = [&](std::size_t begin, std::size_t end, std::string_view by) {
         if (!changed) {
             result.reserve(text.size());
             changed = true;
         }
-        result.append(text, copied, begin - copied).append(before);
-        if (quoted) {
-            result.append(level, '\\').append(1, '"');
-        }
-        result.append(kMask);
-        if (quoted) {
-            result.append(level, '\\').append(1, '"');
-        }
-        result.append(after);
+        result.append(text, copied, begin - copied).append(by);
         copied = end;
+    };
+    // The mask as a text of that level.
+    const auto masked = [](std::size_t level) {
+        const std::string quote = std::string(level, '\\') + '"';
+        return quote + std::string(kMask) + quote;
     };
 
     // Every quote is tried as the opening one of a key, so a text that starts in the middle of JSON is read right.
     std::size_t at = 0;
+    std::string decoded;
+    std::string base64;
     for (std::size_t open = scanner.NextQuote(at); open < text.size(); open = scanner.NextQuote(at)) {
-        const std::size_t keyEnd = scanner.EndOfKey(open + 1);
-        const std::size_t close = scanner.SkipBackslashes(keyEnd);
+        std::string_view key;
+        std::size_t close = 0;
+        std::size_t keyLevel = 0;
         at = open + 1;
-        if (!scanner.Has(close, '"') || !m_keys->Contains(std::string_view(text).substr(open + 1, keyEnd - open - 1))) {
+        if (!scanner.ReadKey(open + 1, key, decoded, close, keyLevel)) {
             continue;
         }
         const std::size_t colon = scanner.SkipSpace(close + 1);
         if (!scanner.Has(colon, ':')) {
             continue;
         }
-        const std::size_t keyLevel = close - keyEnd;
+        const Secrecy secrecy = Judge(key);
+        if (secrecy == Secrecy::None && !IsCarrier(key)) {
+            continue;
+        }
         const std::size_t value = scanner.SkipSpace(colon + 1);
         const std::size_t quote = scanner.SkipBackslashes(value);
+        const std::size_t level = quote - value;
+        if (secrecy == Secrecy::None) {
+            base64.clear();
+            if (scanner.Has(quote, '"')) {
+                const std::size_t end = scanner.ReadBase64(quote + 1, base64);
+                std::string clean;
+                if (!base64.empty() && RedactBase64(base64, clean, opened)) {
+                    replace(quote + 1, end, clean);
+                    at = end;
+                }
+            }
+            continue;
+        }
         if (scanner.Has(quote, '"')) {
-            const std::size_t level = quote - value;
             bool closed = false;
             const std::size_t end = scanner.EndOfContent(quote + 1, level, closed);
-            replace(quote + 1, end, level, "", "", false);
+            replace(quote + 1, end, kMask);
             at = closed ? end + level + 1 : end;
         } else if (scanner.Has(value, '[')) {
+            const std::size_t first = scanner.SkipBackslashes(scanner.SkipSpace(value + 1));
+            if (secrecy == Secrecy::All || scanner.Has(first, '"')) {
+                at = scanner.EndOfBrackets(value, keyLevel);
+                replace(value, at, '[' + masked(keyLevel) + ']');
+            }
+        } else if (secrecy == Secrecy::All && scanner.Has(value, '{')) {
             at = scanner.EndOfBrackets(value, keyLevel);
-            replace(value, at, keyLevel, "[", "]", true);
-        } else if (scanner.Has(value, '{')) {
-            at = scanner.EndOfBrackets(value, keyLevel);
-            replace(value, at, keyLevel, "", "", true);
-        } else {
+            replace(value, at, masked(keyLevel));
+        } else if (secrecy == Secrecy::All) {
             at = scanner.EndOfBareValue(value);
             const std::string_view bare = std::string_view(text).substr(value, at - value);
             if (!bare.empty() && bare != "true" && bare != "false" && bare != "null") {
-                replace(value, at, keyLevel, "", "", true);
+                replace(value, at, masked(keyLevel));
             }
         }
     }
@@ -294,39 +599,44 @@ const std::vector<std::string>& CRedactor::BuiltInKeys()
 {
     // Never destroyed: the logger redacts to the very end of the process.
     static const std::vector<std::string>& keys = *new std::vector<std::string>{
-        // Passwords and codes that open something
-        "password", "passwd", "pwd", "passphrase", "passcode", "userPassword", "userPwd", "loginPassword", "loginPwd",
-        "adminPassword", "oldPassword", "oldPwd", "originalPassword", "currentPassword", "newPassword", "newPwd",
-        "confirmPassword", "confirmPwd", "repeatPassword", "initPassword", "initialPassword", "defaultPassword",
-        "resetPassword", "verifyPassword", "checkPassword", "accessPassword", "authPassword", "privPassword",
-        "devicePassword", "devicePwd", "devPassword", "devPwd", "channelPassword", "serverPassword", "streamPassword",
-        "streamPwd", "videoPassword", "rtspPassword", "superPassword", "superPwd", "stressPassword", "stressPwd",
-        "duressPassword", "hijackPassword", "coercePassword", "unlockPassword", "unlockPwd", "doorPassword",
-        "openPassword", "openDoorPassword", "openDoorPwd", "keyboardPassword", "keypadPassword", "personPassword",
-        "personPwd", "cardPassword", "cardPwd", "visitorPassword", "dynamicPassword", "temporaryPassword",
-        "tempPassword", "installerPassword", "operatorPassword", "ftpPassword", "ftpPwd", "mailPassword",
-        "emailPassword", "smtpPassword", "proxyPassword", "snmpPassword", "ldapPassword", "dbPassword",
-        "databasePassword", "wifiPassword", "wifiPwd", "platformPassword", "encryptPassword", "encryptionPassword",
-        "filePassword", "exportPassword", "sipPassword", "intercomPassword", "pin", "pinCode", "personPin",
-        "verifyCode", "verificationCode", "authCode", "authenticationCode", "captcha", "smsCode", "otp",
-        // Sessions and tokens
-        "token", "accessToken", "loginToken", "refreshToken", "authToken", "userToken", "sessionToken", "serverToken",
-        "clientToken", "csrfToken", "apiToken", "bearerToken", "idToken", "SID", "session", "sessionId", "sessionKey",
-        "authorization", "proxyAuthorization", "cookie", "setCookie", "credential",
+        // Codes that open something, beside all passwords
+        "pin", "pinCode", "pinNo", "personPin", "verifyCode", "verificationCode", "authCode", "authenticationCode",
+        "securityCode", "accessCode", "captcha", "smsCode", "otp", "totp", "cvv", "cvc",
+        // Sessions, beside all tokens and tickets
+        "SID", "session", "sessionId", "sessionKey", "authorization", "proxyAuthorization", "cookie", "setCookie",
+        "credential", "bearer",
         // Cards
-        "cardNo", "cardNum", "cardNumber", "cardNumbers", "cardId", "cardCode", "cardSerial", "cardSerialNo",
-        "cardSerialNumber", "physicalCardNo", "wiegandCardNo", "bankCardNo",
-        // Key material
-        "streamKey", "secret", "secretKey", "encryptKey", "encryptionKey", "decryptKey", "decryptionKey", "aesKey",
-        "desKey", "rsaKey", "privateKey", "sharedKey", "preSharedKey", "psk", "masterKey", "symmetricKey", "signKey",
-        "signatureKey", "hmacKey", "userKey", "deviceKey", "corvidKey", "generalCorvidKey", "apiKey", "appKey",
-        "appSecret", "clientSecret", "accessKey", "accessKeySecret", "secretAccessKey", "authKey", "videoKey",
-        "verificationKey", "wifiKey", "salt", "apnPassword", "sectorKey", "newSectorKey",
+        "cardNo", "cardNumber", "cardNumbers", "cardId", "cardCode", "cardSerial", "cardSerialNo", "cardSerialNumber",
+        "physicalCardNo", "wiegandCardNo", "bankCardNo",
+        // Key material, beside all secrets and private keys
+        "streamKey", "secretKey", "encryptKey", "encryptionKey", "decryptKey", "decryptionKey", "aesKey", "desKey",
+        "rsaKey", "sharedKey", "preSharedKey", "psk", "masterKey", "symmetricKey", "signKey", "signatureKey", "hmacKey",
+        "userKey", "deviceKey", "corvidKey", "generalCorvidKey", "apiKey", "appKey", "accessKey", "accessKeySecret",
+        "secretAccessKey", "authKey", "videoKey", "verificationKey", "wifiKey", "salt", "sectorKey", "newSectorKey",
         // What goes into encryption and comes out of decryption
         "plaintext",
         // Biometric templates
         "fingerData", "fingerprintData", "fingerPrintFeature", "fingerFeature", "faceData", "faceFeature", "irisData",
         "irisFeature", "palmData", "palmFeature", "biometricData", "featureData", "eigenvalue"};
+    return keys;
+}
+
+const std::vector<std::string>& CRedactor::PersonalKeys()
+{
+    static const std::vector<std::string>& keys = *new std::vector<std::string>{
+        "cardNum", // As a number it counts cards.
+        // Identity papers
+        "idNo", "idNum", "idNumber", "idCard", "idCardNo", "idCardNum", "idCardNumber", "identityNo", "identityNum",
+        "identityNumber", "identityCard", "identityCardNo", "identityCardNumber", "citizenId", "citizenIdNo",
+        "nationalId", "passportNo", "passportNum", "passportNumber", "certificateNo", "certificateNum",
+        "certificateNumber", "certNo", "certNum", "certNumber", "credentialNo", "credentialNum", "credentialNumber",
+        "socialSecurityNo", "socialSecurityNumber", "ssn", "driverLicenseNo", "driverLicenseNumber",
+        // Telephones
+        "phone", "phoneNo", "phoneNum", "phoneNumber", "telephone", "telephoneNo", "telephoneNum", "telephoneNumber",
+        "tel", "telNo", "telNum", "telNumber", "mobile", "mobileNo", "mobileNum", "mobileNumber", "mobilePhone",
+        "mobilePhoneNo", "mobilePhoneNum", "mobilePhoneNumber", "cellphone", "cellphoneNo", "cellphoneNumber",
+        "contactPhone", "contactPhoneNumber", "contactNumber", "linkPhone", "personPhone", "personPhoneNo",
+        "visitorPhone", "visitorPhoneNo", "homePhone", "officePhone"};
     return keys;
 }
 

@@ -1,7 +1,9 @@
 #include "keel/StringUtil.h"
 
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 #include "Utf8.h"
 
@@ -63,9 +65,7 @@ std::string LowerCase(const std::string& text)
 {
     std::string lower = text;
     for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
+        c = LowerCase(c);
     }
     return lower;
 }
@@ -88,6 +88,83 @@ std::string StringEraseInvalidChar(const std::string& text)
         }
     }
     return clean;
+}
+
+namespace {
+
+std::uint32_t CodePoint(const char* text, std::size_t length)
+{
+    const auto byte = [text](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(text[i])}; };
+    std::uint32_t code = length == 1 ? byte(0) : byte(0) & (0xFFU >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        code = code << 6U | (byte(i) & 0x3FU);
+    }
+    return code;
+}
+
+bool MovesTheReader(std::uint32_t code)
+{
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+std::string SpelledOut(std::uint32_t code)
+{
+    switch (code) {
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default:
+        return code < 0x80 ? FormatString("\\x%02X", static_cast<unsigned>(code))
+                           : FormatString("\\u%04X", static_cast<unsigned>(code));
+    }
+}
+
+} // namespace
+
+std::string SingleLine(const std::string& text)
+{
+    std::string line;
+    std::size_t copied = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = details::Utf8Length(text.data() + i, text.size() - i);
+        const std::uint32_t code = length == 0 ? 0 : CodePoint(text.data() + i, length);
+        const std::size_t next = i + (length == 0 ? 1 : length);
+        if (length == 0 || MovesTheReader(code)) {
+            line.append(text, copied, i - copied).append(length == 0 ? "?" : SpelledOut(code));
+            copied = next;
+        }
+        i = next;
+    }
+    return copied == 0 ? text : line.append(text, copied, std::string::npos);
+}
+
+bool IsUtf8(const char* text, std::size_t length)
+{
+    for (std::size_t i = 0; i < length;) {
+        std::uint64_t eight = 0; // Bytes of ASCII, which most of a long text is.
+        if (length - i >= sizeof eight) {
+            std::memcpy(&eight, text + i, sizeof eight);
+            if ((eight & 0x8080808080808080U) == 0) {
+                i += sizeof eight;
+                continue;
+            }
+        }
+        const std::size_t step = details::Utf8Length(text + i, length - i);
+        if (step == 0) {
+            return false;
+        }
+        i += step;
+    }
+    return true;
+}
+
+bool IsUtf8(const std::string& text)
+{
+    return IsUtf8(text.data(), text.size());
 }
 
 } // namespace StringUtil

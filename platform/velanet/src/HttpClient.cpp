@@ -1,46 +1,31 @@
 #include "velanet/HttpClient.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <exception>
+#include <list>
 #include <memory>
 
 #include <curl/curl.h>
+
+#include "httpcore/Connection.h"
+#include "httpcore/Fields.h"
+#include "httpcore/Trust.h"
 
 namespace Vela {
 namespace Net {
 
 namespace {
 
+using httpcore::SameName;
 using Clock = std::chrono::steady_clock;
 
 // More than any server takes; keeps the head of a request within what goes out in one piece.
 const std::size_t kMaxHead = 60 * 1024;
 
-char LowerAscii(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameName(const std::string& left, const std::string& right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
-}
-
 bool IsOneOf(const std::string& name, std::initializer_list<const char*> names)
 {
     return std::any_of(names.begin(), names.end(), [&](const char* other) { return SameName(name, other); });
-}
-
-bool IsToken(const std::string& text)
-{
-    static const std::string others = "!#$%&'*+-.^_`|~";
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= '0' && c <= '9') || (LowerAscii(c) >= 'a' && LowerAscii(c) <= 'z') ||
-               others.find(c) != std::string::npos;
-    });
 }
 
 bool HasControl(const std::string& text, unsigned char lowestAllowed)
@@ -56,42 +41,36 @@ int TimeoutOf(int milliseconds)
     return milliseconds < 1 ? CHttpClientRequest::kDefaultTimeoutMs : milliseconds;
 }
 
-struct EasyDeleter {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-};
-struct MultiDeleter {
-    void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
-};
-struct ListDeleter {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-};
 struct AddressDeleter {
     void operator()(CURLU* address) const { curl_url_cleanup(address); }
 };
 
-// The handles of one thread; the connections that are kept for its next call live in `multi`.
-struct Session {
-    Session()
-    {
-        // The library is never cleaned up: other users of the process may still be at work.
-        static const CURLcode initialised = curl_global_init(CURL_GLOBAL_DEFAULT);
-        if (initialised == CURLE_OK) {
-            multi.reset(curl_multi_init());
-            easy.reset(curl_easy_init());
-        }
-        if (multi) {
-            curl_multi_setopt(multi.get(), CURLMOPT_MAXCONNECTS, 4L);
-        }
-    }
-
-    std::unique_ptr<CURLM, MultiDeleter> multi;
-    std::unique_ptr<CURL, EasyDeleter> easy;
-    std::unique_ptr<CURLU, AddressDeleter> address;
-    /// What `address` holds; calls mostly go to the address of the call before.
-    std::string addressText;
-    /// Whether `easy` has the options that are the same for every request.
-    bool prepared = false;
+// An address taken apart.
+struct Address {
+    std::unique_ptr<CURLU, AddressDeleter> parts;
+    std::string text;   ///< What `parts` holds; calls mostly go to the address of the call before.
+    std::string server; ///< Scheme (lower case), host and port, a blank behind each.
 };
+
+// What one thread keeps for its next calls.
+struct Session {
+    static constexpr std::size_t kMaxConnections = 4;
+
+    struct Kept {
+        std::string server;
+        httpcore::Connection connection;
+    };
+
+    Address address;
+    std::list<Kept> connections; ///< One a server; the one used last is the first.
+};
+
+// Of all threads.
+httpcore::Trust& TrustInServers()
+{
+    static httpcore::Trust& trust = *new httpcore::Trust; // Threads may still send when the process ends.
+    return trust;
+}
 
 // A thread's session, or none when the thread is past the destruction of its own.
 Session* ThreadSession()
@@ -173,71 +152,94 @@ void CHttpClientResponse::GetResponseData(std::string* data) const
     }
 }
 
-// One exchange on the handles of a session. Throws Failure.
+// One exchange on a connection of a session. Throws Failure.
 class HttpClient::Exchange {
 public:
     Exchange(const CHttpClientRequest& request, CHttpClientResponse& response, Session& session)
-        : m_request(request), m_response(response), m_session(session), m_multi(session.multi.get()),
-          m_easy(session.easy.get())
+        : m_request(request), m_response(response), m_session(session)
     {
-        if (m_multi == nullptr || m_easy == nullptr) {
-            throw Failure{Error::kInternal, "the HTTP library cannot be initialised"};
-        }
     }
 
     ~Exchange()
     {
-        // Ends a transfer that is under way together with its connection.
-        curl_multi_remove_handle(m_multi, m_easy);
+        if (m_wire == nullptr) {
+            return;
+        }
         // What the handle points to ends here.
-        curl_easy_setopt(m_easy, CURLOPT_HTTPHEADER, nullptr);
-        curl_easy_setopt(m_easy, CURLOPT_POSTFIELDS, nullptr);
-        curl_easy_setopt(m_easy, CURLOPT_ERRORBUFFER, nullptr);
+        m_wire->Set(CURLOPT_HTTPHEADER, static_cast<curl_slist*>(nullptr));
+        m_wire->Set(CURLOPT_POSTFIELDS, static_cast<const char*>(nullptr));
+        if (!m_wire->Keepable() || !TrustInServers().MayKeep(m_session.address.server)) {
+            m_session.connections.pop_front();
+        }
     }
 
     void Run()
     {
-        CheckAddress();
-        m_hasBody = m_request.m_hasData;
+        ReadAddress();
         BuildFields();
+        TakeConnection();
         Prepare();
-        Finish(Perform());
+        m_started = Clock::now();
+        httpcore::AnswerInto into;
+        into.body = &m_response.m_data;
+        into.bodyLimit = m_request.m_maxResponseSize;
+        into.headOnly = m_request.m_method == "HEAD";
+        const httpcore::Ending ending = m_wire->Run(into, false, [this] { return RemainingMs(); });
+        if (m_wire->LostKept()) {
+            TrustInServers().Lost(m_session.address.server);
+        }
+        if (ending != httpcore::Ending::Answered) {
+            throw FailureOf(ending);
+        }
+        const httpcore::AnswerReader& answer = m_wire->Answer();
+        m_response.m_status = answer.Status();
+        m_response.m_contentLength =
+            answer.DeclaresLength() ? answer.DeclaredLength() : CHttpClientResponse::kUnknownLength;
     }
 
 private:
-    void CheckAddress()
+    void ReadAddress()
     {
-        const std::string& address = m_request.m_url.GetAddress();
-        if (address.empty() || HasControl(address, 0x21)) {
+        const std::string& text = m_request.m_url.GetAddress();
+        if (text.empty() || HasControl(text, 0x21)) {
             throw Failure{Error::kBadRequest, "the address is empty or has blanks or control characters"};
         }
-        if (address.find('#') != std::string::npos) {
+        if (text.find('#') != std::string::npos) {
             throw Failure{Error::kBadRequest, "the address has a fragment"};
         }
-        if (m_session.address && m_session.addressText == address) {
+        Address& address = m_session.address;
+        if (address.parts && address.text == text) {
             return;
         }
-        m_session.address.reset(curl_url());
-        const CURLUcode result = m_session.address
-                                     ? curl_url_set(m_session.address.get(), CURLUPART_URL, address.c_str(),
-                                                    CURLU_PATH_AS_IS | CURLU_DISALLOW_USER)
-                                     : CURLUE_OUT_OF_MEMORY;
+        address.parts.reset(curl_url());
+        const CURLUcode result = address.parts ? curl_url_set(address.parts.get(), CURLUPART_URL, text.c_str(),
+                                                              CURLU_PATH_AS_IS | CURLU_DISALLOW_USER)
+                                               : CURLUE_OUT_OF_MEMORY;
         if (result != CURLUE_OK) {
-            m_session.address.reset();
+            address.parts.reset();
             throw Failure{Error::kBadRequest, std::string("the address cannot be used: ") + curl_url_strerror(result)};
         }
-        m_session.addressText = address;
+        address.text = text;
+        address.server.clear();
+        for (const CURLUPart part : {CURLUPART_SCHEME, CURLUPART_HOST, CURLUPART_PORT}) {
+            char* piece = nullptr;
+            if (curl_url_get(address.parts.get(), part, &piece, CURLU_DEFAULT_PORT) == CURLUE_OK) {
+                const std::unique_ptr<char, void (*)(void*)> owner(piece, &curl_free);
+                address.server.append(piece).append(1, ' ');
+            }
+        }
     }
 
     void BuildFields()
     {
-        if (!IsToken(m_request.m_method) || m_request.m_method.size() > 32) {
+        m_hasBody = m_request.m_hasData;
+        if (!httpcore::IsToken(m_request.m_method) || m_request.m_method.size() > 32) {
             throw Failure{Error::kBadRequest, "the method is not an HTTP token"};
         }
         std::size_t head = m_request.m_url.GetAddress().size();
         bool hasType = false;
         for (const CHttpClientRequest::Field& field : m_request.m_fields) {
-            if (!IsToken(field.name)) {
+            if (!httpcore::IsToken(field.name)) {
                 throw Failure{Error::kBadRequest, "a header field's name is not an HTTP token"};
             }
             if (HasControl(field.value, 0x20)) {
@@ -256,11 +258,10 @@ private:
                 continue;
             }
             hasType = hasType || SameName(field.name, "Content-Type");
-            if (!field.value.empty()) {
-                Append(field.name + ": " + field.value);
+            if (field.value.empty() && SameName(field.name, "Accept")) {
+                m_fields.LeaveOut("Accept");
             } else {
-                // The library's way to spell a field without a value, and one that is left out.
-                Append(SameName(field.name, "Accept") ? "Accept:" : field.name + ";");
+                m_fields.Add(field.name, field.value);
             }
             head += field.name.size() + field.value.size() + 4;
         }
@@ -268,103 +269,44 @@ private:
             throw Failure{Error::kBadRequest, "the address and the header fields are too long"};
         }
         if (!hasType) {
-            Append("Content-Type:");
+            m_fields.LeaveOut("Content-Type");
         }
-        Append("Expect:");
+        m_fields.LeaveOut("Expect");
     }
 
-    void Append(const std::string& line)
+    // The kept connection to the server, or a new one, as the first of the session.
+    void TakeConnection()
     {
-        curl_slist* const longer = curl_slist_append(m_fields.get(), line.c_str());
-        if (longer == nullptr) {
-            throw std::bad_alloc();
+        std::list<Session::Kept>& all = m_session.connections;
+        const std::string& server = m_session.address.server;
+        const auto kept = std::find_if(all.begin(), all.end(), [&](const auto& each) { return each.server == server; });
+        if (kept != all.end()) {
+            if (kept->connection.IsClean() && TrustInServers().MayKeep(server)) {
+                all.splice(all.begin(), all, kept);
+                m_wire = &all.front().connection;
+                return;
+            }
+            all.erase(kept);
         }
-        static_cast<void>(m_fields.release());
-        m_fields.reset(longer);
-    }
-
-    template <class Value>
-    void Set(CURLoption option, Value value)
-    {
-        const CURLcode result = curl_easy_setopt(m_easy, option, value);
-        if (result != CURLE_OK) {
-            throw Failure{Error::kInternal,
-                          std::string("the HTTP library refuses an option: ") + curl_easy_strerror(result)};
+        std::list<Session::Kept> fresh;
+        fresh.emplace_back().server = server;
+        if (!fresh.front().connection.Open(server.compare(0, 6, "https ") == 0)) {
+            throw Failure{Error::kInternal, "the HTTP library cannot be initialised"};
         }
+        all.splice(all.begin(), fresh);
+        if (all.size() > Session::kMaxConnections) {
+            all.pop_back();
+        }
+        m_wire = &all.front().connection;
     }
 
     void Prepare()
     {
-        if (!m_session.prepared) {
-            PrepareOnce();
-            m_session.prepared = true;
-        }
-        Set(CURLOPT_CURLU, m_session.address.get());
-        Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.m_connectionTimeoutMs));
-        Set(CURLOPT_ERRORBUFFER, m_text.data());
-        Set(CURLOPT_HTTPHEADER, m_fields.get());
-        PrepareMethod();
-        Set(CURLOPT_PREREQDATA, this);
-        Set(CURLOPT_HEADERDATA, this);
-        Set(CURLOPT_WRITEDATA, this);
-    }
-
-    // The options that no request changes.
-    void PrepareOnce()
-    {
-        Set(CURLOPT_NOSIGNAL, 1L);
-        Set(CURLOPT_PROXY, "");
-        Set(CURLOPT_FOLLOWLOCATION, 0L);
-        Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-#if LIBCURL_VERSION_NUM >= 0x075500
-        Set(CURLOPT_PROTOCOLS_STR, "http,https");
-#else
-        Set(CURLOPT_PROTOCOLS, static_cast<long>(CURLPROTO_HTTP | CURLPROTO_HTTPS));
-#endif
-#if LIBCURL_VERSION_NUM >= 0x075700
-        // Do not wait for a name server when the time for connecting has passed.
-        Set(CURLOPT_QUICK_EXIT, 1L);
-#endif
-        Set(CURLOPT_PREREQFUNCTION, &Exchange::OnConnected);
-        Set(CURLOPT_HEADERFUNCTION, &Exchange::OnHeader);
-        Set(CURLOPT_WRITEFUNCTION, &Exchange::OnData);
-    }
-
-    void PrepareMethod()
-    {
-        if (m_hasBody) {
-            Set(CURLOPT_POST, 1L);
-            Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(m_request.m_data.size()));
-            Set(CURLOPT_POSTFIELDS, m_request.m_data.data());
-        } else if (m_request.m_method == "HEAD") {
-            Set(CURLOPT_NOBODY, 1L);
-        } else {
-            Set(CURLOPT_HTTPGET, 1L);
-        }
-        Set(CURLOPT_CUSTOMREQUEST, m_request.m_method.c_str());
-    }
-
-    CURLcode Perform()
-    {
-        m_started = Clock::now();
-        if (curl_multi_add_handle(m_multi, m_easy) != CURLM_OK) {
-            throw Failure{Error::kInternal, "the HTTP library cannot start the request"};
-        }
-        for (;;) {
-            int running = 0;
-            if (curl_multi_perform(m_multi, &running) != CURLM_OK) {
-                throw Failure{Error::kInternal, "the HTTP library cannot carry on with the request"};
-            }
-            int left = 0;
-            while (const CURLMsg* message = curl_multi_info_read(m_multi, &left)) {
-                if (message->msg == CURLMSG_DONE) {
-                    return message->data.result;
-                }
-            }
-            const int wait = RemainingMs();
-            if (curl_multi_poll(m_multi, nullptr, 0, wait, nullptr) != CURLM_OK) {
-                throw Failure{Error::kInternal, "the HTTP library cannot wait for the server"};
-            }
+        if (!m_wire->Set(CURLOPT_CURLU, m_session.address.parts.get()) ||
+            !m_wire->Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.m_connectionTimeoutMs)) ||
+            !m_wire->Set(CURLOPT_HTTPHEADER, m_fields.Get()) ||
+            !m_wire->SetMethod(m_request.m_method, m_hasBody ? &m_request.m_data : nullptr)) {
+            throw Failure{Error::kInternal, "the HTTP library refuses an option"};
         }
     }
 
@@ -372,20 +314,23 @@ private:
     int RemainingMs()
     {
         const Clock::time_point now = Clock::now();
-        if (m_phase == Phase::Sending && (m_answering || SentBytes() >= m_request.m_data.size())) {
-            m_phase = Phase::Receiving;
-            m_phaseStarted = now;
+        if (m_wire->Started() && !m_sent &&
+            (m_wire->Answer().Started() || m_wire->SentBytes() >= m_request.m_data.size())) {
+            m_sent = true;
+            m_sentAt = now;
         }
         int limit = m_request.m_receiveTimeoutMs;
+        Clock::time_point since = m_sentAt;
         const char* text = "no whole answer within the receive time-out of ";
-        if (m_phase == Phase::Connecting) {
+        if (!m_wire->Started()) {
             limit = m_request.m_connectionTimeoutMs;
+            since = m_started;
             text = "no connection within the connection time-out of ";
-        } else if (m_phase == Phase::Sending) {
+        } else if (!m_sent) {
             limit = m_request.m_sendTimeoutMs;
+            since = m_wire->StartedAt();
             text = "the request could not be sent within the send time-out of ";
         }
-        const auto since = m_phase == Phase::Connecting ? m_started : m_phaseStarted;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(since + std::chrono::milliseconds(limit) - now);
         if (left.count() <= 0) {
             throw Failure{Error::kTimeout, text + std::to_string(limit) + " ms"};
@@ -393,124 +338,49 @@ private:
         return static_cast<int>(left.count());
     }
 
-    std::uint64_t SentBytes() const
+    Failure FailureOf(httpcore::Ending ending) const
     {
-        curl_off_t sent = 0;
-        curl_easy_getinfo(m_easy, CURLINFO_SIZE_UPLOAD_T, &sent);
-        return static_cast<std::uint64_t>(sent);
-    }
-
-    void Finish(CURLcode result)
-    {
-        if (result != CURLE_OK) {
-            throw FailureOf(result);
-        }
-        long status = 0;
-        curl_off_t length = -1;
-        curl_easy_getinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
-        // For the library a head that ends with the connection is a whole answer.
-        if (!m_headEnded || status < 200) {
-            throw Failure{Error::kBroken, "the connection ended within the head of the answer"};
-        }
-        curl_easy_getinfo(m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
-        m_response.m_status = static_cast<int>(status);
-        m_response.m_contentLength =
-            length < 0 ? CHttpClientResponse::kUnknownLength : static_cast<std::uint64_t>(length);
-    }
-
-    Failure FailureOf(CURLcode result) const
-    {
-        if (m_tooLarge) {
+        using httpcore::Ending;
+        switch (ending) {
+        case Ending::BodyTooLong:
             return {Error::kTooLarge,
                     "the answer is larger than " + std::to_string(m_request.m_maxResponseSize) + " bytes"};
-        }
-        if (m_repeated) {
+        case Ending::HeadTooLong:
+            return {Error::kTooLarge, "the head of the answer, or a line of it, is too long"};
+        case Ending::Lost:
             return {Error::kBroken, "the server closed a kept connection before it answered"};
+        case Ending::Incomplete:
+            return {Error::kBroken, "the connection ended before the answer did"};
+        case Ending::Malformed:
+            return {Error::kBroken, "the answer is not proper HTTP: " + m_wire->Why()};
+        case Ending::Late:
+            return {Error::kTimeout, m_wire->Why()};
+        case Ending::NoMemory:
+            return {Error::kInternal, "out of memory"};
+        case Ending::Answered:
+        case Ending::Ended:
+        case Ending::Failed:
+            break;
         }
-        const std::string text = m_text[0] != '\0' ? m_text.data() : curl_easy_strerror(result);
-        switch (result) {
-        case CURLE_OPERATION_TIMEDOUT:
-            return {Error::kTimeout, text};
-        case CURLE_OUT_OF_MEMORY:
+        switch (m_wire->Code()) {
         case CURLE_FAILED_INIT:
-        case CURLE_WRITE_ERROR:
-            return {Error::kInternal, text};
+            return {Error::kInternal, m_wire->Why()};
         case CURLE_UNSUPPORTED_PROTOCOL:
-            return {m_phase == Phase::Connecting ? Error::kBadRequest : Error::kBroken, text};
+            return {Error::kBadRequest, m_wire->Why()};
         default:
-            return {m_phase == Phase::Connecting ? Error::kConnect : Error::kBroken, text};
+            return {m_wire->Started() ? Error::kBroken : Error::kConnect, m_wire->Why()};
         }
     }
-
-    // Called when a connection stands, before the request goes out. A second call means that the library found a kept
-    // connection closed and wants to send again, which is only right when nothing was sent.
-    static int OnConnected(void* self, char*, char*, int, int)
-    {
-        Exchange& exchange = *static_cast<Exchange*>(self);
-        long sent = 0;
-        curl_easy_getinfo(exchange.m_easy, CURLINFO_REQUEST_SIZE, &sent);
-        if (sent > 0) {
-            exchange.m_repeated = true;
-            return CURL_PREREQFUNC_ABORT;
-        }
-        exchange.m_phase = Phase::Sending;
-        exchange.m_phaseStarted = Clock::now();
-        return CURL_PREREQFUNC_OK;
-    }
-
-    static std::size_t OnHeader(char* line, std::size_t size, std::size_t count, void* self)
-    {
-        Exchange& exchange = *static_cast<Exchange*>(self);
-        const std::size_t length = size * count;
-        exchange.m_answering = true;
-        if (length >= 5 && std::equal(line, line + 5, "HTTP/")) {
-            exchange.m_headEnded = false;
-        } else if (length != 0 && (line[0] == '\r' || line[0] == '\n')) {
-            exchange.m_headEnded = true;
-        }
-        curl_off_t declared = -1;
-        curl_easy_getinfo(exchange.m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &declared);
-        if (declared > 0 && static_cast<std::uint64_t>(declared) > exchange.m_request.m_maxResponseSize &&
-            exchange.m_request.m_method != "HEAD") {
-            exchange.m_tooLarge = true;
-            return 0;
-        }
-        return length;
-    }
-
-    static std::size_t OnData(char* data, std::size_t size, std::size_t count, void* self)
-    {
-        Exchange& exchange = *static_cast<Exchange*>(self);
-        std::string& body = exchange.m_response.m_data;
-        if (exchange.m_request.m_maxResponseSize - body.size() < size * count) {
-            exchange.m_tooLarge = true;
-            return 0;
-        }
-        try {
-            body.append(data, size * count);
-        } catch (const std::exception&) {
-            return 0;
-        }
-        return size * count;
-    }
-
-    enum class Phase { Connecting, Sending, Receiving };
 
     const CHttpClientRequest& m_request;
     CHttpClientResponse& m_response;
     Session& m_session;
-    CURLM* const m_multi;
-    CURL* const m_easy;
-    std::unique_ptr<curl_slist, ListDeleter> m_fields;
-    std::array<char, CURL_ERROR_SIZE> m_text{};
+    httpcore::Connection* m_wire = nullptr; ///< The first of the session.
+    httpcore::FieldList m_fields;
     bool m_hasBody = false;
-    Phase m_phase = Phase::Connecting;
+    bool m_sent = false;
     Clock::time_point m_started;
-    Clock::time_point m_phaseStarted;
-    bool m_answering = false;
-    bool m_headEnded = false;
-    bool m_tooLarge = false;
-    bool m_repeated = false;
+    Clock::time_point m_sentAt;
 };
 
 bool HttpClient::Send(const CHttpClientRequest& request, CHttpClientResponse* response, Error* error) noexcept

@@ -19,6 +19,8 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "keel/StringUtil.h"
+
 namespace proto {
 
 namespace {
@@ -47,6 +49,7 @@ private:
     }
 };
 
+using Keel::StringUtil::IsUtf8;
 using Utf8 = rapidjson::UTF8<>;
 using Pool = rapidjson::MemoryPoolAllocator<Allocator>;
 using Document = rapidjson::GenericDocument<Utf8, Pool, Allocator>;
@@ -55,22 +58,6 @@ using Pointer = rapidjson::GenericPointer<Value, Allocator>;
 using Buffer = rapidjson::GenericStringBuffer<Utf8, Allocator>;
 using Writer = rapidjson::Writer<Buffer, Utf8, Utf8, Allocator>;
 using rapidjson::SizeType;
-
-struct NoOutput {
-    void Put(char) {}
-};
-
-bool IsUtf8(const char* text, std::size_t length)
-{
-    rapidjson::MemoryStream in(text, length);
-    NoOutput out;
-    while (in.Tell() < length) {
-        if (!Utf8::Validate(in, out)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 bool IsText(const std::string& text)
 {

@@ -16,9 +16,9 @@ namespace host {
 ///      "response":{"headers":{},"body":"…"},"error":{"category":0,"number":0,"text":""}}
 ///
 /// "error" is there only when the exchange failed; a body that is not UTF-8 stands as "bodyBase64". Secrets are
-/// replaced by "***" before they reach the file: the values of the keys that the log redacts, and the fields "SID",
-/// "Authorization" and cookies. A line is in the file when `Execute` returns. A file that did not exist is created
-/// for its owner only.
+/// replaced by "***" before they reach the file, as `Keel::CRedactor` does: secret keys of JSON, header fields of such
+/// names, user and password of addresses. Numbers that are no credentials stay what they are. A line is in the file
+/// when `Execute` returns. A file that did not exist is created for its owner only, and not through a link.
 ///
 /// Safe from any number of threads; lines stand in the order in which the exchanges ended. The result and the last
 /// error are those of the other executor.

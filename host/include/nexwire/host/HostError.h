@@ -15,16 +15,16 @@ constexpr std::int32_t kHttpStatusCategory = 9101;
 /// What went wrong before or instead of an answer.
 enum class HostError : std::int32_t {
     BadOptions = 1,       ///< The executor was built with options it cannot work with.
-    RequestRefused = 2,   ///< Path, method code or a header field is unusable; no connection was made.
+    RequestRefused = 2,   ///< Path, method code, a header field or the body is unusable; no connection was made.
     Aborted = 3,          ///< `Abort()` ended the call, or it was made between `Abort()` and `Resume()`.
     DeadlinePassed = 4,   ///< No complete answer within the time of the request.
     ResolveFailed = 5,    ///< The name of the server or of the proxy is unknown.
-    ConnectFailed = 6,    ///< Nobody accepts connections at the address.
-    TlsFailed = 7,        ///< Untrusted certificate, other host name, or the server refused ours.
+    ConnectFailed = 6,    ///< Nobody accepts connections at the address, or the proxy does not lead there.
+    TlsFailed = 7,        ///< Untrusted or expired certificate, other host name, or the server refused ours.
     SendFailed = 8,       ///< The connection broke while the request was being sent.
     AnswerIncomplete = 9, ///< The connection broke before the answer was complete.
-    AnswerTooLarge = 10,  ///< The answer is longer than the cap.
-    AnswerMalformed = 11, ///< What came back is not HTTP/1.
+    AnswerTooLarge = 10,  ///< The answer is longer than the cap, its header than 256 KiB, or a line there than 100 KiB.
+    AnswerMalformed = 11, ///< What came back is not HTTP/1, or can be read in two ways.
     NotRepeated = 12,     ///< A kept connection died after the request went out; it may have been carried out.
     OutOfMemory = 13,     ///< The answer did not fit into memory.
     Internal = 14,        ///< Anything else; the text carries libcurl's words.

@@ -65,9 +65,13 @@ struct HttpExecutorOptions {
 /// connection on which anything arrived after its last answer is dropped, so that stray bytes answer nothing.
 ///
 /// A request is sent once. It is repeated on a new connection only when a kept connection turns out dead and not one
-/// byte of the request was handed to it. When a kept connection dies after that and before an answer, the call fails
-/// with `HostError::NotRepeated`: whether the platform carried the request out is unknown, and only the caller can
-/// decide what that means.
+/// byte of the request was handed to it. When a kept connection dies after that and before an answer, method code 0 is
+/// repeated once; anything else fails with `HostError::NotRepeated`: whether the platform carried the request out is
+/// unknown, and only the caller can decide what that means. For five minutes after such a loss no connection is kept.
+///
+/// An answer counts when it is whole: a head that ends early, a body short of its declared length, and a TLS connection
+/// cut without its closing alert where that alone ends the body, are failures. So is a head that two readers may take
+/// in two ways (different lengths, a transfer encoding other than "chunked", lines without CR).
 class HttpRequestExecutor : public IRequestExecutor {
 public:
     /// Checks the options and reads no network. See `Valid`.
@@ -89,11 +93,13 @@ public:
     ///
     /// The path is sent byte for byte: nothing is encoded, resolved or tidied. A path that would ask for something
     /// else than it says is refused before a connection is made: one that does not begin with a slash, or holds a
-    /// control character, a space, '#', '?', a backslash, or a segment "." or "..". Bytes above 0x7F and percent signs
-    /// pass as they are. Entries of both maps travel as header fields (`params` wins over `headers`, and both over
-    /// `extraHeaders`); names that are not tokens, names that frame the message ("Host", "Content-Length" and the
-    /// like) and values with control characters are refused. A body is sent with any verb, as "application/json"
-    /// unless the maps say otherwise; PUT and POST without body declare a length of 0.
+    /// control character, a space, '#', '?', a backslash, or a segment "." or ".." (also percent-encoded, between
+    /// encoded slashes, or with ";" and anything behind it). Bytes above 0x7F and percent signs pass as they are.
+    /// Entries of both maps travel as header fields (`params` wins over `headers`, and both over `extraHeaders`); names
+    /// that are not tokens, names that frame the message ("Host", "Content-Length" and the like) and values with
+    /// control characters are refused. A body is sent with any verb, as "application/json" unless the maps say
+    /// otherwise; PUT and POST without body declare a length of 0. A body that goes out as JSON and is not UTF-8 is
+    /// refused.
     ///
     /// `timeoutMs` bounds the call from entry to return, waiting for the slow lane included; 0 or less means 40000.
     /// Redirects are not followed.

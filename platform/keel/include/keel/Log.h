@@ -28,9 +28,12 @@ struct KEEL_API LogConfig {
     bool console = true; ///< Write to stderr.
     std::string file;    ///< Path of the log file, UTF-8; empty: no file.
     std::uint64_t maxFileBytes =
-        10U * 1024U * 1024U;                  ///< Size at which the file is rolled over to `file`.1; at least 1.
-    std::int32_t maxBackups = 5;              ///< Rolled files kept, 1 to 12.
-    bool redact = true;                       ///< Replace the values of secret keys, see `Keel::CRedactor`.
+        10U * 1024U * 1024U;     ///< Size at which the file is rolled over to `file`.1; at least 1.
+    std::int32_t maxBackups = 5; ///< Rolled files kept, 1 to 12.
+    /// Longest message written, in bytes before secrets are replaced; at least 1. The rest is left out, and the line
+    /// says how much that is.
+    std::uint64_t maxMessageBytes = 1024U * 1024U;
+    bool redact = true;                       ///< Replace secrets, see `Keel::CRedactor`.
     std::vector<std::string> extraSecretKeys; ///< Keys that count as secret besides the built-in ones.
 };
 
@@ -41,7 +44,10 @@ struct KEEL_API LogConfig {
 /// logger's own; a host's log4cxx configuration is neither read nor changed. When static destruction has closed the
 /// appenders at process exit, errors still go to stderr, if the console is on.
 ///
-/// Messages are UTF-8 and written as UTF-8. One message is one line, unless it has line breaks of its own:
+/// A file that did not exist is made for its owner only, the rolled ones as well.
+///
+/// Messages are UTF-8 and written as UTF-8. One message is one line, whatever a server sent: control characters in it,
+/// line breaks included, are spelled out as `StringUtil::SingleLine` does.
 /// "2024-05-01 12:00:00.000 ERROR [thread] name message [file:line function]".
 class KEEL_API CLog {
 public:

@@ -17,8 +17,8 @@ struct Error {
         kBadRequest = 1, ///< The request cannot be sent as it is: address, method, header field, length.
         kConnect = 2,    ///< Name not found, connection refused, TLS not established.
         kTimeout = 3,    ///< One of the three time-outs passed.
-        kBroken = 4,     ///< The connection ended early, or the answer is not HTTP.
-        kTooLarge = 5,   ///< The answer is larger than the request allows.
+        kBroken = 4,     ///< The connection ended early, or the answer is not HTTP or can be read in two ways.
+        kTooLarge = 5,   ///< The answer is larger than the request allows, or its head than 256 KiB.
         kInternal = 6    ///< Out of memory and the like.
     };
 
@@ -128,7 +128,8 @@ private:
 };
 
 /// Sends requests. Any number of threads at once: each thread keeps its own few connections for its next calls and
-/// closes them when it ends, so nothing is shared and no lock is held.
+/// closes them when it ends. Threads share only which servers closed a kept connection under a request: connections to
+/// those are not kept for some minutes.
 class HttpClient {
 public:
     /// Performs one exchange and waits for it, at most for the sum of the three time-outs.

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include <curl/curl.h>
+
+#include "httpcore/AnswerReader.h"
+
+namespace httpcore {
+
+/// Most bytes of a line of the head that libcurl takes.
+constexpr std::size_t kLongestLine = std::size_t{100} << 10;
+
+/// How a transfer ended.
+enum class Ending {
+    Answered,    ///< A whole answer is here.
+    Ended,       ///< The caller ended it.
+    Late,        ///< A time-out of libcurl's passed.
+    HeadTooLong, ///< The head is longer than `kLargestHeader`, or a line of it than `kLongestLine`.
+    BodyTooLong, ///< The body is longer than the caller's limit.
+    NoMemory,
+    Malformed,  ///< What came is not an answer of HTTP/1, or can be read in two ways; `Connection::Why` says which.
+    Incomplete, ///< The connection ended before the answer did.
+    Lost,       ///< A kept connection ended after the request went out; it may have been carried out.
+    Failed      ///< Anything else; `Connection::Code` says what.
+};
+
+/// Initialises libcurl once a process; false when it cannot be. It is never cleaned up: other users of the process may
+/// still be at work.
+bool StartLibcurl();
+
+/// One handle of libcurl with the connection that it keeps, for exchanges one after the other with one server. A
+/// request is sent once: libcurl's own repetitions are only let through when not a byte of it had been sent, or once
+/// where the caller allows it. Used by one thread at a time, except for `Wake`.
+class Connection {
+public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection();
+
+    /// Makes the handles and sets what is the same for every request: HTTP/1.1 over http and https (TLS 1.2 at least),
+    /// no proxy of the environment, no redirects, no signals. False when libcurl does not take it.
+    ///
+    /// @param overTls  the server speaks TLS: the end of its connections has to be watched.
+    bool Open(bool overTls);
+
+    template <class Value>
+    bool Set(CURLoption option, Value value)
+    {
+        return curl_easy_setopt(m_easy, option, value) == CURLE_OK;
+    }
+    /// A text that is empty leaves the option alone.
+    bool SetText(CURLoption option, const std::string& text) { return text.empty() || Set(option, text.c_str()); }
+
+    /// Verb and body of the next request. The body is not copied and must outlive the transfer; null: there is none,
+    /// and no length is declared.
+    bool SetMethod(const std::string& verb, const std::string* body);
+
+    /// One transfer, to its end. `wait` is asked before every wait how many milliseconds it may take at most; a
+    /// negative answer ends the transfer. What it throws passes through.
+    ///
+    /// @param repeatOnce  send again when a kept connection ends under the request.
+    Ending Run(const AnswerInto& into, bool repeatOnce, const std::function<int()>& wait);
+
+    /// Ends the wait of a transfer; from any thread.
+    void Wake() const { curl_multi_wakeup(m_multi); }
+
+    /// Whether the kept connection can carry another request: it is open, and nothing has arrived on it since the last
+    /// answer. What came unasked would be taken for the answer to the next request. True when no connection is kept.
+    bool IsClean();
+
+    // Of the last transfer, or the one that runs:
+    const AnswerReader& Answer() const { return m_answer; }
+    bool Keepable() const { return m_keepable; } ///< May carry another request.
+    bool LostKept() const { return m_lost; }     ///< A kept connection ended under it, repeated or not.
+    bool Started() const { return m_started; }   ///< A connection stood for the request.
+    std::chrono::steady_clock::time_point StartedAt() const { return m_startedAt; }
+    std::uint64_t SentBytes() const; ///< Of the body.
+    CURLcode Code() const { return m_code; }
+    long Info(CURLINFO info) const; ///< A number of libcurl's; 0 when it has none.
+    /// Why it is malformed, or libcurl's words for the failure, on one line.
+    std::string Why() const;
+    CURL* Easy() const { return m_easy; }
+
+private:
+    static std::size_t OnLine(char* line, std::size_t, std::size_t size, void* self) noexcept;
+    static std::size_t OnBody(char* bytes, std::size_t, std::size_t size, void* self) noexcept;
+    static int OnSocket(void* self, curl_socket_t, curlsocktype) noexcept;
+    static int OnStart(void* self, char*, char*, int, int) noexcept;
+    static int OnDebug(CURL*, curl_infotype type, char* text, std::size_t size, void* self) noexcept;
+
+    bool MayAttempt();
+    CURLcode Transfer(const std::function<int()>& wait, bool& ended);
+    Ending Judge(bool ended);
+    void NoteKept();
+
+    CURL* m_easy = nullptr;
+    CURLM* m_multi = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
+    curl_socket_t m_socket = CURL_SOCKET_BAD; ///< Of the kept connection.
+    AnswerReader m_answer;
+    CURLcode m_code = CURLE_OK;
+    bool m_watchesEnd = false; ///< `m_saidGoodbye` counts.
+    bool m_mayRepeat = false;
+    bool m_keepable = false;
+    bool m_connected = false; ///< A connection was made for the transfer.
+    bool m_started = false;
+    bool m_lost = false;
+    bool m_repeated = false;
+    bool m_refused = false;     ///< The repetition.
+    bool m_saidGoodbye = false; ///< The TLS connection was closed with its alert.
+    std::chrono::steady_clock::time_point m_startedAt;
+    char m_words[CURL_ERROR_SIZE] = {};
+};
+
+} // namespace httpcore

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include <curl/curl.h>
+
+namespace httpcore {
+
+/// Whether the text is an HTTP token, as verbs and field names are.
+bool IsToken(const std::string& text);
+
+/// Whether it is a control character of ASCII.
+bool IsControl(char c);
+
+/// Whether two field names are the same: the case of ASCII letters does not count.
+bool SameName(const std::string& left, const std::string& right);
+
+/// Order of field names; the same names are equal.
+struct NameLess {
+    bool operator()(const std::string& left, const std::string& right) const;
+};
+
+/// Header fields of a request as libcurl wants them. The members throw std::bad_alloc.
+class FieldList {
+public:
+    FieldList() = default;
+    FieldList(const FieldList&) = delete;
+    FieldList& operator=(const FieldList&) = delete;
+    ~FieldList() { curl_slist_free_all(m_list); }
+
+    /// A field; without a value when there is nothing but blanks in it.
+    void Add(const std::string& name, const std::string& value);
+    /// Keeps libcurl from adding the field on its own.
+    void LeaveOut(const std::string& name);
+
+    curl_slist* Get() const { return m_list; }
+    void Swap(FieldList& other) { std::swap(m_list, other.m_list); }
+
+private:
+    void Append(const std::string& line);
+
+    curl_slist* m_list = nullptr;
+};
+
+} // namespace httpcore

@@ -1,0 +1,291 @@
+#include "httpcore/Connection.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "keel/StringUtil.h"
+
+namespace httpcore {
+
+namespace {
+
+// OpenSSL, as libcurl uses it, takes any end of a TLS connection for an orderly one; the other TLS libraries do not.
+bool EndsAreTakenOnTrust()
+{
+    static const bool openSsl = [] {
+        const char* const name = curl_version_info(CURLVERSION_NOW)->ssl_version;
+        return name != nullptr && std::strstr(name, "SSL/") != nullptr; // OpenSSL, LibreSSL, BoringSSL
+    }();
+    return openSsl;
+}
+
+// libcurl says the same for a line that is too long and for memory that has run out.
+bool MemoryIsThere()
+{
+    return std::unique_ptr<char[]>(new (std::nothrow) char[kLongestLine * 4]) != nullptr;
+}
+
+} // namespace
+
+bool StartLibcurl()
+{
+    static const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
+    return result == CURLE_OK;
+}
+
+Connection::~Connection()
+{
+    curl_easy_cleanup(m_easy);
+    if (m_multi != nullptr) {
+        curl_multi_cleanup(m_multi);
+    }
+}
+
+bool Connection::Open(bool overTls)
+{
+    if (!StartLibcurl()) {
+        return false;
+    }
+    m_easy = curl_easy_init();
+    m_multi = curl_multi_init();
+    if (m_easy == nullptr || m_multi == nullptr) {
+        return false;
+    }
+    bool good =
+        Set(CURLOPT_ERRORBUFFER, m_words) && Set(CURLOPT_NOSIGNAL, 1L) && Set(CURLOPT_QUICK_EXIT, 1L) &&
+        Set(CURLOPT_PROTOCOLS_STR, "http,https") && Set(CURLOPT_FOLLOWLOCATION, 0L) &&
+        // Field names arrive as they were written, and one request is one exchange on one connection.
+        Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1)) &&
+        Set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L) &&
+        Set(CURLOPT_HEADERFUNCTION, static_cast<curl_write_callback>(OnLine)) && Set(CURLOPT_HEADERDATA, this) &&
+        Set(CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(OnBody)) && Set(CURLOPT_WRITEDATA, this) &&
+        Set(CURLOPT_PREREQFUNCTION, static_cast<curl_prereq_callback>(OnStart)) && Set(CURLOPT_PREREQDATA, this) &&
+        Set(CURLOPT_SOCKOPTFUNCTION, static_cast<curl_sockopt_callback>(OnSocket)) && Set(CURLOPT_SOCKOPTDATA, this) &&
+        Set(CURLOPT_TCP_KEEPALIVE, 1L) && Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)) &&
+        // An empty text keeps libcurl from asking the environment.
+        Set(CURLOPT_PROXY, "") && Set(CURLOPT_NOPROXY, "");
+    m_watchesEnd = overTls && EndsAreTakenOnTrust();
+    if (good && m_watchesEnd) {
+        good = Set(CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(OnDebug)) && Set(CURLOPT_DEBUGDATA, this) &&
+               Set(CURLOPT_VERBOSE, 1L);
+    }
+    return good;
+}
+
+bool Connection::SetMethod(const std::string& verb, const std::string* body)
+{
+    // Whatever carries a body or declares an empty one is a POST under another verb to libcurl.
+    if (body != nullptr) {
+        return Set(CURLOPT_POST, 1L) && Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size())) &&
+               Set(CURLOPT_POSTFIELDS, body->data()) && Set(CURLOPT_CUSTOMREQUEST, verb.c_str());
+    }
+    return Set(CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t{0}) && Set(CURLOPT_POSTFIELDS, "") &&
+           Set(verb == "HEAD" ? CURLOPT_NOBODY : CURLOPT_HTTPGET, 1L) && Set(CURLOPT_CUSTOMREQUEST, verb.c_str());
+}
+
+Ending Connection::Run(const AnswerInto& into, bool repeatOnce, const std::function<int()>& wait)
+{
+    m_answer.Begin(into);
+    m_mayRepeat = repeatOnce;
+    m_keepable = m_connected = m_started = m_lost = m_repeated = m_refused = m_saidGoodbye = false;
+    m_words[0] = '\0';
+    bool ended = false;
+    m_code = Transfer(wait, ended);
+    const Ending ending = Judge(ended);
+    if (ending == Ending::Answered && !m_answer.Finish()) {
+        return Ending::NoMemory;
+    }
+    m_keepable = ending == Ending::Answered && m_code == CURLE_OK && m_answer.Keepable();
+    return ending;
+}
+
+CURLcode Connection::Transfer(const std::function<int()>& wait, bool& ended)
+{
+    struct Joined {
+        explicit Joined(Connection& joining)
+            : owner(joining), code(curl_multi_add_handle(joining.m_multi, joining.m_easy))
+        {
+        }
+        ~Joined()
+        {
+            if (code == CURLM_OK) {
+                curl_multi_remove_handle(owner.m_multi, owner.m_easy); // With a transfer that is still under way.
+            }
+        }
+        Connection& owner;
+        const CURLMcode code;
+    };
+    const Joined joined(*this);
+    CURLMcode code = joined.code;
+    int running = 1;
+    while (code == CURLM_OK) {
+        code = curl_multi_perform(m_multi, &running);
+        if (code != CURLM_OK || running == 0) {
+            break;
+        }
+        const int most = wait();
+        if (most < 0) {
+            ended = true;
+            return CURLE_ABORTED_BY_CALLBACK;
+        }
+        // Not longer than libcurl's own timers allow.
+        code = curl_multi_poll(m_multi, nullptr, 0, most, nullptr);
+    }
+    if (code != CURLM_OK) {
+        return CURLE_FAILED_INIT;
+    }
+    NoteKept();
+    int queued = 0;
+    const CURLMsg* const message = curl_multi_info_read(m_multi, &queued);
+    return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
+}
+
+Ending Connection::Judge(bool ended)
+{
+    if (ended) {
+        return Ending::Ended;
+    }
+    switch (m_answer.GetFault()) {
+    case AnswerReader::Fault::None:
+        break;
+    case AnswerReader::Fault::HeadTooLong:
+        return Ending::HeadTooLong;
+    case AnswerReader::Fault::BodyTooLong:
+        return Ending::BodyTooLong;
+    case AnswerReader::Fault::NoMemory:
+        return Ending::NoMemory;
+    case AnswerReader::Fault::Malformed:
+        return Ending::Malformed;
+    }
+    if (m_refused) {
+        return Ending::Lost;
+    }
+    switch (m_code) {
+    case CURLE_OK: {
+        // To libcurl a head that ends with the connection is a whole answer, and so is a TLS connection cut anywhere.
+        const bool cut = m_watchesEnd && m_answer.EndsWithConnection() && !m_saidGoodbye;
+        return m_answer.HeadEnded() && !cut ? Ending::Answered : Ending::Incomplete;
+    }
+    case CURLE_SEND_ERROR:
+    case CURLE_RECV_ERROR:
+    case CURLE_OPERATION_TIMEDOUT:
+        // The server did not read the request to its end, and said why.
+        if (m_answer.Whole()) {
+            return Ending::Answered;
+        }
+        if (m_code == CURLE_OPERATION_TIMEDOUT) {
+            return Ending::Late;
+        }
+        return m_code == CURLE_RECV_ERROR && m_started ? Ending::Incomplete : Ending::Failed;
+    case CURLE_PARTIAL_FILE:
+    case CURLE_GOT_NOTHING:
+        return m_started ? Ending::Incomplete : Ending::Failed;
+    case CURLE_OUT_OF_MEMORY:
+        return m_started && !m_answer.HeadEnded() && MemoryIsThere() ? Ending::HeadTooLong : Ending::NoMemory;
+    case CURLE_UNSUPPORTED_PROTOCOL:
+    case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_BAD_CONTENT_ENCODING:
+        return m_started ? Ending::Malformed : Ending::Failed;
+    default:
+        return Ending::Failed;
+    }
+}
+
+void Connection::NoteKept()
+{
+    // Otherwise it is the one already known. Should it have been closed, it does not pass for clean.
+    if (m_connected && curl_easy_getinfo(m_easy, CURLINFO_ACTIVESOCKET, &m_socket) != CURLE_OK) {
+        m_socket = CURL_SOCKET_BAD;
+    }
+}
+
+bool Connection::IsClean()
+{
+    if (m_socket == CURL_SOCKET_BAD) {
+        return true;
+    }
+    curl_waitfd watched = {m_socket, CURL_WAIT_POLLIN, 0};
+    return curl_multi_poll(m_multi, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
+}
+
+std::uint64_t Connection::SentBytes() const
+{
+    curl_off_t sent = 0;
+    curl_easy_getinfo(m_easy, CURLINFO_SIZE_UPLOAD_T, &sent);
+    return static_cast<std::uint64_t>(sent);
+}
+
+long Connection::Info(CURLINFO info) const
+{
+    long value = 0;
+    return curl_easy_getinfo(m_easy, info, &value) == CURLE_OK ? value : 0;
+}
+
+std::string Connection::Why() const
+{
+    if (m_answer.GetFault() == AnswerReader::Fault::Malformed) {
+        return m_answer.Why();
+    }
+    return Keel::StringUtil::SingleLine(m_words[0] != '\0' ? m_words : curl_easy_strerror(m_code));
+}
+
+std::size_t Connection::OnLine(char* line, std::size_t, std::size_t size, void* self) noexcept
+{
+    return static_cast<Connection*>(self)->m_answer.TakeLine(line, size) ? size : 0;
+}
+
+std::size_t Connection::OnBody(char* bytes, std::size_t, std::size_t size, void* self) noexcept
+{
+    return static_cast<Connection*>(self)->m_answer.TakeBody(bytes, size) ? size : 0;
+}
+
+// libcurl repeats a request by itself when a kept connection dies before an answer, even if the request went out.
+// Asked before every attempt. What counts is whether a byte was sent in the one before.
+bool Connection::MayAttempt()
+{
+    long sent = 0;
+    if (m_started && (curl_easy_getinfo(m_easy, CURLINFO_REQUEST_SIZE, &sent) != CURLE_OK || sent != 0)) {
+        m_lost = true;
+        m_refused = !m_mayRepeat || m_repeated;
+    }
+    return !m_refused;
+}
+
+// Before a new connection is made.
+int Connection::OnSocket(void* self, curl_socket_t, curlsocktype) noexcept
+{
+    auto& connection = *static_cast<Connection*>(self);
+    connection.m_connected = true;
+    return connection.MayAttempt() ? CURL_SOCKOPT_OK : CURL_SOCKOPT_ERROR;
+}
+
+// When a connection stands, before the first byte of the request.
+int Connection::OnStart(void* self, char*, char*, int, int) noexcept
+{
+    auto& connection = *static_cast<Connection*>(self);
+    if (!connection.MayAttempt()) {
+        return CURL_PREREQFUNC_ABORT;
+    }
+    connection.m_repeated = connection.m_lost;
+    connection.m_started = true;
+    connection.m_startedAt = std::chrono::steady_clock::now();
+    return CURL_PREREQFUNC_OK;
+}
+
+// libcurl has no other way to tell how a TLS connection ended.
+int Connection::OnDebug(CURL*, curl_infotype type, char* text, std::size_t size, void* self) noexcept
+{
+    static const char kAlert[] = "close notify";
+    static const char kInbound[] = "(IN)";
+    const auto holds = [&](const char* part) {
+        return std::search(text, text + size, part, part + std::strlen(part)) != text + size;
+    };
+    if (type == CURLINFO_TEXT && holds(kInbound) && holds(kAlert)) {
+        static_cast<Connection*>(self)->m_saidGoodbye = true;
+    }
+    return 0;
+}
+
+} // namespace httpcore
