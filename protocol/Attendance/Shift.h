@@ -21,7 +21,13 @@ struct NEXWIRE_API AddRestPeriod : IInboundData {
 
 struct NEXWIRE_API RestPeriod : IReturnData {
     std::string restPeriodID;
-    AddRestPeriod restPeriodInfo;
+    std::string restPeriodName; ///< Up to 32 characters.
+    std::string startTime;
+    std::string endTime;
+    std::int32_t deductMode = 0;         ///< One of: 0 the whole time is taken off, 1 what was clocked, 2 nothing.
+    std::int32_t lateAllowDuration = 0;  ///< Back so late without being late. 0 to 240 min.
+    std::int32_t earlyAllowDuration = 0; ///< Gone so early without leaving early. 0 to 240 min.
+    bool needClock = false;              ///< Persons clock out and in around it.
     NEXWIRE_JSON
 };
 
@@ -88,7 +94,24 @@ struct NEXWIRE_API AddPeriod : IInboundData {
 
 struct NEXWIRE_API PeriodConfigRespone : IReturnData { // Spelled so.
     std::string periodID;
-    AddPeriod periodInfo;
+    std::string periodName;      ///< Up to 32 characters.
+    std::int32_t periodType = 0; ///< One of: 0 fixed times, 1 flexible.
+    std::string startTime;
+    std::string endTime;
+    std::string startClockBegin; ///< From here on a record counts as clocking in; empty: 60 minutes before.
+    std::string startClockEnd;   ///< Empty: the end of the period.
+    std::string endClockBegin;   ///< From here on a record counts as clocking out; empty: the start of the period.
+    std::string endClockEnd;     ///< Empty: 240 minutes after.
+    bool needStartClock = true;
+    bool needEndClock = true;
+    std::int32_t lateAllowDuration = 0;  ///< So late without being late. 0 to 1440 min.
+    std::int32_t earlyAllowDuration = 0; ///< So early without leaving early. 0 to 1440 min.
+    /// From here on late counts as absent. 0 to 1440 min. 0 is the basic rule's.
+    std::int32_t lateToAbsenceDuration = 0;
+    std::int32_t earlyToAbsenceDuration = 0; ///< The same for leaving early. 0 to 1440 min. 0 is the basic rule's.
+    std::int32_t flexibleDuration = 0; ///< Coming later is made up for by leaving later, up to here. 0 to 480 min.
+    std::int32_t workDuration = 0;     ///< To be worked where times are flexible. 0 to 1440 min.
+    std::vector<std::string> restPeriodIDList;
     NEXWIRE_JSON
 };
 
@@ -150,7 +173,12 @@ struct NEXWIRE_API ShiftQueryCondition : IInboundData {
 
 struct NEXWIRE_API ShiftResponse : IReturnData {
     std::string shiftID;
-    ShiftInfo shiftInfo;
+    std::string shiftName;          ///< Up to 32 characters.
+    std::string cycleUnit = "week"; ///< One of: "day", "week", "month".
+    std::int32_t cycleCount = 1;    ///< Units until it begins anew. 1 to 31.
+    bool holidayFree = true;        ///< Holidays are free days.
+    std::vector<ShiftDay> shiftDayList;
+    std::string description;
     bool isUsed = false; ///< At least one arrangement follows it.
     NEXWIRE_JSON
 };

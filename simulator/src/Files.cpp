@@ -60,23 +60,26 @@ bool Part(const Handling& handling, std::string_view& bytes)
         throw Refusal(Reason::kMissingField, "boundary");
     }
     const std::string border = "--" + type.substr(at + 9, type.find_first_of("; \"", at + 9) - at - 9);
-    const std::size_t begin = bytes.find(border + "\r\n");
-    if (begin == std::string_view::npos) {
-        if (bytes.empty() || bytes.find(border + "--") != std::string_view::npos) {
-            return false;
+    if (bytes.empty()) {
+        return false;
+    }
+    if (bytes.find(border + "--") == std::string_view::npos) {
+        throw Refusal(Reason::kWrongType, "the body does not end with its boundary");
+    }
+    // Parts without a file name say something about the slice; a request without a file closes the upload.
+    for (std::size_t begin = bytes.find(border + "\r\n"); begin != std::string_view::npos;
+         begin = bytes.find(border + "\r\n", begin + 1)) {
+        const std::size_t head = bytes.find("\r\n\r\n", begin);
+        const std::size_t end = head == std::string_view::npos ? head : bytes.find("\r\n" + border, head + 2);
+        if (end == std::string_view::npos) {
+            throw Refusal(Reason::kWrongType, "a part of the body does not end");
         }
-        throw Refusal(Reason::kWrongType, "the body has no part between its boundaries");
+        if (bytes.substr(begin, head - begin).find("filename=") != std::string_view::npos) {
+            bytes = bytes.substr(head + 4, end - head - 4);
+            return true;
+        }
     }
-    const std::size_t head = bytes.find("\r\n\r\n", begin);
-    const std::size_t end = bytes.rfind("\r\n" + border);
-    if (head == std::string_view::npos || end == std::string_view::npos || end < head + 4) {
-        throw Refusal(Reason::kWrongType, "the part of the body does not end");
-    }
-    if (bytes.substr(begin, head - begin).find("filename=") == std::string_view::npos) {
-        throw Refusal(Reason::kMissingField, "filename");
-    }
-    bytes = bytes.substr(head + 4, end - head - 4);
-    return true;
+    return false;
 }
 
 void Complete(Handling& handling, const std::string& key, Json& file)
@@ -195,6 +198,17 @@ void GetBytes(Handling& handling)
 }
 
 } // namespace
+
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes)
+{
+    const std::string key = plan + "?" + std::string(upload);
+    const Json file = handling.Load(kFiles, key);
+    if (!file.IsObject() || !AsBool(Member(file, "complete"))) {
+        return false;
+    }
+    bytes = Stored(handling, key, file, 0, AsInt(Member(file, "size")));
+    return true;
+}
 
 void AddFiles(Services& services)
 {

@@ -92,6 +92,8 @@ public:
             AddDeviceTexts(services);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
+            AddAttendance(services);
+            AddStatistics(services);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
         } catch (const std::exception& failure) {

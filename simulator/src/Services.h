@@ -30,4 +30,13 @@ void AddJobs(Services& services, double timeScale);
 /// Bytes that come and go: "files".
 void AddFiles(Services& services);
 
+/// The bytes of a file that was uploaded whole under that plan and identifier; false when there is none.
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes);
+
+/// Arrangements, clock records and what they come to.
+void AddAttendance(Services& services);
+
+/// Figures that are made up and add up: people, alarms, heat maps.
+void AddStatistics(Services& services);
+
 } // namespace nexwire::simulator

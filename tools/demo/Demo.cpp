@@ -24,6 +24,7 @@
 #include "site.inc"
 #include "tools/demo/BadServer.h"
 #include "tools/demo/Screen.h"
+#include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/VideoWallChapter.h"
 
 namespace nexwire {
@@ -196,6 +197,7 @@ public:
             Download();
             Wiegand();
             Device();
+            RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();
         Failures();
@@ -394,6 +396,14 @@ private:
             request.batchSendDataList.clear();
         }
         screen_.Wrong("the batch does not end");
+    }
+
+    void RunChapter(const char* title, bool (*run)(Screen& screen))
+    {
+        screen_.Chapter(title);
+        if (!run(screen_)) {
+            screen_.Wrong(std::string(title) + ": did not end well");
+        }
     }
 
     void VideoWall()
