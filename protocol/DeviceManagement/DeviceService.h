@@ -46,8 +46,14 @@ struct NEXWIRE_API QrCode : IReturnData {
     NEXWIRE_JSON
 };
 
+/// Codes of several devices.
+struct NEXWIRE_API QrCodesRsp : IReturnData {
+    std::vector<QrCode> qrCodeList;
+    NEXWIRE_JSON
+};
+
 struct NEXWIRE_API QrCodesRspData : IReturnData {
-    std::vector<QrCode> qrCodesList;
+    QrCodesRsp qrCodesRsp;
     NEXWIRE_JSON
 };
 
@@ -98,7 +104,7 @@ struct NEXWIRE_API NetworkParamQuery : IInboundData {
 };
 
 /// A network card with what runs over it.
-struct NEXWIRE_API NetworkParam : IReturnData {
+struct NEXWIRE_API NetworkCardFlow : IReturnData {
     std::int32_t networkCardNo = 0; ///< From 1.
     std::string address;            ///< IP address.
     std::string macAddress;         ///< "00:11:22:aa:bb:cc".
@@ -110,8 +116,14 @@ struct NEXWIRE_API NetworkParam : IReturnData {
     NEXWIRE_JSON
 };
 
+/// Network cards of a device.
+struct NEXWIRE_API NetworkParam : IReturnData {
+    std::vector<NetworkCardFlow> networkCardFlowList;
+    NEXWIRE_JSON
+};
+
 struct NEXWIRE_API NetworkParamData : IReturnData {
-    std::vector<NetworkParam> networkParamList;
+    NetworkParam networkParam;
     NEXWIRE_JSON
 };
 
@@ -145,10 +157,16 @@ struct NEXWIRE_API Capability : IReturnData {
     NEXWIRE_JSON
 };
 
-struct NEXWIRE_API CapabilitiesData : IReturnData {
+/// What a device, or a channel of it, can do.
+struct NEXWIRE_API Capabilities : IReturnData {
     std::string deviceGuid;
     std::int32_t channelNo = 0; ///< Channel, from 1; 0 the device itself.
-    std::vector<Capability> capabilitiesList;
+    std::vector<Capability> capabilityList;
+    NEXWIRE_JSON
+};
+
+struct NEXWIRE_API CapabilitiesData : IReturnData {
+    Capabilities capabilities;
     NEXWIRE_JSON
 };
 
@@ -180,8 +198,14 @@ struct NEXWIRE_API PurePwdVerityEnableDevice : IReturnData {
     NEXWIRE_JSON
 };
 
-struct NEXWIRE_API PurePwdVerityEnableDeviceRspData : IReturnData {
+/// Such devices.
+struct NEXWIRE_API PurePwdVerityEnableDeviceRsp : IReturnData {
     std::vector<PurePwdVerityEnableDevice> purePwdVerityEnableDeviceList;
+    NEXWIRE_JSON
+};
+
+struct NEXWIRE_API PurePwdVerityEnableDeviceRspData : IReturnData {
+    PurePwdVerityEnableDeviceRsp purePwdVerityEnableDeviceRsp;
     NEXWIRE_JSON
 };
 
