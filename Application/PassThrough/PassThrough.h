@@ -45,14 +45,17 @@ bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std
 
 /// Reads a structure from a device. False when the device's answer is empty or does not hold the structure under
 /// its root name; `output` is untouched then.
+///
+/// @param input  what is asked for, where that takes a structure.
 template <class Structure>
 bool DeviceGet(Route route, int command, const std::string& deviceGuid, Structure& output,
-               std::string_view condition = {}, int timeoutMs = 0) noexcept
+               std::string_view condition = {}, int timeoutMs = 0,
+               const protocol::IInboundData* input = nullptr) noexcept
 {
     return core::Guard([&] {
         protocol::DagPassThroughRsp answer;
         Structure fresh;
-        if (!DeviceExchange(route, command, deviceGuid, condition, nullptr, answer, timeoutMs) ||
+        if (!DeviceExchange(route, command, deviceGuid, condition, input, answer, timeoutMs) ||
             !protocol::TParseJSONStr(fresh, answer.outBuffer)) {
             return false;
         }
