@@ -236,6 +236,17 @@ bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
     });
 }
 
+bool RunForText(const Operation& operation, protocol::IJSONStruct& fresh, std::string& text)
+{
+    RspInfos response;
+    protocol::ReturnData envelope(Borrow(fresh));
+    if (!Execute(response, operation) || !envelope.Parse(response.body) || !Settle(envelope, Verdict::Accept)) {
+        return false;
+    }
+    text = std::move(response.body);
+    return true;
+}
+
 bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code)
 {
     protocol::ReturnData envelope;

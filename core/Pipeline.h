@@ -236,6 +236,8 @@ bool RunInto(const Operation& operation, Result& result, Verdict verdict) noexce
 }
 
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept;
+/// Besides the result, `text` receives the body of the answer on success.
+bool RunForText(const Operation& operation, protocol::IJSONStruct& fresh, std::string& text);
 bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code);
 
 } // namespace core
