@@ -19,6 +19,7 @@ struct ThreadState {
 
 ThreadState& State()
 {
+    core::PrepareThread();
     static thread_local ThreadState state;
     return state;
 }
@@ -53,8 +54,11 @@ const std::string* FindField(const RspInfos& response, const char* name)
 } // namespace
 
 const ExchangeRecord& LastExchange()
-{
+try {
     return ThreadRecord();
+} catch (...) {
+    static const ExchangeRecord none;
+    return none;
 }
 
 std::string Path::Text() const
