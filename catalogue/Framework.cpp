@@ -1,5 +1,6 @@
 #include "catalogue/Modules.h"
 #include "nexwire/Framework/Encryption.h"
+#include "nexwire/Log/Log.h"
 
 namespace nexwire {
 namespace catalogue {
