@@ -5,7 +5,7 @@
 namespace protocol {
 
 // clang-format off
-NEXWIRE_INBOUND_FIELDS(CloudP2PAccountInfo, "cloudP2PAccountInfo", F(account), F(password), F(countryCode), F(serverAddress))
+NEXWIRE_INBOUND_FIELDS(CloudP2PAccountInfo, "cloudP2PAccountInfo", F(account), F(password), F(countryCode), F(serverAddress), F(token))
 NEXWIRE_RETURN_FIELDS(CloudP2PAccountResult, F(account), F(countryCode), F(serverAddress), F(loginState), F(loginTime), F(deviceNum))
 NEXWIRE_RETURN_FIELDS(CloudP2PAccountResultData, F(cloudP2PAccountResult))
 NEXWIRE_RETURN_FIELDS(CloudP2PConfig, F(region), F(serverAddress), F(serverPort), F(tls))

@@ -12,6 +12,7 @@ struct NEXWIRE_API CloudP2PAccountInfo : IInboundData {
     std::string password;      ///< Sent as it is given; empty in answers.
     std::string countryCode;   ///< Where the account is kept, ISO 3166, for example "NO"; empty: found out.
     std::string serverAddress; ///< Cloud server of an installation of its own; empty: the public one.
+    std::string token;         ///< A login that was obtained elsewhere, in place of the password.
     NEXWIRE_JSON
 };
 

@@ -309,6 +309,7 @@ const std::vector<std::string>& CRedactor::BuiltInKeys()
         "databasePassword", "wifiPassword", "wifiPwd", "platformPassword", "encryptPassword", "encryptionPassword",
         "filePassword", "exportPassword", "sipPassword", "intercomPassword", "pin", "pinCode", "personPin",
         "verifyCode", "verificationCode", "authCode", "authenticationCode", "captcha", "smsCode", "otp",
+        "safetyAnswer",
         // Sessions and tokens
         "token", "accessToken", "loginToken", "refreshToken", "authToken", "userToken", "sessionToken", "serverToken",
         "clientToken", "csrfToken", "apiToken", "bearerToken", "idToken", "SID", "session", "sessionId", "sessionKey",
