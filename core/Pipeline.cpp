@@ -201,7 +201,7 @@ void SendOnly(protocol::IInboundData& structure, const void* base, const std::ve
     structure.WriteOnly(std::move(keys));
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text)
 {
     RspInfos response;
     if (!Execute(response, operation) || !envelope.Parse(response.body)) {
@@ -216,6 +216,9 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
     if (verdict == Verdict::Judge && envelope.code.number != 0) {
         Keel::Error::SetLastError(envelope.code);
         return false;
+    }
+    if (text != nullptr) {
+        *text = std::move(response.body);
     }
     return true;
 }
@@ -246,6 +249,14 @@ bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& c
 bool Exchange(const Operation& operation) noexcept
 {
     return core::RunWithoutResult(operation, core::Verdict::Accept);
+}
+
+bool ExchangeForText(const Operation& operation, std::string& text) noexcept
+{
+    return core::Guard([&] {
+        protocol::ReturnData envelope;
+        return core::Run(operation, envelope, core::Verdict::Accept, &text);
+    });
 }
 
 bool ExchangeJudged(const Operation& operation) noexcept
