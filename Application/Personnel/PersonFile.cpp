@@ -21,8 +21,8 @@ bool PersonsFileComm::requestUpload(const std::shared_ptr<int>& progress, std::s
     return core::Guard([&] {
         std::string guid = Keel::GuidUtil::CreateGuid();
         std::string unread;
-        if (!UploadInSlices(Path(kPersonnelRoot, "uploadFile"), {"text/csv", false, false, "uploadGuid="}, guid, file,
-                            progress, unread)) {
+        if (guid.empty() || !UploadInSlices(Path(kPersonnelRoot, "uploadFile"),
+                                            {"text/csv", false, false, "uploadGuid="}, guid, file, progress, unread)) {
             return false;
         }
         uploadGuid = std::move(guid);
