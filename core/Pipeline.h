@@ -212,7 +212,9 @@ private:
 bool Settle(const protocol::ReturnData& envelope, Verdict verdict);
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);
+///
+/// @param text  receives the answer's body on success; may be null.
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text = nullptr);
 
 /// A shared pointer that does not own: the result lives on the stack of its call.
 template <class Result>
@@ -236,8 +238,6 @@ bool RunInto(const Operation& operation, Result& result, Verdict verdict) noexce
 }
 
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept;
-/// Besides the result, `text` receives the body of the answer on success.
-bool RunForText(const Operation& operation, protocol::IJSONStruct& fresh, std::string& text);
 bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code);
 
 } // namespace core
@@ -254,17 +254,37 @@ bool Exchange(const Operation& operation, Result& result) noexcept
 /// The same without a result.
 bool Exchange(const Operation& operation) noexcept;
 
-/// For a structure that is request and result at once: what the answer does not mention stays as it was sent.
-template <class Structure>
-bool ExchangeInPlace(const Operation& operation, Structure& structure) noexcept
+/// The same; besides, `text` receives the answer's body as it stands.
+bool ExchangeForText(const Operation& operation, std::string& text) noexcept;
+
+template <class Result>
+bool ExchangeForText(const Operation& operation, Result& result, std::string& text) noexcept
 {
     return core::Guard([&] {
-        Structure answer = structure;
-        protocol::ReturnData envelope(core::Borrow(answer));
+        Result fresh;
+        protocol::ReturnData envelope(core::Borrow(fresh));
+        if (!core::Run(operation, envelope, core::Verdict::Accept, &text)) {
+            return false;
+        }
+        result = std::move(fresh);
+        return true;
+    });
+}
+
+/// For a structure that goes out and comes back. Returns as `Exchange`; `structure` is replaced when the answer carries
+/// any of its members, which then start from what was sent, and is untouched otherwise.
+template <class Structure>
+bool ExchangeBothWays(const Operation& operation, Structure& structure) noexcept
+{
+    return core::Guard([&] {
+        Structure fresh = structure;
+        protocol::ReturnData envelope(core::Borrow(fresh));
         if (!core::Run(operation, envelope, core::Verdict::Accept)) {
             return false;
         }
-        structure = std::move(answer);
+        if (!fresh.PresentKeys().empty()) {
+            structure = std::move(fresh);
+        }
         return true;
     });
 }

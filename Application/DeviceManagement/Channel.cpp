@@ -119,7 +119,7 @@ bool CChannelPresetComm::savePreset(std::string& presetGuid, protocol::PresetInf
                                            &PresetInfo::name, &PresetInfo::cloudP2PNo);
         const std::string serial = guid::SupplyForChannel("savePreset", deviceGuid);
         PresetInfo saved = preset;
-        if (!ExchangeInPlace(Write(ChannelPath(serial, channelGuid, "/presets"), body), saved)) {
+        if (!ExchangeBothWays(Write(ChannelPath(serial, channelGuid, "/presets"), body), saved)) {
             return false;
         }
         std::string savedGuid = saved.presetGuid;

@@ -11,7 +11,7 @@ constexpr const char* kAccounts = "/7730/v1/deviceManagement/cloudP2P/accounts";
 
 bool CCloudP2PAccountLoginComm::request(protocol::CloudP2PAccountInfo& account)
 {
-    return ExchangeInPlace(Write(kAccounts, account).ErrorFromAnswer(), account);
+    return ExchangeBothWays(Write(kAccounts, account).ErrorFromAnswer(), account);
 }
 
 bool CCloudP2PAccountLogoutComm::request()

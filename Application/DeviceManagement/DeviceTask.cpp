@@ -64,7 +64,7 @@ bool CUpgradeDevice::request(protocol::DeviceResultListData& result, const proto
 
 bool CAppDownloadTask::request(protocol::AppTask& task)
 {
-    return ExchangeInPlace(Write(Path(kRoot, "devices/app/path"), task), task);
+    return ExchangeBothWays(Write(Path(kRoot, "devices/app/path"), task), task);
 }
 
 bool CAppDownloadTask::request(protocol::AppList& result, const std::string& deviceGuid)
@@ -74,7 +74,7 @@ bool CAppDownloadTask::request(protocol::AppList& result, const std::string& dev
 
 bool CAppDownloadTask::request(protocol::AppManage& order, const std::string& deviceGuid)
 {
-    return ExchangeInPlace(Query(DevicePath(Route::External, deviceGuid, "/app/manage"), order), order);
+    return ExchangeBothWays(Query(DevicePath(Route::External, deviceGuid, "/app/manage"), order), order);
 }
 
 bool CAppDownloadTask::requestCancelTask()

@@ -29,7 +29,7 @@ bool FileImportEventComm::requestImportFile(std::string& taskGuid, const std::st
 {
     return core::Guard([&] {
         protocol::EventImportTask task;
-        if (!core::RunForText(Write(kImports), task, answer)) {
+        if (!ExchangeForText(Write(kImports), task, answer)) {
             return false;
         }
         taskGuid = std::move(task.taskGuid);
@@ -40,14 +40,7 @@ bool FileImportEventComm::requestImportFile(std::string& taskGuid, const std::st
 bool FileImportEventComm::requestImportProgress(protocol::personnelcommon::SynchronouProgressData& result,
                                                 const std::string& taskGuid, std::string& answer)
 {
-    return core::Guard([&] {
-        protocol::personnelcommon::SynchronouProgressData fresh;
-        if (!core::RunForText(Query(Path(kImports, "/", taskGuid, "/progress")), fresh, answer)) {
-            return false;
-        }
-        result = std::move(fresh);
-        return true;
-    });
+    return ExchangeForText(Query(Path(kImports, "/", taskGuid, "/progress")), result, answer);
 }
 
 bool FileImportEventComm::requestStopImport(protocol::personnelcommon::SynchronousQuery& query,
@@ -55,7 +48,8 @@ bool FileImportEventComm::requestStopImport(protocol::personnelcommon::Synchrono
 {
     return core::Guard([&] {
         protocol::personnelcommon::SynchronousQuery fresh = query;
-        if (!core::RunForText(Write(Path(kImports, "/", taskGuid), query), fresh, answer)) {
+        protocol::ReturnData envelope(core::Borrow(fresh));
+        if (!core::Run(Write(Path(kImports, "/", taskGuid), query), envelope, core::Verdict::Accept, &answer)) {
             return false;
         }
         query = std::move(fresh);

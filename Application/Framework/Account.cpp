@@ -28,7 +28,7 @@ bool CGetLoginTokenBySlowThread::request(protocol::UserResponseInfoData& result,
 
 bool CSetLoginToken::request(protocol::CloudP2PAccountInfo& account)
 {
-    const bool done = ExchangeInPlace(Write(Path(kDeviceRoot, "setToken"), account), account);
+    const bool done = ExchangeBothWays(Write(Path(kDeviceRoot, "setToken"), account), account);
     return core::Guard([&] {
                NEXWIRE_LOG_INFO("CSetLoginToken %s", done ? "true" : "false");
                return done;
@@ -41,7 +41,7 @@ bool CStartTiming::request(std::string& token)
     return core::Guard([&] {
         protocol::StartTiming timing;
         timing.token = token;
-        if (!ExchangeInPlace(Write(Path(kDeviceRoot, "startTiming"), timing), timing)) {
+        if (!ExchangeBothWays(Write(Path(kDeviceRoot, "startTiming"), timing), timing)) {
             return false;
         }
         token = std::move(timing.token);
@@ -62,7 +62,7 @@ bool CGetLockParam::request(protocol::UserResponseInfoData& result, int operateT
 
 bool CGetOrvelAccountInfo::request(protocol::OrvelAccountInfo& account)
 {
-    return ExchangeInPlace(Query(Path(kRoot, "account/info"), account), account);
+    return ExchangeBothWays(Query(Path(kRoot, "account/info"), account), account);
 }
 
 bool CSetOrvelAccountInfo::request(const protocol::OrvelAccountInfoModify& param)
@@ -88,7 +88,7 @@ bool CGetStreamPackageInfo::request(protocol::StreamPackageInfoResponseInfoData&
 
 bool CSetComponentRecvMsg::request(protocol::WSRequestInfo& param)
 {
-    const bool done = ExchangeInPlace(Write(Path(kRoot, "msg/recv"), param), param);
+    const bool done = ExchangeBothWays(Write(Path(kRoot, "msg/recv"), param), param);
     return core::Guard([&] {
                NEXWIRE_LOG_INFO("CSetComponentRecvMsg %s", done ? "true" : "false");
                return done;
@@ -106,7 +106,7 @@ bool CGetAccountAndTeamInfo::request(protocol::UserLoginAccountTeamInfo& result)
 
 bool CSetActiveDevice::request(protocol::Resource& device)
 {
-    return ExchangeInPlace(Write(Path(kRoot, "device/active"), device), device);
+    return ExchangeBothWays(Write(Path(kRoot, "device/active"), device), device);
 }
 
 } // namespace nexwire

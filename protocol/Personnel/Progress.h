@@ -59,5 +59,11 @@ struct NEXWIRE_API SynchronousQuery : IInboundData {
     NEXWIRE_JSON
 };
 
+/// What becomes of the data that an enrolment station hands over.
+struct NEXWIRE_API EnrollmentStationData : IInboundData {
+    std::string orgGuid; ///< Organisation that persons without one go into; empty: the root.
+    NEXWIRE_JSON
+};
+
 } // namespace personnelcommon
 } // namespace protocol
