@@ -90,6 +90,11 @@ bool CGetRadarAttrComm::request(protocol::RadarAttrData& result, const std::stri
     return Exchange(Query(DevicePath(Route::External, deviceGuid, "/radars/", radarGuid)), result);
 }
 
+bool CTopoAlarmComm::request(protocol::SwitchAlarmListData& result, const std::string& topologyGuid)
+{
+    return Exchange(Query(Path("/7730/v1/internal/topologyManagement/topologies/", topologyGuid, "/alarms")), result);
+}
+
 bool CSwitchPortComm::request(protocol::SwitchPort& result, const std::string& deviceGuid, unsigned int portNo)
 {
     return QueryByNumber(result, deviceGuid, "/switchPorts/", portNo);

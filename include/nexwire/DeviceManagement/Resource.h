@@ -2,6 +2,7 @@
 
 #include "protocol/DeviceManagement/Channel.h"
 #include "protocol/DeviceManagement/Resource.h"
+#include "protocol/Topology/Topology.h"
 
 // What a device has beside channels. All functions block until the answer is there and may be called from any thread.
 // They return true when the answer was a readable envelope, whatever its code; a result is untouched on false. The
@@ -89,6 +90,12 @@ public:
 class NEXWIRE_API CGetRadarAttrComm {
 public:
     static bool request(protocol::RadarAttrData& result, const std::string& deviceGuid, const std::string& radarGuid);
+};
+
+/// Alarms of the switches of a topology.
+class NEXWIRE_API CTopoAlarmComm {
+public:
+    static bool request(protocol::SwitchAlarmListData& result, const std::string& topologyGuid);
 };
 
 /// One port of a switch.
