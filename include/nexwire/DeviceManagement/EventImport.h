@@ -20,7 +20,7 @@ public:
     ///
     /// @param progress    counts whole percent of the file up to 100, and keeps its value on failure; may be empty.
     ///                    Other threads may read it meanwhile.
-    /// @param uploadGuid  receives the upload's new identifier before the first slice goes out.
+    /// @param uploadGuid  receives the upload's new identifier.
     /// @param file        path, UTF-8.
     /// @param answer      the last answer as it is.
     static bool requestUpload(std::shared_ptr<int> progress, std::string& uploadGuid, const std::string& file,
