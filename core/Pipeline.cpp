@@ -19,6 +19,7 @@ struct ThreadState {
 
 ThreadState& State()
 {
+    core::PrepareThread();
     static thread_local ThreadState state;
     return state;
 }
@@ -53,8 +54,11 @@ const std::string* FindField(const RspInfos& response, const char* name)
 } // namespace
 
 const ExchangeRecord& LastExchange()
-{
+try {
     return ThreadRecord();
+} catch (...) {
+    static const ExchangeRecord none;
+    return none;
 }
 
 std::string Path::Text() const
@@ -201,12 +205,8 @@ void SendOnly(protocol::IInboundData& structure, const void* base, const std::ve
     structure.WriteOnly(std::move(keys));
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text)
+bool Settle(const protocol::ReturnData& envelope, Verdict verdict)
 {
-    RspInfos response;
-    if (!Execute(response, operation) || !envelope.Parse(response.body)) {
-        return false;
-    }
     ExchangeRecord& record = ThreadRecord();
     record.parsed = true;
     record.coded = envelope.coded;
@@ -215,6 +215,15 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
     record.message = envelope.msg;
     if (verdict == Verdict::Judge && envelope.code.number != 0) {
         Keel::Error::SetLastError(envelope.code);
+        return false;
+    }
+    return true;
+}
+
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text)
+{
+    RspInfos response;
+    if (!Execute(response, operation) || !envelope.Parse(response.body) || !Settle(envelope, verdict)) {
         return false;
     }
     if (text != nullptr) {
@@ -267,6 +276,18 @@ bool ExchangeJudged(const Operation& operation) noexcept
 bool ExchangeForCode(const Operation& operation, int& code) noexcept
 {
     return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
+}
+
+bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept
+{
+    return core::Guard([&] {
+        protocol::ReturnData fresh;
+        if (!core::Run(operation, fresh, core::Verdict::Accept)) {
+            return false;
+        }
+        envelope = std::move(fresh);
+        return true;
+    });
 }
 
 bool ExchangeUnread(const Operation& operation) noexcept

@@ -16,6 +16,7 @@ bool ConvertPasswords(protocol::AcsDoorParamCfg& door, CipherStep step)
     Texts converted;
     const bool done =
         cipher != nullptr && core::Guard([&] {
+            const core::InnerExchanges inner;
             const Texts passwords{door.stressPassword, door.superPassword, door.unlockPassword};
             return (cipher->*step)(converted, passwords, std::string()) && converted.size() == passwords.size();
         });
@@ -71,13 +72,14 @@ NEXWIRE_DEVICE_SET(AcsParamConfig, setRFCardConfigRequest, RFCardCfgData, Extern
 bool AcsParamConfig::getAcsDoorParamRequest(protocol::AcsDoorParamCfg& output, const std::string& deviceGuid,
                                             int doorNo)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::AcsDoorParamCfg door;
         if (!DeviceGet(Route::External, 2102, deviceGuid, door, std::to_string(doorNo))) {
             return false;
         }
         if (!ConvertPasswords(door, &IEncryption::Decrypt)) {
-            NEXWIRE_LOG_ERROR("AESDecryption failed!");
+            NEXWIRE_LOG_ERROR_OF(function, "AESDecryption failed!");
         }
         output = std::move(door);
         return true;
@@ -86,9 +88,10 @@ bool AcsParamConfig::getAcsDoorParamRequest(protocol::AcsDoorParamCfg& output, c
 
 bool AcsParamConfig::setAcsDoorParamRequest(protocol::AcsDoorParamCfg input, const std::string& deviceGuid, int doorNo)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         if (!ConvertPasswords(input, &IEncryption::Encrypt)) {
-            NEXWIRE_LOG_ERROR("AESEncryption failed!");
+            NEXWIRE_LOG_ERROR_OF(function, "AESEncryption failed!");
         }
         return DeviceSet(Route::External, 4102, deviceGuid, input, std::to_string(doorNo));
     });
