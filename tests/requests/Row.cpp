@@ -189,7 +189,7 @@ void ReadTarget(Scanner& scanner, Row& row)
     row.method = 2;
     if (std::isdigit(static_cast<unsigned char>(scanner.Next())) != 0) {
         row.method = scanner.Number();
-        row.path = scanner.Word();
+        row.path = scanner.Next() == '"' ? Parsed(scanner.JsonOrWord()).GetString() : scanner.Word();
         return;
     }
     std::string word = scanner.Word();
