@@ -1,9 +1,6 @@
 #include "nexwire/Personnel/PersonFile.h"
 
-#include <keel/GuidUtil.h>
-
 #include "Application/Personnel/Roots.h"
-#include "core/Guard.h"
 #include "core/Upload.h"
 
 namespace nexwire {
@@ -19,10 +16,9 @@ bool PersonsFileComm::requestUpload(const std::shared_ptr<int>& progress, std::s
                                     const std::string& file)
 {
     return core::Guard([&] {
-        std::string guid = Keel::GuidUtil::CreateGuid();
+        std::string guid;
         std::string unread;
-        if (guid.empty() || !UploadInSlices(Path(kPersonnelRoot, "uploadFile"),
-                                            {"text/csv", false, false, "uploadGuid="}, guid, file, progress, unread)) {
+        if (!UploadInSlices(Path(kPersonnelRoot, "uploadFile"), {"text/csv"}, &guid, file, progress, unread)) {
             return false;
         }
         uploadGuid = std::move(guid);
