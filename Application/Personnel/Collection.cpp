@@ -1,6 +1,6 @@
 #include "nexwire/Personnel/Collection.h"
 
-#include "Application/PassThrough/PassThrough.h"
+#include "Application/Personnel/Pages.h"
 
 namespace nexwire {
 
@@ -43,15 +43,9 @@ bool Collect(Credential& result, bool& finished, std::string& batchGuid, const p
 bool CheckFaces(Route route, std::map<int, std::string>& results, bool& finished, std::string& batchGuid,
                 const protocol::BatchPassThroughReq& request, const std::string& deviceGuid)
 {
-    return BatchPage(route, request, deviceGuid, batchGuid, finished, nullptr,
-                     [&results](const protocol::BatchReturnData& item) {
-                         FaceCheckResult face;
-                         if (!protocol::TParseJSONStr(face, item.outBuffer)) {
-                             return false;
-                         }
-                         results.insert_or_assign(face.faceId, std::move(face.checkResult));
-                         return true;
-                     });
+    return PageInto<FaceCheckResult>(
+        [&results](FaceCheckResult&& face) { results.insert_or_assign(face.faceId, std::move(face.checkResult)); },
+        route, request, deviceGuid, batchGuid, finished);
 }
 
 } // namespace

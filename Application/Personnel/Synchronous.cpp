@@ -1,6 +1,6 @@
 #include "nexwire/Personnel/Synchronous.h"
 
-#include "Application/PassThrough/PassThrough.h"
+#include "Application/Personnel/Pages.h"
 #include "Application/Personnel/Roots.h"
 
 namespace nexwire {
@@ -20,56 +20,56 @@ bool SynchronousPersonComm::request(protocol::UserInfoSearch& persons, const pro
                                     const std::string& deviceGuid, std::string& batchGuid, bool& finished,
                                     std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, persons.userInfoList, batchGuid, finished, &errorText);
+    return PageInto(persons.userInfoList, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousCardComm::request(std::vector<protocol::CardConfigParam>& cards,
                                   const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                   std::string& batchGuid, bool& finished, std::string& errorText, bool internalRoute)
 {
-    return AppendPage(RouteOf(internalRoute), request, deviceGuid, cards, batchGuid, finished, &errorText);
+    return PageInto(cards, RouteOf(internalRoute), request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousCardComm::request(std::vector<protocol::CardInfoCfg>& cards,
                                   const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                   std::string& batchGuid, bool& finished, std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, cards, batchGuid, finished, &errorText);
+    return PageInto(cards, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousFingerComm::request(std::vector<protocol::FingerPrintConfigForDag>& fingerprints,
                                     const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                     std::string& batchGuid, bool& finished, std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, fingerprints, batchGuid, finished, &errorText);
+    return PageInto(fingerprints, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousIrisComm::request(std::vector<protocol::Irisinfo>& irises, const protocol::BatchPassThroughReq& request,
                                   const std::string& deviceGuid, std::string& batchGuid, bool& finished,
                                   std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, irises, batchGuid, finished, &errorText);
+    return PageInto(irises, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousFaceComm::request(std::vector<protocol::FaceConfigForPer>& faces,
                                   const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                   std::string& batchGuid, bool& finished, std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, faces, batchGuid, finished, &errorText);
+    return PageInto(faces, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousFaceComm::request(std::vector<protocol::FaceConfigForCard>& faces,
                                   const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                   std::string& batchGuid, bool& finished, std::string& errorText)
 {
-    return AppendPage(Route::Internal, request, deviceGuid, faces, batchGuid, finished, &errorText);
+    return PageInto(faces, Route::Internal, request, deviceGuid, batchGuid, finished, &errorText);
 }
 
 bool SynchronousCardPWDComm::request(std::vector<protocol::CardPasswdInfo>& passwords,
                                      const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                      std::string& batchGuid, bool& finished, bool internalRoute)
 {
-    return AppendPage(RouteOf(internalRoute), request, deviceGuid, passwords, batchGuid, finished);
+    return PageInto(passwords, RouteOf(internalRoute), request, deviceGuid, batchGuid, finished);
 }
 
 bool SynchronousFromDevice::request(std::string& answer, SynchronousQuery& query, const std::string& deviceGuid)

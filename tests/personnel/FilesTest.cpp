@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/TempFolder.h"
 #include "nexwire/Personnel/Credential.h"
 #include "nexwire/Personnel/PersonFile.h"
 #include "nexwire/Personnel/PersonGroup.h"
 #include "nexwire/Personnel/Synchronous.h"
 #include "support/StubExecutor.h"
+#include "support/TempFolder.h"
 
 namespace {
 

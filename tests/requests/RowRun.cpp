@@ -100,7 +100,8 @@ std::vector<RequestParams> WallServer::Requests()
 }
 
 RowRun::RowRun(const Row& row, const Function& function, WallServer& wall)
-    : row_(row), function_(function), wall_(wall), result_(function.Arguments().size()), code_(result_), error_(result_)
+    : row_(row), function_(function), wall_(wall), result_(function.Arguments().size()), code_(result_),
+      error_(result_), whole_(result_)
 {
     const auto place = [&](const std::string& name) {
         const std::size_t found = PlaceOf(function_, name);
@@ -120,6 +121,7 @@ RowRun::RowRun(const Row& row, const Function& function, WallServer& wall)
     }
     code_ = row.code.empty() ? code_ : place(row.code);
     error_ = row.error.empty() ? error_ : place(row.error);
+    whole_ = row.whole.empty() ? whole_ : place(row.whole);
 
     // The result is the structure that comes back and is not named otherwise; rather not the one that is sent.
     const std::string sent = RootOf(row.body) + RootOf(row.in);
@@ -254,6 +256,7 @@ RowRun::Made RowRun::Make(const std::string& id, const Reply& reply)
     wall_.Start(reply.success ? test_support::Reply::Json(reply.body) : test_support::Reply().Close());
     Keel::Error::SetLastError(kEarlier);
     made.called = true;
+    made.answered = reply.body;
     made.outcome = call.Run();
     made.lastError = Keel::Error::GetLastError();
     made.exchange = nexwire::LastExchange();
@@ -579,6 +582,9 @@ std::string RowRun::Expected(std::size_t place, const Made& made, const std::str
     const std::string& base = shape == Shape::Record || sentToo ? made.before[place] : blank_[place];
     if (place == code_) {
         return "0";
+    }
+    if (place == whole_) {
+        return Quoted(made.answered);
     }
     if (const auto appended = appends_.find(place); appended != appends_.end()) {
         const std::string more = WithInJson(appended->second, id);

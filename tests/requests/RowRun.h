@@ -43,6 +43,7 @@ private:
         std::vector<std::string> before, after; ///< JSON of every argument.
         Keel::Error::ErrorCode lastError;
         nexwire::ExchangeRecord exchange;
+        std::string answered; ///< The answer as it was.
     };
 
     // ---- What goes in ----
@@ -95,7 +96,7 @@ private:
     const Function& function_;
     WallServer& wall_;
     std::map<std::size_t, std::string> given_, gives_, appends_;
-    std::size_t result_, code_, error_; ///< Places; as many as there are arguments for none.
+    std::size_t result_, code_, error_, whole_; ///< Places; as many as there are arguments for none.
     std::vector<std::string> blank_;
     test::Library* library_ = nullptr;
     std::string variation_;
