@@ -1,5 +1,9 @@
 #include <thread>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 #include <cjson/cJSON.h>
 #include <gtest/gtest.h>
 
@@ -9,6 +13,22 @@
 #include "nexwire/ParseJSONUtil.h"
 
 namespace {
+
+#if defined(__GLIBC__)
+TEST(Arena, AThreadKeepsLittleOfALargeAnswer)
+{
+    const auto used = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    sample::All small;
+    ASSERT_TRUE(protocol::TParseJSONStrWithoutRoot(small, "{}"));
+    const std::string large = "[" + std::string(std::size_t{16} << 20, '1') + "]";
+    const std::size_t before = used();
+    ASSERT_TRUE(protocol::TParseJSONStrWithoutRoot(small, R"({"unknown":")" + large + "\"}"));
+    EXPECT_LE(used(), before + (std::size_t{2} << 20));
+}
+#endif
 
 // Last of the test program by its name: the arena stays switched on for the rest of the process.
 TEST(ZArena, ConversionsAreTheSameAndTreesOfTheHostOutliveThem)

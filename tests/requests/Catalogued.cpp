@@ -1,36 +1,10 @@
 #include "requests/Catalogued.h"
 
 #include <algorithm>
-#include <cctype>
-
-#include "catalogue/Comments.h"
 
 namespace requests {
 
 namespace {
-
-/// Names of the parameters as the header has them.
-std::vector<std::string> HeaderNames(const Function& function)
-{
-    const std::string declaration = nexwire::catalogue::DocOfFunction(function).declaration;
-    std::vector<std::string> names;
-    std::string word;
-    int depth = 0;
-    for (const char c : declaration.substr(std::min(declaration.find('('), declaration.size()))) {
-        depth += c == '<' ? 1 : c == '>' ? -1 : 0;
-        if (std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_') {
-            word += c;
-        } else if (c == ',' || c == ')') {
-            if (depth == 0 && !word.empty()) {
-                names.push_back(word);
-            }
-            word.clear();
-        } else {
-            word.clear();
-        }
-    }
-    return names;
-}
 
 bool HasType(const Function& function, const std::string& type)
 {
@@ -73,9 +47,8 @@ std::vector<const Function*> Meant(const std::string& name)
 std::size_t PlaceOf(const Function& function, const std::string& argument)
 {
     const std::vector<Argument>& arguments = function.Arguments();
-    const std::vector<std::string> names = HeaderNames(function);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i].name == argument || (names.size() == arguments.size() && names[i] == argument)) {
+        if (arguments[i].name == argument) {
             return i;
         }
     }

@@ -39,8 +39,14 @@ bool SameLeaf(const Value& left, const Value& right)
     return left.IsNumber() && right.IsNumber() ? left.GetDouble() == right.GetDouble() : left == right;
 }
 
-void Overlay(Value& base, const Value& over, Document::AllocatorType& allocator)
+void Overlay(Value& base, const Value& over, bool append, Document::AllocatorType& allocator)
 {
+    if (append && base.IsArray() && over.IsArray()) {
+        for (const Value& element : over.GetArray()) {
+            base.PushBack(Value(element, allocator), allocator);
+        }
+        return;
+    }
     if (!base.IsObject() || !over.IsObject()) {
         base.CopyFrom(over, allocator);
         return;
@@ -50,7 +56,7 @@ void Overlay(Value& base, const Value& over, Document::AllocatorType& allocator)
         if (found == base.MemberEnd()) {
             base.AddMember(Value(member.name, allocator), Value(member.value, allocator), allocator);
         } else {
-            Overlay(found->value, member.value, allocator);
+            Overlay(found->value, member.value, append, allocator);
         }
     }
 }
@@ -171,11 +177,11 @@ std::string Difference(const Value& expected, const Value& found, Match match, c
     return SameLeaf(expected, found) ? "" : Differs(at, TextOf(expected), TextOf(found));
 }
 
-std::string Overlaid(const std::string& base, const std::string& over)
+std::string Overlaid(const std::string& base, const std::string& over, bool append)
 {
     Document document = Parsed(base);
     const Document upper = Parsed(over);
-    Overlay(document, upper, document.GetAllocator());
+    Overlay(document, upper, append, document.GetAllocator());
     return TextOf(document);
 }
 

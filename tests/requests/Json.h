@@ -27,8 +27,8 @@ enum class Match {
 /// The first place where `found` is not what was expected, with both values; empty when there is none.
 std::string Difference(const Value& expected, const Value& found, Match match, const std::string& at = "");
 
-/// Replaces in `base` what `over` has, member by member; lists as a whole.
-std::string Overlaid(const std::string& base, const std::string& over);
+/// Replaces in `base` what `over` has, member by member; lists as a whole, or by what stands behind their elements.
+std::string Overlaid(const std::string& base, const std::string& over, bool append = false);
 
 /// Distinct values; those of two fillings differ from each other in every place.
 struct Filling {

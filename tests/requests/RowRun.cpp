@@ -129,7 +129,7 @@ RowRun::RowRun(const Row& row, const Function& function, WallServer& wall)
     for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
         blank_.push_back(fresh.Json(i));
         const bool record = At(i).type->shape == Shape::Record && row.answer.kind != Form::Kind::None;
-        if (!At(i).output || gives_.count(i) != 0 || !(IsStructure(At(i)) || record)) {
+        if (!At(i).output || gives_.count(i) + appends_.count(i) != 0 || !(IsStructure(At(i)) || record)) {
             continue;
         }
         if (result_ == function.Arguments().size() || RootName(At(result_)) == sent) {
@@ -173,8 +173,15 @@ std::string RowRun::FilledArgument(std::size_t place, int series, const std::str
         return Refilled(call.Json(place), filling);
     }
     default:
-        return "";
+        break;
     }
+    // Numbers, lists and maps of other kinds: what the type takes.
+    for (const char* json : {"[4711,4712]", R"({"1":"before"})", R"({"1":4711})", "4711"}) {
+        if (Invocation(function_).Set(place, json)) {
+            return json;
+        }
+    }
+    return "";
 }
 
 std::string RowRun::Given(std::size_t place, const std::string& text, const std::string& id) const
@@ -210,7 +217,7 @@ bool RowRun::Prepare(Invocation& call, const std::string& id)
         const std::string value = given != given_.end()
                                       ? Given(i, given->second, id)
                                       : FilledArgument(i, argument.output ? kSeriesBefore : kSeriesGiven, id);
-        if (!call.Set(i, value)) {
+        if (!call.Set(i, value) && !value.empty()) {
             Fail("'" + argument.name + "' must be " + nexwire::catalogue::Misfit(*argument.type, value));
             return false;
         }
@@ -240,6 +247,7 @@ bool RowRun::Execute(nexwire::RspInfos& response, std::size_t index, const std::
 RowRun::Made RowRun::Make(const std::string& id, const Reply& reply)
 {
     Made made;
+    made.reply = reply.body;
     Invocation call(function_);
     if (!Prepare(call, id)) {
         return made;
@@ -256,7 +264,6 @@ RowRun::Made RowRun::Make(const std::string& id, const Reply& reply)
     wall_.Start(reply.success ? test_support::Reply::Json(reply.body) : test_support::Reply().Close());
     Keel::Error::SetLastError(kEarlier);
     made.called = true;
-    made.answered = reply.body;
     made.outcome = call.Run();
     made.lastError = Keel::Error::GetLastError();
     made.exchange = nexwire::LastExchange();
@@ -558,7 +565,11 @@ void RowRun::CheckSent(const Made& made, const std::string& id, bool whole)
         Fail(std::to_string(count) + " requests expected, " + std::to_string(made.sent.size()) + " sent" + paths);
         return;
     }
-    ExpectNothing("what it sends:", RequestMisfit(made.sent[main], id, made));
+    const std::string misfit = RequestMisfit(made.sent[main], id, made);
+    if (!misfit.empty()) {
+        Fail("what it sends: " + misfit + "\n    sent     " + std::to_string(made.sent[main].method) + " " +
+             made.sent[main].url + " " + made.sent[main].body);
+    }
     for (std::size_t i = 0; i < count; ++i) {
         if (i == main) {
             continue;
@@ -584,11 +595,24 @@ std::string RowRun::Expected(std::size_t place, const Made& made, const std::str
         return "0";
     }
     if (place == whole_) {
-        return Quoted(made.answered);
+        return Quoted(made.reply);
+    }
+    if (shape == Shape::Envelope) { // As it came, refusals included.
+        const Document answer = Parsed(made.reply);
+        return "{\"code\":" + TextOf(answer["code"]) + ",\"msg\":" + TextOf(answer["msg"]) + "}";
     }
     if (const auto appended = appends_.find(place); appended != appends_.end()) {
-        const std::string more = WithInJson(appended->second, id);
-        return made.before[place].substr(0, made.before[place].size() - 1) + "," + more.substr(1);
+        const Document more = Parsed(WithInJson(appended->second, id));
+        std::string start = shape == Shape::Structure ? blank_[place] : made.before[place];
+        const Document before = Parsed(made.before[place]);
+        if (more.IsObject()) {
+            for (const auto& member : more.GetObject()) {
+                if (member.value.IsArray() && before.HasMember(member.name)) {
+                    start = Overlaid(start, "{" + TextOf(member.name) + ":" + TextOf(before[member.name]) + "}");
+                }
+            }
+        }
+        return Overlaid(start, TextOf(more), true);
     }
     if (const auto given = gives_.find(place); given != gives_.end()) {
         const std::string& text = given->second;
@@ -623,8 +647,12 @@ void RowRun::CheckFilled(const Made& made, const std::string& id, const std::str
 
 void RowRun::CheckUntouched(const Made& made)
 {
+    // What is not looked at is handed out whatever it is.
+    const bool unread = row_.unread && made.outcome.success;
     for (std::size_t i = 0; i < made.after.size(); ++i) {
-        if (i != code_ && i != error_) {
+        if (unread && i == whole_) {
+            Expect("'" + At(i).name + "'", Quoted(made.reply), made.after[i]);
+        } else if (i != code_ && i != error_ && !(unread && gives_.count(i) != 0)) {
             Expect("'" + At(i).name + "' is touched", made.before[i], made.after[i]);
         }
     }
@@ -758,7 +786,7 @@ void RowRun::RefusesEverything()
         }
         CheckSent(made, kPlain, !judged && (withData || !IsDevice()));
         const bool device = IsDevice() && !withData && result_ < made.after.size() && !row_.tolerant;
-        const bool text = !withData && !gives_.empty();
+        const bool text = !withData && !(gives_.empty() && appends_.empty());
         const bool success = !judged && !device;
         if (!text && !row_.hasReturns) {
             Expect("returns", success ? "true" : "false", made.outcome.success ? "true" : "false");
@@ -775,7 +803,7 @@ void RowRun::RefusesEverything()
                 CheckUntouched(made);
             } else if (withData && !row_.hasReturns) {
                 CheckFilled(made, kPlain, IsDevice() ? Out(kPlain) : data);
-            } else if (!text && result_ < made.after.size() && gives_.empty() && appends_.empty()) {
+            } else if (!text && result_ < made.after.size()) {
                 CheckFilled(made, kPlain, "{}");
             }
         }

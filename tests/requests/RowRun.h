@@ -38,12 +38,12 @@ private:
     };
     struct Made {
         bool called = false;
+        std::string reply; ///< What was answered to it.
         Outcome outcome;
         std::vector<nexwire::RequestParams> sent;
         std::vector<std::string> before, after; ///< JSON of every argument.
         Keel::Error::ErrorCode lastError;
         nexwire::ExchangeRecord exchange;
-        std::string answered; ///< The answer as it was.
     };
 
     // ---- What goes in ----
