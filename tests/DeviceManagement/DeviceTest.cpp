@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -51,6 +52,13 @@ std::string At(const std::string& body, const char* pointer)
     return value == nullptr ? "<none>" : value->IsString() ? value->GetString() : "<no text>";
 }
 
+/// As the log shows it: the rest of the cut character is no UTF-8.
+std::string Logged(std::string text)
+{
+    std::replace(text.begin(), text.end(), kKey[2], '?');
+    return text.find(kKey.substr(0, 2)) == std::string::npos ? text : "<cut in the wrong place>";
+}
+
 using DeviceCall = std::function<bool(const std::string& guid)>;
 
 struct DeviceRow {
@@ -92,7 +100,7 @@ TEST(DeviceGuid, RequestsAboutADeviceBringItToLengthAndCarryItInFull)
             EXPECT_EQ(sent.url, "/7730/v1/deviceManagement/devices/" + length.segment);
             EXPECT_EQ(At(sent.body, row.fullGuid), length.guid);
             EXPECT_EQ(log.Count(std::string("[mko]SupplyGuid ") + row.logName + " [strGuid - serial] [" + length.guid +
-                                " - " + length.segment + "]"),
+                                " - " + (length.inBody ? Logged(length.segment) : length.segment) + "]"),
                       1U);
         }
     }
@@ -151,8 +159,10 @@ TEST(DeviceGuid, RequestsAboutChannelsCarryOnlyALongOneInTheBody)
             const std::string path = "/7730/v1/deviceManagement/devices/" + length.segment + "/channels/c";
             EXPECT_EQ(sent.url.compare(0, path.size(), path), 0) << sent.url;
             EXPECT_EQ(At(sent.body, row.fullGuid), length.inBody ? length.guid : "<none>");
+            const auto shown = [&](const std::string& text) { return length.inBody ? Logged(text) : text; };
             const std::string line = std::string("INFO [mko]SupplyGuid ") + row.logName + " [serial - ";
-            EXPECT_THAT(log.NewLines(), ElementsAre(line + length.serial + "]", line + length.segment + "]"));
+            EXPECT_THAT(log.NewLines(),
+                        ElementsAre(line + shown(length.serial) + "]", line + shown(length.segment) + "]"));
         }
     }
 }

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <keel/Error.h>
 #include <keel/FileSlice.h>
 
 #include "nexwire/DeviceManagement/EventImport.h"

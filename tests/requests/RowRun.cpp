@@ -448,7 +448,7 @@ std::string RowRun::BodyMisfit(const Form& form, const std::string& body, const 
     if (form.kind == Form::Kind::Literal) {
         Document expected = Parsed(WithInJson(form.text, id));
         if (!row_.longKey.empty() && id.size() <= 32 && expected.MemberCount() == 1) {
-            expected.MemberBegin()->value.RemoveMember(row_.longKey.c_str());
+            expected.MemberBegin()->value.EraseMember(row_.longKey.c_str());
         }
         return Difference(expected, found, Match::Ordered);
     }
