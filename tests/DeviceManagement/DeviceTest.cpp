@@ -56,7 +56,7 @@ std::string At(const std::string& body, const char* pointer)
 std::string Logged(std::string text)
 {
     std::replace(text.begin(), text.end(), kKey[2], '?');
-    return text.find(kKey.substr(0, 2)) == std::string::npos ? text : "<cut in the wrong place>";
+    return text;
 }
 
 using DeviceCall = std::function<bool(const std::string& guid)>;
