@@ -36,7 +36,8 @@ std::string Spelled(const TypeOps& type)
 bool Argument::input() const
 {
     return !output || type->shape == Shape::Record || type->shape == Shape::Counter ||
-           (type->shape == Shape::Structure && type->fields()->rootName != nullptr);
+           (type->shape == Shape::Structure && type->fields()->rootName != nullptr) ||
+           (type->shape == Shape::Text && name == "body");
 }
 
 bool Argument::required() const

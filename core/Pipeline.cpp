@@ -174,6 +174,12 @@ bool Execute(RspInfos& response, const Operation& operation)
     return Execute(response, operation.Build(), operation.TakesErrorFromAnswer());
 }
 
+bool NotSent(const Operation& operation)
+{
+    Begin(ThreadRecord(), operation.Build());
+    return false;
+}
+
 Keel::Error::ErrorCode FailureOfLastExchange()
 {
     const ExchangeRecord& record = LastExchange();
@@ -220,10 +226,16 @@ bool Settle(const protocol::ReturnData& envelope, Verdict verdict)
     return true;
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text)
 {
     RspInfos response;
-    return Execute(response, operation) && envelope.Parse(response.body) && Settle(envelope, verdict);
+    if (!Execute(response, operation) || !envelope.Parse(response.body) || !Settle(envelope, verdict)) {
+        return false;
+    }
+    if (text != nullptr) {
+        *text = std::move(response.body);
+    }
+    return true;
 }
 
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
@@ -252,6 +264,14 @@ bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& c
 bool Exchange(const Operation& operation) noexcept
 {
     return core::RunWithoutResult(operation, core::Verdict::Accept);
+}
+
+bool ExchangeForText(const Operation& operation, std::string& text) noexcept
+{
+    return core::Guard([&] {
+        protocol::ReturnData envelope;
+        return core::Run(operation, envelope, core::Verdict::Accept, &text);
+    });
 }
 
 bool ExchangeJudged(const Operation& operation) noexcept

@@ -189,6 +189,9 @@ enum class Verdict {
 bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer = false);
 bool Execute(RspInfos& response, const Operation& operation);
 
+/// False. Notes for `LastExchange` that this is what was to be sent, and was not.
+bool NotSent(const Operation& operation);
+
 /// Why the calling thread's last exchange gave no result, for functions that hand out an error: the last error after
 /// a failure of the executor; otherwise {0, 0} with a text that says what was missing.
 Keel::Error::ErrorCode FailureOfLastExchange();
@@ -209,7 +212,9 @@ private:
 bool Settle(const protocol::ReturnData& envelope, Verdict verdict);
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);
+///
+/// @param text  receives the answer's body on success; may be null.
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text = nullptr);
 
 /// A shared pointer that does not own: the result lives on the stack of its call.
 template <class Result>
@@ -248,6 +253,41 @@ bool Exchange(const Operation& operation, Result& result) noexcept
 
 /// The same without a result.
 bool Exchange(const Operation& operation) noexcept;
+
+/// The same; besides, `text` receives the answer's body as it stands.
+bool ExchangeForText(const Operation& operation, std::string& text) noexcept;
+
+template <class Result>
+bool ExchangeForText(const Operation& operation, Result& result, std::string& text) noexcept
+{
+    return core::Guard([&] {
+        Result fresh;
+        protocol::ReturnData envelope(core::Borrow(fresh));
+        if (!core::Run(operation, envelope, core::Verdict::Accept, &text)) {
+            return false;
+        }
+        result = std::move(fresh);
+        return true;
+    });
+}
+
+/// For a structure that goes out and comes back. Returns as `Exchange`; `structure` is replaced when the answer carries
+/// any of its members, which then start from what was sent, and is untouched otherwise.
+template <class Structure>
+bool ExchangeBothWays(const Operation& operation, Structure& structure) noexcept
+{
+    return core::Guard([&] {
+        Structure fresh = structure;
+        protocol::ReturnData envelope(core::Borrow(fresh));
+        if (!core::Run(operation, envelope, core::Verdict::Accept)) {
+            return false;
+        }
+        if (!fresh.PresentKeys().empty()) {
+            structure = std::move(fresh);
+        }
+        return true;
+    });
+}
 
 /// True when the envelope parsed and its number is 0. Any other code becomes the last error, and `result` is
 /// untouched.

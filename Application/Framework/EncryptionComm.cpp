@@ -72,16 +72,4 @@ bool CDefaultComponentEncryption::Decrypt(std::vector<std::string>& plaintexts,
     });
 }
 
-std::string CSearchFilterLogsComm::decryption(const std::string& ciphertext)
-{
-    protocol::DecryptionInfo info;
-    info.ciphertextList.push_back(ciphertext);
-    protocol::PlaintextListData result;
-    if (CDecryptionComm::request(result, info, std::string()) && !result.plaintextList.empty() &&
-        !result.plaintextList.front().plaintext.empty()) {
-        return std::move(result.plaintextList.front().plaintext);
-    }
-    return ciphertext;
-}
-
 } // namespace nexwire

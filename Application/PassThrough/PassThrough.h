@@ -21,7 +21,19 @@ namespace nexwire {
 /// The two ways to a device: for clients, and for components of the platform.
 enum class Route { External, Internal };
 
-Path DevicePath(Route route, const std::string& deviceGuid, const char* lastSegment);
+/// What stands before a device's identifier in a path.
+constexpr const char* DeviceRoot(Route route)
+{
+    return route == Route::External ? "/7730/v1/deviceManagement/devices/"
+                                    : "/7730/v1/internal/deviceManagement/devices/";
+}
+
+/// A device's path; the pieces follow its identifier.
+template <class... Piece>
+Path DevicePath(Route route, const std::string& deviceGuid, const Piece&... piece)
+{
+    return Path(DeviceRoot(route), deviceGuid, piece...);
+}
 
 /// Sends one command and reads the device's answer; false unless the envelope parsed.
 ///
@@ -33,14 +45,17 @@ bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std
 
 /// Reads a structure from a device. False when the device's answer is empty or does not hold the structure under
 /// its root name; `output` is untouched then.
+///
+/// @param input  what is asked for, where that takes a structure.
 template <class Structure>
 bool DeviceGet(Route route, int command, const std::string& deviceGuid, Structure& output,
-               std::string_view condition = {}, int timeoutMs = 0) noexcept
+               std::string_view condition = {}, int timeoutMs = 0,
+               const protocol::IInboundData* input = nullptr) noexcept
 {
     return core::Guard([&] {
         protocol::DagPassThroughRsp answer;
         Structure fresh;
-        if (!DeviceExchange(route, command, deviceGuid, condition, nullptr, answer, timeoutMs) ||
+        if (!DeviceExchange(route, command, deviceGuid, condition, input, answer, timeoutMs) ||
             !protocol::TParseJSONStr(fresh, answer.outBuffer)) {
             return false;
         }

@@ -2,6 +2,7 @@
 
 #include "Application/Framework/DefaultEncryption.h"
 #include "nexwire/Framework/Encryption.h"
+#include "nexwire/Log/Log.h"
 #include "support/LogCapture.h"
 #include "support/StubExecutor.h"
 

@@ -14,15 +14,30 @@ bool HasType(const Function& function, const std::string& type)
     });
 }
 
+/// Whether it has the types of a list "A,!B": A among its arguments and B not.
+bool Fits(const Function& function, const std::string& types)
+{
+    std::size_t end = 0;
+    for (std::size_t begin = 0; begin < types.size(); begin = end + 1) {
+        end = std::min(types.find(',', begin), types.size());
+        const bool without = types[begin] == '!';
+        const std::size_t first = begin + (without ? 1 : 0);
+        if (HasType(function, types.substr(first, end - first)) == without) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 std::vector<const Function*> Meant(const std::string& name)
 {
     const std::size_t open = std::min(name.find('<'), name.size());
-    const std::string type = open == name.size() ? "" : name.substr(open + 1, name.size() - open - 2);
+    const std::string types = open == name.size() ? "" : name.substr(open + 1, name.size() - open - 2);
     std::vector<const Function*> meant;
     for (const Function& function : nexwire::catalogue::All()) {
-        if (function.Name() == name.substr(0, open) && (type.empty() || HasType(function, type))) {
+        if (function.Name() == name.substr(0, open) && Fits(function, types)) {
             meant.push_back(&function);
         }
     }

@@ -189,7 +189,7 @@ void ReadTarget(Scanner& scanner, Row& row)
     row.method = 2;
     if (std::isdigit(static_cast<unsigned char>(scanner.Next())) != 0) {
         row.method = scanner.Number();
-        row.path = scanner.Word();
+        row.path = scanner.Next() == '"' ? Parsed(scanner.JsonOrWord()).GetString() : scanner.Word();
         return;
     }
     std::string word = scanner.Word();
@@ -246,7 +246,7 @@ void ReadLine(const std::string& text, Row& row)
                                                                              {"gives", &row.gives},
                                                                              {"appends", &row.appends}};
     const std::map<std::string, std::string*> words = {
-        {"code", &row.code}, {"error", &row.error}, {"long", &row.longKey}};
+        {"code", &row.code}, {"error", &row.error}, {"whole", &row.whole}, {"long", &row.longKey}};
     const std::map<std::string, std::string*> texts = {{"condition", &row.condition},
                                                        {"status", &row.status},
                                                        {"otherwise", &row.otherwise},

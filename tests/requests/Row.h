@@ -51,7 +51,7 @@ struct Row {
     int timeoutMs = 0; ///< 0 where the row says nothing.
     std::vector<Step> first, then;
     std::map<std::string, std::string> gives, appends;
-    std::string code, error, longKey;
+    std::string code, error, whole, longKey;
     /// Direct calls: the name in front of what is logged, that of the texts which name another operation, what stands
     /// behind "success!", and what is logged in between.
     std::string logs, success;

@@ -100,7 +100,8 @@ std::vector<RequestParams> WallServer::Requests()
 }
 
 RowRun::RowRun(const Row& row, const Function& function, WallServer& wall)
-    : row_(row), function_(function), wall_(wall), result_(function.Arguments().size()), code_(result_), error_(result_)
+    : row_(row), function_(function), wall_(wall), result_(function.Arguments().size()), code_(result_),
+      error_(result_), whole_(result_)
 {
     const auto place = [&](const std::string& name) {
         const std::size_t found = PlaceOf(function_, name);
@@ -120,6 +121,7 @@ RowRun::RowRun(const Row& row, const Function& function, WallServer& wall)
     }
     code_ = row.code.empty() ? code_ : place(row.code);
     error_ = row.error.empty() ? error_ : place(row.error);
+    whole_ = row.whole.empty() ? whole_ : place(row.whole);
 
     // The result is the structure that comes back and is not named otherwise; rather not the one that is sent.
     const std::string sent = RootOf(row.body) + RootOf(row.in);
@@ -446,7 +448,7 @@ std::string RowRun::BodyMisfit(const Form& form, const std::string& body, const 
     if (form.kind == Form::Kind::Literal) {
         Document expected = Parsed(WithInJson(form.text, id));
         if (!row_.longKey.empty() && id.size() <= 32 && expected.MemberCount() == 1) {
-            expected.MemberBegin()->value.RemoveMember(row_.longKey.c_str());
+            expected.MemberBegin()->value.EraseMember(row_.longKey.c_str());
         }
         return Difference(expected, found, Match::Ordered);
     }
@@ -592,6 +594,9 @@ std::string RowRun::Expected(std::size_t place, const Made& made, const std::str
     if (place == code_) {
         return "0";
     }
+    if (place == whole_) {
+        return Quoted(made.reply);
+    }
     if (shape == Shape::Envelope) { // As it came, refusals included.
         const Document answer = Parsed(made.reply);
         return "{\"code\":" + TextOf(answer["code"]) + ",\"msg\":" + TextOf(answer["msg"]) + "}";
@@ -642,8 +647,12 @@ void RowRun::CheckFilled(const Made& made, const std::string& id, const std::str
 
 void RowRun::CheckUntouched(const Made& made)
 {
+    // What is not looked at is handed out whatever it is.
+    const bool unread = row_.unread && made.outcome.success;
     for (std::size_t i = 0; i < made.after.size(); ++i) {
-        if (i != code_ && i != error_) {
+        if (unread && i == whole_) {
+            Expect("'" + At(i).name + "'", Quoted(made.reply), made.after[i]);
+        } else if (i != code_ && i != error_ && !(unread && gives_.count(i) != 0)) {
             Expect("'" + At(i).name + "' is touched", made.before[i], made.after[i]);
         }
     }

@@ -96,7 +96,7 @@ private:
     const Function& function_;
     WallServer& wall_;
     std::map<std::size_t, std::string> given_, gives_, appends_;
-    std::size_t result_, code_, error_; ///< Places; as many as there are arguments for none.
+    std::size_t result_, code_, error_, whole_; ///< Places; as many as there are arguments for none.
     std::vector<std::string> blank_;
     test::Library* library_ = nullptr;
     std::string variation_;

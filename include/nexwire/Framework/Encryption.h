@@ -22,11 +22,4 @@ public:
                         const std::string& sid);
 };
 
-/// Opens encrypted texts of logs. Any thread.
-class NEXWIRE_API CSearchFilterLogsComm {
-public:
-    /// The plain text, or `ciphertext` itself when the platform cannot decrypt it or cannot be reached.
-    static std::string decryption(const std::string& ciphertext);
-};
-
 } // namespace nexwire

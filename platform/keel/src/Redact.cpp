@@ -601,7 +601,7 @@ const std::vector<std::string>& CRedactor::BuiltInKeys()
     static const std::vector<std::string>& keys = *new std::vector<std::string>{
         // Codes that open something, beside all passwords
         "pin", "pinCode", "pinNo", "personPin", "verifyCode", "verificationCode", "authCode", "authenticationCode",
-        "securityCode", "accessCode", "captcha", "smsCode", "otp", "totp", "cvv", "cvc",
+        "securityCode", "accessCode", "safetyAnswer", "captcha", "smsCode", "otp", "totp", "cvv", "cvc",
         // Sessions, beside all tokens and tickets
         "SID", "session", "sessionId", "sessionKey", "authorization", "proxyAuthorization", "cookie", "setCookie",
         "credential", "bearer",
