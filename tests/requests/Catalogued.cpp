@@ -35,9 +35,13 @@ std::vector<std::string> HeaderNames(const Function& function)
 bool HasType(const Function& function, const std::string& type)
 {
     const std::vector<Argument>& arguments = function.Arguments();
-    return std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
-        return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
-    });
+    std::string names;
+    for (const Argument& argument : arguments) {
+        names += (names.empty() ? "" : ",") + argument.name;
+    }
+    return type == names || std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
+               return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
+           });
 }
 
 } // namespace
