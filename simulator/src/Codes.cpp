@@ -19,6 +19,7 @@ constexpr ReasonRow kReasons[] = {
     {Reason::kMissingField, "missingField", "A required field is missing or empty"},
     {Reason::kWrongType, "wrongType", "A field has the wrong type"},
     {Reason::kUnknownField, "unknownField", "A field is not known here"},
+    {Reason::kOutOfRange, "outOfRange", "A field is outside its vocabulary or range"},
     {Reason::kUnknownGuid, "unknownGuid", "Nothing has this identifier"},
     {Reason::kUnknownDevice, "unknownDevice", "No device has this identifier"},
     {Reason::kDuplicate, "duplicate", "It exists already"},
@@ -58,6 +59,12 @@ constexpr ModuleRow kModules[] = {
     {"topology", 15},
     {"view", 16},
     {"file", 17},
+    {"visitor", 18},
+    {"alarm", 19},
+    {"storage", 20},
+    {"video", 21},
+    {"electronicMap", 11},
+    {"eventService", 6},
 };
 
 } // namespace

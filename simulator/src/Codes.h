@@ -20,6 +20,7 @@ enum class Reason {
     kMissingField = 7,
     kWrongType = 8,
     kUnknownField = 9,
+    kOutOfRange = 10,
     // What it talks about.
     kUnknownGuid = 20,
     kUnknownDevice = 21,

@@ -5,57 +5,30 @@
 
 #include "src/Base64.h"
 #include "src/Services.h"
+#include "src/Shape.h"
 
 namespace nexwire::simulator {
 namespace {
 
-constexpr const char* kParameters = "deviceParameters"; // What was set: per device, command and condition.
-constexpr const char* kBatches = "batches";
+constexpr const char* kParameters = "_parameters"; // What was set: per device, root and condition.
+constexpr const char* kBatches = "_batches";
 constexpr std::int64_t kBatchLifeMs = 10 * 60 * 1000;
+constexpr std::int64_t kUsualPage = 20; // Elements of a page when nobody says how many.
 
 enum class Direction { kGet, kSet, kAction };
 
-/// A row of "deviceCommands" as seen from one of its codes.
+/// What a code means to a device.
 struct Command {
-    const Json* row = nullptr;
-    Direction direction = Direction::kGet;
-    std::int64_t code = 0; ///< Under which what was set is kept: the one that reads it.
+    Direction direction = Direction::kAction;
+    const WireStructure* structure = nullptr; ///< Of the text that goes in or comes out; null takes and gives any.
+    std::string name;                         ///< Under which what was set is kept.
+    const Json* row = nullptr;                ///< What the resource files say about it, or null.
+    const Json* pages = nullptr;              ///< What the batch channel hands out, or null.
+
+    std::string Root() const { return structure == nullptr ? std::string() : structure->root; }
 };
 
 using Commands = std::map<std::int64_t, Command>;
-
-Commands ReadCommands(const Description& description)
-{
-    Commands commands;
-    const Json* rows = description.Data("deviceCommands");
-    if (rows == nullptr) {
-        return commands;
-    }
-    const auto add = [&](const Json& row, const char* member, Direction direction, std::int64_t keptUnder) {
-        const Json* code = Member(row, member);
-        if (code != nullptr && !commands.emplace(code->GetInt64(), Command{&row, direction, keptUnder}).second) {
-            throw std::runtime_error("device command " + PrintJson(*code) + " is there twice");
-        }
-    };
-    for (const Json& row : rows->GetArray()) {
-        const std::int64_t get = AsInt(Member(row, "get"));
-        add(row, "get", Direction::kGet, get);
-        add(row, "set", Direction::kSet, get);
-        add(row, "ability", Direction::kGet, AsInt(Member(row, "ability")));
-        add(row, "do", Direction::kAction, 0);
-    }
-    return commands;
-}
-
-std::string ParameterKey(const Call& call, std::int64_t code, std::string_view condition)
-{
-    return call.placeholders.at("device") + "/" + std::to_string(code) + "/" + std::string(condition);
-}
-
-std::string StatusText()
-{
-    return R"({"returnRst":{"statusCode":1,"statusString":"OK","subStatusCode":"ok","errorCode":0,"errorMsg":""}})";
-}
 
 std::int64_t Number(std::string_view text)
 {
@@ -64,49 +37,112 @@ std::int64_t Number(std::string_view text)
     return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size() ? number : 0;
 }
 
+std::int64_t NeedCode(const std::string& text)
+{
+    const std::int64_t code = Number(text);
+    if (code == 0) {
+        throw std::runtime_error("\"" + text + "\" is not the code of a device command");
+    }
+    return code;
+}
+
+// The library's commands, and what the resource files add. What is read and what is written under one structure are
+// the same thing on the device.
+Commands ReadCommands(const Description& description)
+{
+    Commands commands;
+    for (const WireFunction& function : description.Library().Functions()) {
+        if (function.command == 0) {
+            continue;
+        }
+        Command& command = commands[function.command];
+        command.structure = function.input != nullptr ? function.input : function.output;
+        command.direction = function.input != nullptr    ? Direction::kSet
+                            : function.output != nullptr ? Direction::kGet
+                                                         : Direction::kAction;
+        command.name = command.Root();
+    }
+    for (const auto& [text, row] : description.Entries("commands")) {
+        const std::int64_t code = NeedCode(text);
+        const auto known = commands.find(code);
+        Command& command = commands[code];
+        command.row = row;
+        if (known == commands.end()) {
+            // A pair that the library hands on untyped.
+            const std::int64_t set = AsInt(Member(*row, "set"));
+            if (set == 0) {
+                throw std::runtime_error("no function sends the device command " + text);
+            }
+            command.direction = Direction::kGet;
+            command.name = text;
+            commands[set] = {Direction::kSet, nullptr, text, nullptr, nullptr};
+        }
+    }
+    for (const auto& [text, row] : description.Entries("batches")) {
+        Command& command = commands[NeedCode(text)];
+        command.pages = row;
+        command.direction = Direction::kGet;
+        if (const Json* structure = Member(*row, "structure")) {
+            command.structure = description.Library().Find(AsText(structure));
+        }
+        command.name = command.structure == nullptr ? text : command.Root();
+    }
+    return commands;
+}
+
+std::string ParameterKey(const Handling& handling, std::string_view name, std::string_view condition)
+{
+    return std::string(handling.Identifier("1")) + "/" + std::string(name) + "/" + std::string(condition);
+}
+
+std::string StatusText()
+{
+    return R"({"returnRst":{"statusCode":1,"statusString":"OK","subStatusCode":"ok","errorCode":0,"errorMsg":""}})";
+}
+
 // What a device holds by now: persons, and credentials of each kind.
-Json Held(Call& call)
+Json Held(Handling& handling)
 {
     static constexpr std::pair<const char*, const char*> kKinds[] = {
         {"cards", "cardUsers"}, {"faces", "faceUsers"}, {"fingerPrints", "fingerPrintUsers"}, {"irises", "irisUsers"}};
     std::map<std::string, std::int64_t> counts;
     std::set<std::string, std::less<>> persons;
     Json numbers(rapidjson::kArrayType);
-    call.Each({"holdings", {{"deviceGuid", Test::kEquals, StoreValue(call.placeholders["device"])}}},
-              [&](const std::string&, Json& holding) {
-                  const std::string_view guid = AsText(Member(holding, "personnelGuid"));
-                  if (!persons.emplace(guid).second) {
-                      return;
-                  }
-                  const Json person = call.Load("persons", guid);
-                  for (const auto& [kind, users] : kKinds) {
-                      const Json* has = Member(person, kind);
-                      const std::int64_t number = has == nullptr   ? 0
-                                                  : has->IsArray() ? std::int64_t{has->Size()}
-                                                                   : AsInt(has);
-                      counts[kind] += number;
-                      counts[users] += number > 0 ? 1 : 0;
-                      if (number > 0 && std::string_view(kind) == "faces") {
-                          numbers.PushBack(MakeText(AsText(Member(holding, "personnelNo")), call.Memory()),
-                                           call.Memory());
+    handling.Each({"holdings", {{"deviceGuid", Test::kEquals, StoreValue(std::string(handling.Identifier("1")))}}},
+                  [&](const std::string&, Json& holding) {
+                      const std::string_view guid = AsText(Member(holding, "personnelGuid"));
+                      if (!persons.emplace(guid).second) {
+                          return;
                       }
-                  }
-              });
+                      const Json person = handling.Load("persons", guid);
+                      for (const auto& [kind, users] : kKinds) {
+                          const Json* has = Member(person, kind);
+                          const std::int64_t number = has == nullptr   ? 0
+                                                      : has->IsArray() ? std::int64_t{has->Size()}
+                                                                       : AsInt(has);
+                          counts[kind] += number;
+                          counts[users] += number > 0 ? 1 : 0;
+                          if (number > 0 && std::string_view(kind) == "faces") {
+                              numbers.PushBack(MakeText(AsText(Member(holding, "personnelNo")), handling.Memory()),
+                                               handling.Memory());
+                          }
+                      }
+                  });
     Json held(rapidjson::kObjectType);
-    SetMember(held, "users", Json(std::int64_t(persons.size())), call.Memory());
+    SetMember(held, "users", Json(std::int64_t(persons.size())), handling.Memory());
     for (const auto& [kind, users] : kKinds) {
-        SetMember(held, kind, Json(counts[kind]), call.Memory());
-        SetMember(held, users, Json(counts[users]), call.Memory());
+        SetMember(held, kind, Json(counts[kind]), handling.Memory());
+        SetMember(held, users, Json(counts[users]), handling.Memory());
     }
-    SetMember(held, "faceNumbers", std::move(numbers), call.Memory());
+    SetMember(held, "faceNumbers", std::move(numbers), handling.Memory());
     return held;
 }
 
-Json Belonging(Call& call, const char* collection)
+Json Belonging(Handling& handling, const char* collection)
 {
     Json list(rapidjson::kArrayType);
-    call.Each({collection, {{"deviceGuid", Test::kEquals, StoreValue(call.placeholders["device"])}}},
-              [&](const std::string&, Json& document) { list.PushBack(document, call.Memory()); });
+    handling.Each({collection, {{"deviceGuid", Test::kEquals, StoreValue(std::string(handling.Identifier("1")))}}},
+                  [&](const std::string&, Json& document) { list.PushBack(document, handling.Memory()); });
     return list;
 }
 
@@ -118,11 +154,10 @@ struct Output {
 /// The devices' side of a command.
 class Device {
 public:
-    Device(Call& call, const Commands& commands) : call_(call), commands_(commands)
+    Device(Handling& handling, const Commands& commands) : handling_(handling), commands_(commands)
     {
-        const Json device = call_.Load("devices", call_.placeholders["device"]);
-        if (AsBool(Member(device, "_offline"))) {
-            throw Refusal(Reason::kDeviceOffline, "\"" + call_.placeholders["device"] + "\"");
+        if (AsBool(Member(*handling_.Named("device"), "_offline"))) {
+            throw Refusal(Reason::kDeviceOffline, "\"" + std::string(handling_.Identifier("1")) + "\"");
         }
     }
 
@@ -137,16 +172,16 @@ public:
 
     Output Run(const Command& command, const std::string& condition, const std::string& input)
     {
-        CheckNumber(*command.row, condition);
+        CheckNumber(command, condition);
         if (command.direction == Direction::kGet) {
             return {Read(command, condition), {}};
         }
-        CheckInput(*command.row, input);
+        CheckInput(command, input);
         if (command.direction == Direction::kSet) {
-            call_.store.Write(kParameters, ParameterKey(call_, command.code, condition),
-                              Record(command, condition, input));
-        } else if (const Json* cleared = Member(*command.row, "clears")) {
-            call_.store.Erase(kParameters, ParameterKey(call_, cleared->GetInt64(), condition));
+            handling_.store.Write(kParameters, ParameterKey(handling_, command.name, condition),
+                                  Record(command, condition, input));
+        } else if (const Json* cleared = command.row == nullptr ? nullptr : Member(*command.row, "clears")) {
+            handling_.store.Erase(kParameters, ParameterKey(handling_, Find(AsInt(cleared)).name, condition));
         }
         return {{}, StatusText()};
     }
@@ -155,12 +190,15 @@ public:
     std::vector<std::pair<std::string, std::string>> ReadAll(const Command& command, const std::string& condition)
     {
         std::vector<std::pair<std::string, std::string>> records;
-        call_.Each({kParameters,
-                    {{"device", Test::kEquals, StoreValue(call_.placeholders["device"])},
-                     {"code", Test::kEquals, StoreValue(command.code)}}},
-                   [&](const std::string&, Json& record) {
-                       records.emplace_back(AsText(Member(record, "condition")), AsText(Member(record, "text")));
-                   });
+        if (command.pages != nullptr) {
+            return Pages(command);
+        }
+        handling_.Each({kParameters,
+                        {{"device", Test::kEquals, StoreValue(std::string(handling_.Identifier("1")))},
+                         {"name", Test::kEquals, StoreValue(command.name)}}},
+                       [&](const std::string&, Json& record) {
+                           records.emplace_back(AsText(Member(record, "condition")), AsText(Member(record, "text")));
+                       });
         if (records.empty()) {
             records.emplace_back(condition, Read(command, condition));
         }
@@ -168,23 +206,50 @@ public:
     }
 
 private:
-    // A condition that counts something on the device ends where the device does.
-    void CheckNumber(const Json& row, const std::string& condition)
+    std::vector<std::pair<std::string, std::string>> Pages(const Command& command)
     {
-        const std::string_view limit = AsText(Member(row, "upTo"));
-        if (limit.empty()) {
+        std::vector<std::pair<std::string, std::string>> records;
+        const auto put = [&](Json element) {
+            Json text(rapidjson::kObjectType);
+            const std::string root = command.Root();
+            const bool wrapped = root.empty() || Member(element, root) != nullptr;
+            SetMember(text, root, std::move(element), handling_.Memory());
+            records.emplace_back(std::to_string(records.size() + 1), PrintJson(wrapped ? *Member(text, root) : text));
+        };
+        Describe();
+        if (const Json* items = Member(*command.pages, "items")) {
+            const Json filled = handling_.Fill(*items);
+            for (const Json& item : Elements(&filled)) {
+                put(Copy(item, handling_.Memory()));
+            }
+        }
+        for (std::int64_t i = 0; i < AsInt(Member(*command.pages, "sample")) && command.structure != nullptr; ++i) {
+            put(Sample(handling_, *command.structure));
+        }
+        return records;
+    }
+
+    // A condition that counts something on the device ends where the device does.
+    void CheckNumber(const Command& command, const std::string& condition)
+    {
+        const Json* limit = nullptr;
+        for (const auto& [code, each] : commands_) {
+            if (each.name == command.name && each.row != nullptr && limit == nullptr) {
+                limit = Member(*each.row, "upTo");
+            }
+        }
+        if (limit == nullptr) {
             return;
         }
-        const Json device = call_.Load("devices", call_.placeholders["device"]);
         const std::int64_t number = Number(condition);
-        if (number < 1 || number > AsInt(Member(device, limit))) {
+        if (number < 1 || number > AsInt(Member(*handling_.Named("device"), AsText(limit)))) {
             throw Refusal(Reason::kDeviceRefused, "there is no number \"" + condition + "\"");
         }
     }
 
-    void CheckInput(const Json& row, const std::string& input)
+    void CheckInput(const Command& command, const std::string& input)
     {
-        const std::string_view root = AsText(Member(row, "root"));
+        const std::string root = command.Root();
         if (input.empty() && root.empty()) {
             return;
         }
@@ -196,68 +261,84 @@ private:
         const bool fits = parsed.IsObject() && parsed.MemberCount() == 1 && parsed.MemberBegin()->value.IsObject() &&
                           (root.empty() || Member(parsed, root) != nullptr);
         if (!fits) {
-            throw Refusal(Reason::kDeviceRefused, "inBuffer does not hold the object \"" + std::string(root) + "\"");
+            throw Refusal(Reason::kDeviceRefused, "inBuffer does not hold the object \"" + root + "\"");
+        }
+        if (command.structure != nullptr) {
+            try {
+                CheckShape(*command.structure, parsed.MemberBegin()->value, root, false);
+            } catch (const Refusal& refusal) {
+                throw Refusal(Reason::kDeviceRefused, refusal.what());
+            }
         }
     }
 
     std::string Record(const Command& command, const std::string& condition, const std::string& input)
     {
-        Allocator& memory = call_.Memory();
+        Allocator& memory = handling_.Memory();
         Json record(rapidjson::kObjectType);
-        SetMember(record, "device", MakeText(call_.placeholders["device"], memory), memory);
-        SetMember(record, "code", Json(command.code), memory);
+        SetMember(record, "device", MakeText(handling_.Identifier("1"), memory), memory);
+        SetMember(record, "name", MakeText(command.name, memory), memory);
         SetMember(record, "condition", MakeText(condition, memory), memory);
         SetMember(record, "text", MakeText(input, memory), memory);
         return PrintJson(record);
+    }
+
+    // Names that templates of a fresh device know.
+    void Describe()
+    {
+        if (!described_) {
+            described_ = true;
+            handling_.Define("held", Held(handling_));
+            handling_.Define("doors", Belonging(handling_, "controlPoints"));
+            handling_.Define("readers", Belonging(handling_, "cardReaders"));
+        }
     }
 
     // What was set for this condition, else for the device as a whole, else what a fresh device has.
     std::string Read(const Command& command, const std::string& condition)
     {
         for (const std::string& key : {condition, std::string()}) {
-            const Json record = call_.Load(kParameters, ParameterKey(call_, command.code, key));
+            const Json record = handling_.Load(kParameters, ParameterKey(handling_, command.name, key));
             if (record.IsObject()) {
                 return std::string(AsText(Member(record, "text")));
             }
         }
-        const Json* fresh = Member(*command.row, "default");
-        const std::string_view root = AsText(Member(*command.row, "root"));
-        if (root.empty()) {
+        if (command.structure == nullptr) {
             return "{}";
         }
-        Allocator& memory = call_.Memory();
-        call_.Define("number", Json(Number(condition)));
-        if (!described_) {
-            described_ = true;
-            call_.Define("held", Held(call_));
-            call_.Define("doors", Belonging(call_, "controlPoints"));
-            call_.Define("readers", Belonging(call_, "cardReaders"));
+        handling_.Define("number", Json(Number(condition)));
+        Json fresh = Fresh(handling_, *command.structure);
+        if (const Json* changes = command.row == nullptr ? nullptr : Member(*command.row, "default")) {
+            Describe();
+            for (const auto& member : changes->GetObject()) {
+                SetAtPath(handling_, fresh, AsText(&member.name), handling_.Fill(member.value));
+            }
         }
         Json document(rapidjson::kObjectType);
-        SetMember(document, root, fresh == nullptr ? Json(rapidjson::kObjectType) : call_.Fill(*fresh), memory);
+        SetMember(document, command.Root(), std::move(fresh), handling_.Memory());
         return PrintJson(document);
     }
 
-    Call& call_;
+    Handling& handling_;
     const Commands& commands_;
     bool described_ = false;
 };
 
-std::string BodyText(const Call& call, const char* member)
+std::string BodyText(const Handling& handling, const char* member)
 {
-    return std::string(AsText(Member(*call.body, member)));
+    return std::string(AsText(Member(*handling.body, member)));
 }
 
-void Single(Call& call, const Commands& commands)
+void Single(Handling& handling, const Commands& commands)
 {
-    Device device(call, commands);
-    const Command& command = device.Find(AsInt(Member(*call.body, "command")));
-    const Output output = device.Run(command, BodyText(call, "condBuffer"), BodyText(call, "inBuffer"));
-    Allocator& memory = call.Memory();
+    Device device(handling, commands);
+    const Command& command = device.Find(AsInt(Member(*handling.body, "command")));
+    const Output output = device.Run(command, BodyText(handling, "condBuffer"), BodyText(handling, "inBuffer"));
+    Allocator& memory = handling.Memory();
     Json answer(rapidjson::kObjectType);
     SetMember(answer, "outBuffer", MakeText(output.out, memory), memory);
     SetMember(answer, "statusBuffer", MakeText(output.status, memory), memory);
-    SetMember(call.data, "dagPassThroughRsp", std::move(answer), memory);
+    SetMember(handling.data, "dagPassThroughRsp", std::move(answer), memory);
 }
 
 // Texts of a batch travel as they are or, marked "base64", encoded.
@@ -273,9 +354,9 @@ std::string Decoded(std::string text, std::string_view encoding)
     return bytes;
 }
 
-Json BatchResult(Call& call, std::string_view id, Reason reason, const Output& output)
+Json BatchResult(Handling& handling, std::string_view id, Reason reason, const Output& output)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json result(rapidjson::kObjectType);
     SetMember(result, "id", MakeText(id, memory), memory);
     SetMember(result, "code", Json(static_cast<int>(reason)), memory);
@@ -288,7 +369,7 @@ Json BatchResult(Call& call, std::string_view id, Reason reason, const Output& o
 
 // One item of a batch. For a get its input is its condition; a set without a condition of its own is kept under the
 // item's id, so that the items of a batch do not overwrite each other.
-Json RunItem(Call& call, Device& device, const Command& command, const std::string& condition, const Json& item)
+Json RunItem(Handling& handling, Device& device, const Command& command, const std::string& condition, const Json& item)
 {
     const std::string id(AsText(Member(item, "id")));
     try {
@@ -296,96 +377,102 @@ Json RunItem(Call& call, Device& device, const Command& command, const std::stri
             Decoded(std::string(AsText(Member(item, "inBuffer"))), AsText(Member(item, "inBufferEncoding")));
         const bool isGet = command.direction == Direction::kGet;
         const std::string own = isGet && !input.empty() ? input : condition.empty() && !isGet ? id : condition;
-        return BatchResult(call, id, Reason::kNone, device.Run(command, own, isGet ? std::string() : input));
+        return BatchResult(handling, id, Reason::kNone, device.Run(command, own, isGet ? std::string() : input));
     } catch (const Refusal& refusal) {
-        return BatchResult(call, id, refusal.Why(), {{}, refusal.what()});
+        return BatchResult(handling, id, refusal.Why(), {{}, refusal.what()});
     }
 }
 
-void ForgetOldBatches(Call& call)
+void ForgetOldBatches(Handling& handling)
 {
-    call.store.Select({kBatches, {{"touchedMs", Test::kAtMost, StoreValue(call.nowMs - kBatchLifeMs)}}},
-                      [&](const std::string& key, const std::string&) { call.store.Erase(kBatches, key); });
+    handling.store.Select({kBatches, {{"touchedMs", Test::kAtMost, StoreValue(handling.nowMs - kBatchLifeMs)}}},
+                          [&](const std::string& key, const std::string&) { handling.store.Erase(kBatches, key); });
 }
 
 // Pages of a batch transfer: whoever sends items, or asks for all there is, gets results `maxResultNum` at a time and
 // comes back with the transfer's GUID until it is finished.
-void Batch(Call& call, const Commands& commands)
+void Batch(Handling& handling, const Commands& commands)
 {
-    Allocator& memory = call.Memory();
-    Device device(call, commands);
-    std::string guid = BodyText(call, "guid");
-    const std::string owner = call.placeholders["device"];
+    Allocator& memory = handling.Memory();
+    Device device(handling, commands);
+    std::string guid = BodyText(handling, "guid");
+    const std::string owner = std::string(handling.Identifier("1"));
     Json batch;
     const bool fresh = guid.empty();
     if (fresh) {
-        ForgetOldBatches(call);
+        ForgetOldBatches(handling);
         guid = NewGuid();
         batch.SetObject();
         SetMember(batch, "device", MakeText(owner, memory), memory);
-        SetMember(batch, "command", Json(AsInt(Member(*call.body, "command"))), memory);
+        SetMember(batch, "command", Json(AsInt(Member(*handling.body, "command"))), memory);
         SetMember(batch, "condition",
-                  MakeText(Decoded(BodyText(call, "condBuffer"), BodyText(call, "condBufferEncoding")), memory),
+                  MakeText(Decoded(BodyText(handling, "condBuffer"), BodyText(handling, "condBufferEncoding")), memory),
                   memory);
         SetMember(batch, "results", Json(rapidjson::kArrayType), memory);
         SetMember(batch, "pageBegin", Json(0), memory);
         SetMember(batch, "next", Json(0), memory);
         SetMember(batch, "open", Json(true), memory);
+        const Json* pages = device.Find(AsInt(Member(*handling.body, "command"))).pages;
+        SetMember(batch, "later", Json(pages == nullptr ? 0 : AsInt(Member(*pages, "later"))), memory);
     } else {
-        batch = call.Load(kBatches, guid);
+        batch = handling.Load(kBatches, guid);
         if (!batch.IsObject() || AsText(Member(batch, "device")) != owner) {
             throw Refusal(Reason::kUnknownBatch, "\"" + guid + "\"");
         }
     }
     Json answer(rapidjson::kObjectType);
     SetMember(answer, "guid", MakeText(guid, memory), memory);
-    if (AsBool(Member(*call.body, "cancel"))) {
-        call.store.Erase(kBatches, guid);
+    if (AsBool(Member(*handling.body, "cancel"))) {
+        handling.store.Erase(kBatches, guid);
         SetMember(answer, "isFinish", Json(true), memory);
         SetMember(answer, "batchReturnDataList", Json(rapidjson::kArrayType), memory);
-        SetMember(call.data, "batchPassThroughRsp", std::move(answer), memory);
+        SetMember(handling.data, "batchPassThroughRsp", std::move(answer), memory);
         return;
     }
     const Command& command = device.Find(AsInt(Member(batch, "command")));
     const std::string condition(AsText(Member(batch, "condition")));
     Json& results = *Member(batch, "results");
-    const bool again = AsBool(Member(*call.body, "getPreviousData"));
+    const bool again = AsBool(Member(*handling.body, "getPreviousData"));
     if (!again) {
-        const Json* items = Member(*call.body, "batchSendDataList");
+        const Json* items = Member(*handling.body, "batchSendDataList");
         const bool sent = items != nullptr && !items->Empty();
-        if (sent) {
+        if (sent && command.pages == nullptr) {
             if (!AsBool(Member(batch, "open"))) {
                 throw Refusal(Reason::kUnknownBatch, "the last item of \"" + guid + "\" has been sent");
             }
             for (const Json& item : items->GetArray()) {
-                results.PushBack(RunItem(call, device, command, condition, item), memory);
+                results.PushBack(RunItem(handling, device, command, condition, item), memory);
             }
         } else if (fresh && command.direction == Direction::kGet) {
             for (const auto& [id, text] : device.ReadAll(command, condition)) {
-                results.PushBack(BatchResult(call, id, Reason::kNone, {text, {}}), memory);
+                results.PushBack(BatchResult(handling, id, Reason::kNone, {text, {}}), memory);
             }
         }
         if (AsBool(Member(batch, "open"))) {
-            SetMember(batch, "open", Json(AsBool(Member(*call.body, "hasNext"))), memory);
+            SetMember(batch, "open", Json(AsBool(Member(*handling.body, "hasNext"))), memory);
         }
     }
     const std::int64_t total = results.Size();
-    const std::int64_t most = AsInt(Member(*call.body, "maxResultNum"));
+    std::int64_t most = AsInt(Member(*handling.body, "maxResultNum"));
+    most = most == 0 && command.pages != nullptr ? kUsualPage : most;
+    const std::int64_t later = AsInt(Member(batch, "later"));
+    SetMember(batch, "later", Json(std::max<std::int64_t>(later - 1, 0)), memory);
     const std::int64_t begin = AsInt(Member(batch, again ? "pageBegin" : "next"));
-    const std::int64_t end = again      ? AsInt(Member(batch, "next"))
-                             : most > 0 ? std::min(total, begin + std::min(most, total))
-                                        : total;
+    const std::int64_t end = again       ? AsInt(Member(batch, "next"))
+                             : later > 0 ? begin
+                             : most > 0  ? std::min(total, begin + std::min(most, total))
+                                         : total;
     Json page(rapidjson::kArrayType);
     for (std::int64_t i = begin; i < end; ++i) {
         page.PushBack(Copy(results[static_cast<rapidjson::SizeType>(i)], memory), memory);
     }
     SetMember(batch, "pageBegin", Json(begin), memory);
     SetMember(batch, "next", Json(end), memory);
-    SetMember(batch, "touchedMs", Json(call.nowMs), memory);
-    call.Save(kBatches, guid, batch);
-    SetMember(answer, "isFinish", Json(end == total && !AsBool(Member(batch, "open"))), memory);
+    SetMember(batch, "touchedMs", Json(handling.nowMs), memory);
+    handling.Save(kBatches, guid, batch);
+    SetMember(answer, "isFinish", Json(end == total && later == 0 && !AsBool(Member(batch, "open"))), memory);
     SetMember(answer, "batchReturnDataList", std::move(page), memory);
-    SetMember(call.data, "batchPassThroughRsp", std::move(answer), memory);
+    SetMember(handling.data, "batchPassThroughRsp", std::move(answer), memory);
 }
 
 } // namespace
@@ -393,8 +480,8 @@ void Batch(Call& call, const Commands& commands)
 void AddDeviceChannel(Services& services, const Description& description)
 {
     const auto commands = std::make_shared<const Commands>(ReadCommands(description));
-    services["deviceCommand"] = [commands](Call& call) { Single(call, *commands); };
-    services["deviceBatch"] = [commands](Call& call) { Batch(call, *commands); };
+    services["deviceCommand"] = [commands](Handling& handling) { Single(handling, *commands); };
+    services["deviceBatch"] = [commands](Handling& handling) { Batch(handling, *commands); };
 }
 
 } // namespace nexwire::simulator

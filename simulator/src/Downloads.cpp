@@ -115,20 +115,20 @@ bool Running(const Json& download)
     return AsBool(Member(download, "running"));
 }
 
-void SetGroupState(Call& call, std::string_view group, int state)
+void SetGroupState(Handling& handling, std::string_view group, int state)
 {
-    Json document = call.Load(kGroups, group);
+    Json document = handling.Load(kGroups, group);
     if (document.IsObject()) {
-        SetMember(document, "accessGroupState", Json(state), call.Memory());
-        call.Save(kGroups, group, document);
+        SetMember(document, "accessGroupState", Json(state), handling.Memory());
+        handling.Save(kGroups, group, document);
     }
 }
 
 // Puts what has arrived since the last look on the device, or takes it off.
-void Carry(Call& call, const Json& download, Json& device, std::int64_t through)
+void Carry(Handling& handling, const Json& download, Json& device, std::int64_t through)
 {
     const std::int64_t carried = AsInt(Member(device, "carried"));
-    SetMember(device, "carried", Json(through), call.Memory());
+    SetMember(device, "carried", Json(through), handling.Memory());
     if (AsInt(Member(device, "error")) != 0) {
         return;
     }
@@ -139,44 +139,45 @@ void Carry(Call& call, const Json& download, Json& device, std::int64_t through)
         const Json& person = (*persons)[static_cast<rapidjson::SizeType>(i)];
         const std::string key = HoldingKey(deviceGuid, group, AsText(Member(person, "personnelGuid")));
         if (AsBool(Member(download, "deleteGroup"))) {
-            call.store.Erase(kHoldings, key);
+            handling.store.Erase(kHoldings, key);
             continue;
         }
         const std::int64_t at =
             AsInt(Member(device, "startedMs")) +
             static_cast<std::int64_t>(Member(download, "stepMs")->GetDouble() * static_cast<double>(i + 1));
-        Json holding = Copy(person, call.Memory());
-        SetMember(holding, "deviceGuid", MakeText(deviceGuid, call.Memory()), call.Memory());
-        SetMember(holding, "groupGuid", MakeText(group, call.Memory()), call.Memory());
-        SetMember(holding, "secheduleGuid", Copy(*Member(download, "secheduleGuid"), call.Memory()), call.Memory());
-        SetMember(holding, "downloadTime", Json(at), call.Memory());
-        call.Save(kHoldings, key, holding);
+        Json holding = Copy(person, handling.Memory());
+        SetMember(holding, "deviceGuid", MakeText(deviceGuid, handling.Memory()), handling.Memory());
+        SetMember(holding, "groupGuid", MakeText(group, handling.Memory()), handling.Memory());
+        SetMember(holding, "secheduleGuid", Copy(*Member(download, "secheduleGuid"), handling.Memory()),
+                  handling.Memory());
+        SetMember(holding, "downloadTime", Json(at), handling.Memory());
+        handling.Save(kHoldings, key, holding);
     }
 }
 
 // Brings every running download up to date with the clock.
-void Settle(Call& call)
+void Settle(Handling& handling)
 {
-    call.Each({kDownloads, {{"running", Test::kEquals, StoreValue(std::int64_t{1})}}},
-              [&](const std::string& group, Json& download) {
-                  bool complete = true;
-                  bool failed = false;
-                  for (Json& device : Member(download, "devices")->GetArray()) {
-                      const std::int64_t through = Through(download, device, call.nowMs);
-                      if (through > AsInt(Member(device, "carried"))) {
-                          Carry(call, download, device, through);
+    handling.Each({kDownloads, {{"running", Test::kEquals, StoreValue(std::int64_t{1})}}},
+                  [&](const std::string& group, Json& download) {
+                      bool complete = true;
+                      bool failed = false;
+                      for (Json& device : Member(download, "devices")->GetArray()) {
+                          const std::int64_t through = Through(download, device, handling.nowMs);
+                          if (through > AsInt(Member(device, "carried"))) {
+                              Carry(handling, download, device, through);
+                          }
+                          const DeviceView view = View(download, device, handling.nowMs);
+                          complete = complete && (view.state == kSent || view.state == kFailed);
+                          failed = failed || view.state == kFailed;
                       }
-                      const DeviceView view = View(download, device, call.nowMs);
-                      complete = complete && (view.state == kSent || view.state == kFailed);
-                      failed = failed || view.state == kFailed;
-                  }
-                  if (complete) {
-                      SetMember(download, "running", Json(false), call.Memory());
-                      const bool taken = AsBool(Member(download, "deleteGroup"));
-                      SetGroupState(call, group, failed ? kGroupFailed : taken ? kGroupNew : kGroupDownloaded);
-                  }
-                  call.Save(kDownloads, group, download);
-              });
+                      if (complete) {
+                          SetMember(download, "running", Json(false), handling.Memory());
+                          const bool taken = AsBool(Member(download, "deleteGroup"));
+                          SetGroupState(handling, group, failed ? kGroupFailed : taken ? kGroupNew : kGroupDownloaded);
+                      }
+                      handling.Save(kDownloads, group, download);
+                  });
 }
 
 // Why this device does not take anything, 0 when it does.
@@ -189,19 +190,19 @@ int DeviceError(const Json& device, std::int64_t attempt)
     return failures < 0 || attempt <= failures ? static_cast<int>(Reason::kDeviceRefused) : 0;
 }
 
-void StartDevice(Call& call, Json& entry, std::int64_t attempt)
+void StartDevice(Handling& handling, Json& entry, std::int64_t attempt)
 {
-    const Json device = call.Load(kDevices, AsText(Member(entry, "deviceGuid")));
-    Allocator& memory = call.Memory();
+    const Json device = handling.Load(kDevices, AsText(Member(entry, "deviceGuid")));
+    Allocator& memory = handling.Memory();
     SetMember(entry, "attempt", Json(attempt), memory);
     SetMember(entry, "error", Json(device.IsObject() ? DeviceError(device, attempt) : 0), memory);
-    SetMember(entry, "startedMs", Json(call.nowMs), memory);
+    SetMember(entry, "startedMs", Json(handling.nowMs), memory);
     SetMember(entry, "carried", Json(0), memory);
     entry.RemoveMember("reported");
 }
 
 // The devices of a group's objects; with `held` also those that still hold somebody of it.
-std::vector<std::string> DevicesOf(Call& call, const Json& group, std::string_view guid, bool held)
+std::vector<std::string> DevicesOf(Handling& handling, const Json& group, std::string_view guid, bool held)
 {
     std::vector<std::string> devices;
     const auto add = [&](std::string_view device) {
@@ -215,45 +216,45 @@ std::vector<std::string> DevicesOf(Call& call, const Json& group, std::string_vi
         }
     }
     if (held) {
-        call.Each({kHoldings, {Equals("groupGuid", guid)}},
-                  [&](const std::string&, Json& holding) { add(AsText(Member(holding, "deviceGuid"))); });
+        handling.Each({kHoldings, {Equals("groupGuid", guid)}},
+                      [&](const std::string&, Json& holding) { add(AsText(Member(holding, "deviceGuid"))); });
     }
     return devices;
 }
 
 // Who is on the device through the group and does not belong there any more goes without a word.
-void DropLeavers(Call& call, const Json& group, std::string_view guid)
+void DropLeavers(Handling& handling, const Json& group, std::string_view guid)
 {
     std::set<std::string> members;
-    for (const std::string& device : DevicesOf(call, group, guid, false)) {
+    for (const std::string& device : DevicesOf(handling, group, guid, false)) {
         for (const Json& person : Member(group, "personnelResList")->GetArray()) {
             members.insert(HoldingKey(device, guid, AsText(Member(person, "personnelGuid"))));
         }
     }
-    call.store.Select({kHoldings, {Equals("groupGuid", guid)}}, [&](const std::string& key, const std::string&) {
+    handling.store.Select({kHoldings, {Equals("groupGuid", guid)}}, [&](const std::string& key, const std::string&) {
         if (members.count(key) == 0) {
-            call.store.Erase(kHoldings, key);
+            handling.store.Erase(kHoldings, key);
         }
     });
 }
 
-void StartGroup(Call& call, const Json& order, double stepMs)
+void StartGroup(Handling& handling, const Json& order, double stepMs)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     const std::string guid(AsText(Member(order, "accessgroupGuid")));
     const bool take = AsBool(Member(order, "deleteGroup"));
     const bool onlyChanges = !take && AsInt(Member(order, "downloadMode")) == kOnlyChanges;
-    const Json group = call.Need(*call.description.FindCollection(kGroups), guid);
-    const Json previous = call.Load(kDownloads, guid);
+    const Json group = handling.Need(*handling.description.FindCollection(kGroups), guid);
+    const Json previous = handling.Load(kDownloads, guid);
     if (previous.IsObject() && Running(previous)) {
         throw Refusal(Reason::kDownloadRunning, "\"" + guid + "\"");
     }
-    const std::vector<std::string> devices = DevicesOf(call, group, guid, take);
+    const std::vector<std::string> devices = DevicesOf(handling, group, guid, take);
     if (devices.empty() || (!take && SizeOf(group, "personnelResList") == 0)) {
         throw Refusal(Reason::kNothingToDownload, "\"" + guid + "\"");
     }
     if (!take) {
-        DropLeavers(call, group, guid);
+        DropLeavers(handling, group, guid);
     }
     const std::string_view schedule = AsText(Member(group, "secheduleGuid"));
     Json entries(rapidjson::kArrayType);
@@ -262,8 +263,9 @@ void StartGroup(Call& call, const Json& order, double stepMs)
         Json finished(rapidjson::kArrayType);
         for (const Json& person : Member(group, "personnelResList")->GetArray()) {
             const Json held =
-                onlyChanges ? call.Load(kHoldings, HoldingKey(device, guid, AsText(Member(person, "personnelGuid"))))
-                            : Json();
+                onlyChanges
+                    ? handling.Load(kHoldings, HoldingKey(device, guid, AsText(Member(person, "personnelGuid"))))
+                    : Json();
             const bool there = held.IsObject() && AsText(Member(held, "secheduleGuid")) == schedule;
             (there ? finished : persons).PushBack(Copy(person, memory), memory);
         }
@@ -271,7 +273,7 @@ void StartGroup(Call& call, const Json& order, double stepMs)
         SetMember(entry, "deviceGuid", MakeText(device, memory), memory);
         SetMember(entry, "persons", std::move(persons), memory);
         SetMember(entry, "finished", std::move(finished), memory);
-        StartDevice(call, entry, 1);
+        StartDevice(handling, entry, 1);
         entries.PushBack(entry, memory);
     }
     Json download(rapidjson::kObjectType);
@@ -282,56 +284,57 @@ void StartGroup(Call& call, const Json& order, double stepMs)
     SetMember(download, "stepMs", Json(stepMs), memory);
     SetMember(download, "running", Json(true), memory);
     SetMember(download, "devices", std::move(entries), memory);
-    call.Save(kDownloads, guid, download);
-    SetGroupState(call, guid, kGroupDownloading);
+    handling.Save(kDownloads, guid, download);
+    SetGroupState(handling, guid, kGroupDownloading);
 }
 
-void Start(Call& call, double stepMs)
+void Start(Handling& handling, double stepMs)
 {
-    const Json& orders = *Member(*call.body, "accessGroupDownList");
+    const Json& orders = *Member(*handling.body, "accessGroupDownList");
     if (orders.Empty()) {
         throw Refusal(Reason::kNothingToDownload, "accessGroupDownList is empty");
     }
     for (const Json& order : orders.GetArray()) {
-        StartGroup(call, order, stepMs);
+        StartGroup(handling, order, stepMs);
     }
 }
 
-Json NeedDownload(Call& call, const std::string& group)
+Json NeedDownload(Handling& handling, const std::string& group)
 {
-    call.Need(*call.description.FindCollection(kGroups), group);
-    Json download = call.Load(kDownloads, group);
+    handling.Need(*handling.description.FindCollection(kGroups), group);
+    Json download = handling.Load(kDownloads, group);
     if (!download.IsObject()) {
         throw Refusal(Reason::kNoDownload, "\"" + group + "\"");
     }
     return download;
 }
 
-void Stop(Call& call)
+void Stop(Handling& handling)
 {
-    const std::string group = call.placeholders["group"];
-    Json download = NeedDownload(call, group);
+    const std::string group = std::string(handling.Identifier("1"));
+    Json download = NeedDownload(handling, group);
     if (!Running(download)) {
         throw Refusal(Reason::kNoDownload, "\"" + group + "\"");
     }
-    SetMember(download, "stoppedMs", Json(call.nowMs), call.Memory());
-    SetMember(download, "running", Json(false), call.Memory());
-    call.Save(kDownloads, group, download);
-    SetGroupState(call, group, kGroupStopped);
+    SetMember(download, "stoppedMs", Json(handling.nowMs), handling.Memory());
+    SetMember(download, "running", Json(false), handling.Memory());
+    handling.Save(kDownloads, group, download);
+    SetGroupState(handling, group, kGroupStopped);
 }
 
 // Sends once more what failed or was stopped.
-void Repeat(Call& call)
+void Repeat(Handling& handling)
 {
-    const std::string group = call.placeholders["group"];
-    Json download = NeedDownload(call, group);
+    const std::string group = std::string(handling.Identifier("1"));
+    Json download = NeedDownload(handling, group);
     if (Running(download)) {
         throw Refusal(Reason::kDownloadRunning, "\"" + group + "\"");
     }
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     bool anything = false;
     for (Json& device : Member(download, "devices")->GetArray()) {
-        const std::int64_t through = AsInt(Member(device, "error")) == 0 ? Through(download, device, call.nowMs) : 0;
+        const std::int64_t through =
+            AsInt(Member(device, "error")) == 0 ? Through(download, device, handling.nowMs) : 0;
         const Json persons = Copy(*Member(device, "persons"), memory);
         Json again(rapidjson::kArrayType);
         for (rapidjson::SizeType i = 0; i < persons.Size(); ++i) {
@@ -340,29 +343,29 @@ void Repeat(Call& call)
         }
         anything = anything || !again.Empty();
         SetMember(device, "persons", std::move(again), memory);
-        StartDevice(call, device, AsInt(Member(device, "attempt")) + 1);
+        StartDevice(handling, device, AsInt(Member(device, "attempt")) + 1);
     }
     if (!anything) {
         throw Refusal(Reason::kNothingFailed, "\"" + group + "\"");
     }
     download.RemoveMember("stoppedMs");
     SetMember(download, "running", Json(true), memory);
-    call.Save(kDownloads, group, download);
-    SetGroupState(call, group, kGroupDownloading);
+    handling.Save(kDownloads, group, download);
+    SetGroupState(handling, group, kGroupDownloading);
 }
 
-void Progress(Call& call)
+void Progress(Handling& handling)
 {
-    const std::string guid = call.placeholders["group"];
-    const Json group = call.Need(*call.description.FindCollection(kGroups), guid);
-    const Json download = call.Load(kDownloads, guid);
-    Allocator& memory = call.Memory();
+    const std::string guid = std::string(handling.Identifier("1"));
+    const Json group = handling.Need(*handling.description.FindCollection(kGroups), guid);
+    const Json download = handling.Load(kDownloads, guid);
+    Allocator& memory = handling.Memory();
     Json list(rapidjson::kArrayType);
     std::int64_t total = 0;
     std::int64_t through = 0;
     if (download.IsObject()) {
         for (const Json& device : Member(download, "devices")->GetArray()) {
-            const DeviceView view = View(download, device, call.nowMs);
+            const DeviceView view = View(download, device, handling.nowMs);
             total += view.total;
             through += view.through;
             Json entry(rapidjson::kObjectType);
@@ -373,9 +376,9 @@ void Progress(Call& call)
         }
     }
     const std::int64_t progress = !download.IsObject() ? 0 : total == 0 ? 100 : through * 100 / total;
-    SetMember(call.data, "groupProgress", Json(progress), memory);
-    SetMember(call.data, "accessGroupState", Copy(*Member(group, "accessGroupState"), memory), memory);
-    SetMember(call.data, "deviceDownloadProgressList", std::move(list), memory);
+    SetMember(handling.data, "groupProgress", Json(progress), memory);
+    SetMember(handling.data, "accessGroupState", Copy(*Member(group, "accessGroupState"), memory), memory);
+    SetMember(handling.data, "deviceDownloadProgressList", std::move(list), memory);
 }
 
 std::string Lower(std::string_view text)
@@ -408,18 +411,18 @@ struct Detail {
 };
 
 // Walks the persons that the body's condition names; fills in what both answers share.
-Json Details(Call& call, const std::function<void(const Detail&)>& each)
+Json Details(Handling& handling, const std::function<void(const Detail&)>& each)
 {
-    const Json& condition = *Member(*call.body, "DetailsQueryCondition");
-    const std::string group = call.NeedText(condition, "groupGuid");
+    const Json& condition = *Member(*handling.body, "DetailsQueryCondition");
+    const std::string group = handling.NeedText(condition, "groupGuid");
     const std::string_view wanted = AsText(Member(condition, "deviceGuid"));
     if (!wanted.empty()) {
-        call.Need(*call.description.FindCollection(kDevices), wanted);
+        handling.Need(*handling.description.FindCollection(kDevices), wanted);
     }
-    const Json download = NeedDownload(call, group);
+    const Json download = NeedDownload(handling, group);
     Filter filter;
-    if (AsBool(Member(*call.body, "isQuery"))) {
-        if (const Json* given = Member(*call.body, "DetailsFilterCondition")) {
+    if (AsBool(Member(*handling.body, "isQuery"))) {
+        if (const Json* given = Member(*handling.body, "DetailsFilterCondition")) {
             filter.name = Lower(AsText(Member(*given, "personName")));
             filter.guid = AsText(Member(*given, "personGuid"));
             filter.session = AsText(Member(*given, "sessionID"));
@@ -432,7 +435,7 @@ Json Details(Call& call, const std::function<void(const Detail&)>& each)
             if (!wanted.empty() && wanted != AsText(Member(device, "deviceGuid"))) {
                 continue;
             }
-            const std::int64_t through = Through(download, device, call.nowMs);
+            const std::int64_t through = Through(download, device, handling.nowMs);
             const int error = static_cast<int>(AsInt(Member(device, "error")));
             for (const Json& person : Member(device, "finished")->GetArray()) {
                 if (filter.Takes(person, kSent)) {
@@ -448,7 +451,7 @@ Json Details(Call& call, const std::function<void(const Detail&)>& each)
             }
         }
     }
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json answer(rapidjson::kObjectType);
     SetMember(answer, "deviceGuid", MakeText(wanted, memory), memory);
     SetMember(answer, "groupGuid", MakeText(group, memory), memory);
@@ -456,9 +459,9 @@ Json Details(Call& call, const std::function<void(const Detail&)>& each)
     return answer;
 }
 
-Json DetailEntry(Call& call, const Detail& detail)
+Json DetailEntry(Handling& handling, const Detail& detail)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json entry(rapidjson::kObjectType);
     SetMember(entry, "personGuid", MakeText(AsText(Member(detail.person, "personnelGuid")), memory), memory);
     SetMember(entry, "personNo", MakeText(AsText(Member(detail.person, "personnelNo")), memory), memory);
@@ -470,14 +473,14 @@ Json DetailEntry(Call& call, const Detail& detail)
     return entry;
 }
 
-void DeviceDetails(Call& call)
+void DeviceDetails(Handling& handling)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json list(rapidjson::kArrayType);
     int sent = 0;
     int failed = 0;
-    Json answer = Details(call, [&](const Detail& detail) {
-        Json entry = DetailEntry(call, detail);
+    Json answer = Details(handling, [&](const Detail& detail) {
+        Json entry = DetailEntry(handling, detail);
         SetMember(entry, "objectGuid", MakeText("", memory), memory);
         list.PushBack(entry, memory);
         sent += detail.state == kSent ? 1 : 0;
@@ -487,18 +490,18 @@ void DeviceDetails(Call& call)
     SetMember(answer, "successNum", Json(sent), memory);
     SetMember(answer, "failedNum", Json(failed), memory);
     SetMember(answer, "deviceDownloadDetailList", std::move(list), memory);
-    SetMember(call.data, "deviceDownloadDetailsResponse", std::move(answer), memory);
+    SetMember(handling.data, "deviceDownloadDetailsResponse", std::move(answer), memory);
 }
 
-void PersonDetails(Call& call)
+void PersonDetails(Handling& handling)
 {
     static constexpr std::pair<const char*, const char*> kCredentials[] = {
         {"cards", "cardState"}, {"fingerPrints", "fingerPrintState"}, {"faces", "faceState"}, {"irises", "irisState"}};
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json list(rapidjson::kArrayType);
-    Json answer = Details(call, [&](const Detail& detail) {
-        Json entry = DetailEntry(call, detail);
-        const Json person = call.Load(kPersons, AsText(Member(detail.person, "personnelGuid")));
+    Json answer = Details(handling, [&](const Detail& detail) {
+        Json entry = DetailEntry(handling, detail);
+        const Json person = handling.Load(kPersons, AsText(Member(detail.person, "personnelGuid")));
         for (const auto& [held, state] : kCredentials) {
             const Json* has = Member(person, held);
             const bool any = has != nullptr && (has->IsArray() ? !has->Empty() : AsInt(has) > 0);
@@ -507,51 +510,51 @@ void PersonDetails(Call& call)
         list.PushBack(entry, memory);
     });
     SetMember(answer, "personStateDetailList", std::move(list), memory);
-    SetMember(call.data, "personStateDetailResponse", std::move(answer), memory);
+    SetMember(handling.data, "personStateDetailResponse", std::move(answer), memory);
 }
 
 // A device gateway reports how its part went.
-void Report(Call& call)
+void Report(Handling& handling)
 {
-    const std::string group = call.NeedText(*call.body, "accessGroupGuid");
-    const std::string device = call.NeedText(*call.body, "deviceGuid");
-    Json download = NeedDownload(call, group);
+    const std::string group = handling.NeedText(*handling.body, "accessGroupGuid");
+    const std::string device = handling.NeedText(*handling.body, "deviceGuid");
+    Json download = NeedDownload(handling, group);
     for (Json& entry : Member(download, "devices")->GetArray()) {
         if (AsText(Member(entry, "deviceGuid")) != device) {
             continue;
         }
         Json reported(rapidjson::kObjectType);
-        const std::int64_t progress = AsInt(Member(*call.body, "deviceProgress"));
-        SetMember(reported, "deviceProgress", Json(std::clamp<std::int64_t>(progress, 0, 100)), call.Memory());
-        SetMember(reported, "downloadState", Json(AsInt(Member(*call.body, "downloadState"))), call.Memory());
-        SetMember(entry, "reported", std::move(reported), call.Memory());
-        call.Save(kDownloads, group, download);
+        const std::int64_t progress = AsInt(Member(*handling.body, "deviceProgress"));
+        SetMember(reported, "deviceProgress", Json(std::clamp<std::int64_t>(progress, 0, 100)), handling.Memory());
+        SetMember(reported, "downloadState", Json(AsInt(Member(*handling.body, "downloadState"))), handling.Memory());
+        SetMember(entry, "reported", std::move(reported), handling.Memory());
+        handling.Save(kDownloads, group, download);
         return;
     }
     throw Refusal(Reason::kNoDownload, "\"" + device + "\"");
 }
 
 // Refuses a plan under which a person would have two schedules at one door.
-void Check(Call& call)
+void Check(Handling& handling)
 {
-    const std::string_view own = AsText(Member(*call.body, "accessGroupGuid"));
+    const std::string_view own = AsText(Member(*handling.body, "accessGroupGuid"));
     if (!own.empty()) {
-        call.Need(*call.description.FindCollection(kGroups), own);
+        handling.Need(*handling.description.FindCollection(kGroups), own);
     }
     std::set<std::string, std::less<>> among;
-    if (const Json* list = Member(*call.body, "accessGroupGuidList")) {
+    if (const Json* list = Member(*handling.body, "accessGroupGuidList")) {
         for (const Json& guid : list->GetArray()) {
-            call.Need(*call.description.FindCollection(kGroups), AsText(&guid));
+            handling.Need(*handling.description.FindCollection(kGroups), AsText(&guid));
             among.emplace(AsText(&guid));
         }
     }
-    const std::string_view schedule = AsText(Member(*call.body, "scheduleGuid"));
+    const std::string_view schedule = AsText(Member(*handling.body, "scheduleGuid"));
     Selection touching{kGroups};
     touching.conditions.push_back({"personnelResList", Test::kHasElement,
-                                   StoreValue(PrintJson(*Member(*call.body, "personGuidList"))), "personnelGuid"});
-    touching.conditions.push_back(
-        {"objectResList", Test::kHasElement, StoreValue(PrintJson(*Member(*call.body, "doorGuidList"))), "objectGuid"});
-    call.Each(touching, [&](const std::string& guid, Json& group) {
+                                   StoreValue(PrintJson(*Member(*handling.body, "personGuidList"))), "personnelGuid"});
+    touching.conditions.push_back({"objectResList", Test::kHasElement,
+                                   StoreValue(PrintJson(*Member(*handling.body, "doorGuidList"))), "objectGuid"});
+    handling.Each(touching, [&](const std::string& guid, Json& group) {
         const bool considered = guid != own && (among.empty() || among.count(guid) != 0);
         if (considered && AsText(Member(group, "secheduleGuid")) != schedule) {
             throw Refusal(Reason::kScheduleConflict, "group \"" + std::string(AsText(Member(group, "name"))) + "\"");
@@ -560,19 +563,20 @@ void Check(Call& call)
 }
 
 // Each person on a device once, however many groups brought it there.
-void EachHeld(Call& call, const std::function<void(const Json& holding)>& each)
+void EachHeld(Handling& handling, const std::function<void(const Json& holding)>& each)
 {
     std::set<std::string, std::less<>> seen;
-    call.Each({kHoldings, {Equals("deviceGuid", call.placeholders["device"])}}, [&](const std::string&, Json& holding) {
-        if (seen.emplace(AsText(Member(holding, "personnelGuid"))).second) {
-            each(holding);
-        }
-    });
+    handling.Each({kHoldings, {Equals("deviceGuid", handling.Identifier("1"))}},
+                  [&](const std::string&, Json& holding) {
+                      if (seen.emplace(AsText(Member(holding, "personnelGuid"))).second) {
+                          each(holding);
+                      }
+                  });
 }
 
-Json HeldEntry(Call& call, const Json& holding)
+Json HeldEntry(Handling& handling, const Json& holding)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json entry(rapidjson::kObjectType);
     SetMember(entry, "personGuid", MakeText(AsText(Member(holding, "personnelGuid")), memory), memory);
     SetMember(entry, "personNo", MakeText(AsText(Member(holding, "personnelNo")), memory), memory);
@@ -581,32 +585,32 @@ Json HeldEntry(Call& call, const Json& holding)
     return entry;
 }
 
-void HeldPersons(Call& call)
+void HeldPersons(Handling& handling)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json list(rapidjson::kArrayType);
-    EachHeld(call, [&](const Json& holding) { list.PushBack(HeldEntry(call, holding), memory); });
+    EachHeld(handling, [&](const Json& holding) { list.PushBack(HeldEntry(handling, holding), memory); });
     Json held(rapidjson::kObjectType);
-    SetMember(held, "deviceGuid", MakeText(call.placeholders["device"], memory), memory);
+    SetMember(held, "deviceGuid", MakeText(handling.Identifier("1"), memory), memory);
     SetMember(held, "personList", std::move(list), memory);
-    SetMember(call.data, "downloadedPerson", std::move(held), memory);
+    SetMember(handling.data, "downloadedPerson", std::move(held), memory);
 }
 
-void HeldCards(Call& call)
+void HeldCards(Handling& handling)
 {
-    Allocator& memory = call.Memory();
+    Allocator& memory = handling.Memory();
     Json list(rapidjson::kArrayType);
-    EachHeld(call, [&](const Json& holding) {
-        const Json person = call.Load(kPersons, AsText(Member(holding, "personnelGuid")));
+    EachHeld(handling, [&](const Json& holding) {
+        const Json person = handling.Load(kPersons, AsText(Member(holding, "personnelGuid")));
         if (const Json* cards = Member(person, "cards")) {
             for (const Json& card : cards->GetArray()) {
-                Json entry = HeldEntry(call, holding);
+                Json entry = HeldEntry(handling, holding);
                 SetMember(entry, "cardNo", Copy(card, memory), memory);
                 list.PushBack(entry, memory);
             }
         }
     });
-    SetMember(call.data, "downloadedCardList", std::move(list), memory);
+    SetMember(handling.data, "downloadedCardList", std::move(list), memory);
 }
 
 } // namespace
@@ -615,7 +619,7 @@ void AddDownloads(Services& services, double timeScale)
 {
     const double stepMs = std::max(kMillisecondsPerPerson / timeScale, 1e-6);
     services["settleDownloads"] = Settle;
-    services["startDownload"] = [stepMs](Call& call) { Start(call, stepMs); };
+    services["startDownload"] = [stepMs](Handling& handling) { Start(handling, stepMs); };
     services["stopDownload"] = Stop;
     services["repeatDownload"] = Repeat;
     services["downloadProgress"] = Progress;

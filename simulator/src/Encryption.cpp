@@ -8,16 +8,16 @@ Service Translate(std::string from, std::string to, std::function<std::string(st
 {
     const std::string input = from == "plaintextList" ? "plaintext" : "ciphertext";
     const std::string output = from == "plaintextList" ? "ciphertext" : "plaintext";
-    return [=](Call& call) {
-        Allocator& memory = call.Memory();
+    return [=](Handling& handling) {
+        Allocator& memory = handling.Memory();
         Json list(rapidjson::kArrayType);
-        for (const Json& text : Member(*call.body, from)->GetArray()) {
+        for (const Json& text : Member(*handling.body, from)->GetArray()) {
             Json pair(rapidjson::kObjectType);
             SetMember(pair, input, Copy(text, memory), memory);
             SetMember(pair, output, MakeText(translate(AsText(&text)), memory), memory);
             list.PushBack(pair, memory);
         }
-        SetMember(call.data, to, std::move(list), memory);
+        SetMember(handling.data, to, std::move(list), memory);
     };
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,35 +15,58 @@
 
 namespace nexwire::simulator {
 
+struct Request {
+    std::string verb;
+    std::string path;                                        ///< Without a query.
+    std::string query;                                       ///< Behind the question mark.
+    std::map<std::string, std::string, std::less<>> headers; ///< Names in lower case.
+    std::string body;
+};
+
+struct Answer {
+    unsigned status = 200;
+    std::string code;
+    std::string body; ///< The envelope, or bytes.
+    std::string type = "application/json; charset=utf-8";
+    std::string range{}; ///< Content-Range, when a part of the bytes was asked for.
+};
+
 /// What one request works with. Lives for one handler inside one transaction.
-class Call {
+class Handling {
 public:
-    Call(const Description& description, const Resource& resource, Store::Transaction& transaction);
+    Handling(const Description& description, const Endpoint& endpoint, const Request& request,
+             Store::Transaction& transaction);
 
     const Description& description;
-    const Resource& resource;
+    const Endpoint& endpoint;
+    const Request& request;
     Store::Transaction& store;
-    std::map<std::string, std::string, std::less<>> placeholders;
-    std::map<std::string, std::string, std::less<>> headers; ///< Names in lower case.
-    const Json* body = nullptr;                              ///< The root object, or null without one.
+    const Action* action = nullptr; ///< Null: state is kept, or a sample answered.
+    std::vector<std::string> identifiers;
+    const Json* body = nullptr; ///< The root's value, or null without one.
     std::int64_t nowMs = 0;
-    Document scratch; ///< Owns everything built during the call.
-    Json data;        ///< The envelope's data; an object.
+    Document scratch;            ///< Owns everything built on the way.
+    Json data;                   ///< The envelope's data; an object.
+    std::optional<Answer> bytes; ///< Set when the answer is no envelope.
 
     Allocator& Memory() { return scratch.GetAllocator(); }
 
     /// Fills a template: a text that is "$name" or "$name.member" stands for the value of that name, "{x}" inside a
-    /// text for a placeholder of the path, {"$each": list, "as": template} for a list made from another one.
-    /// Names: body, doc, docs, it, results, guid, guids, total, now item and what `Name` added. Members whose value
-    /// names nothing are left out.
+    /// text for an identifier of the path, {"$each": list, "as": template} for a list made from another one. Members
+    /// whose value names nothing are left out.
     Json Fill(const Json& pattern);
     /// As `Fill`, for a text; empty when it is none.
     std::string FillText(const Json* pattern);
 
-    /// Gives templates a value to refer to; it must live as long as the call.
+    /// Gives templates a value to refer to; it must live as long as the handling.
     void Name(std::string_view name, const Json& value) { names_[std::string(name)] = &value; }
-    /// The same for a value that the call keeps.
+    /// The same for a value that the handling keeps.
     void Define(std::string_view name, Json value);
+    /// What a name or "name.member" stands for, or null.
+    const Json* Named(std::string_view expression) const;
+
+    /// An identifier of the path by its name or place ("1"); empty when there is none.
+    std::string_view Identifier(std::string_view name) const;
 
     /// Reads a document; refuses when there is none.
     Json Need(const Collection& collection, std::string_view key);
@@ -56,34 +80,19 @@ public:
     std::string NeedText(const Json& object, std::string_view member);
 
 private:
-    const Json* Lookup(std::string_view expression);
-
     std::map<std::string, const Json*, std::less<>> names_;
     std::vector<std::unique_ptr<Json>> held_;
 };
 
-using Service = std::function<void(Call&)>;
+using Service = std::function<void(Handling&)>;
 
-struct Request {
-    std::string verb;
-    std::string path; ///< Without a query.
-    std::map<std::string, std::string, std::less<>> headers;
-    std::string body;
-};
-
-struct Answer {
-    unsigned status = 200;
-    std::string code;
-    std::string body; ///< The envelope.
-};
-
-/// The envelope of a refusal that no resource stands for.
+/// The envelope of a refusal that no endpoint stands for.
 Answer RefuseOutright(unsigned status, Reason reason, std::string_view detail);
 
-/// Executes what the resource files say. Safe from any thread; requests run one at a time.
+/// Executes what the library's document and the resource files say. Safe from any thread; requests run one at a time.
 class Engine {
 public:
-    /// @throws std::runtime_error when a resource names a service that is not there.
+    /// @throws std::runtime_error when an entry names a service that is not there.
     Engine(const Description& description, Store& store, std::function<std::int64_t()> now,
            std::map<std::string, Service, std::less<>> services);
 
@@ -93,16 +102,8 @@ public:
     Answer Handle(const Request& request);
 
 private:
-    void Run(Call& call);
-    void Operate(Call& call);
-    void Create(Call& call);
-    void Query(Call& call);
-    void Get(Call& call);
-    void Modify(Call& call);
-    void Remove(Call& call);
-    void Count(Call& call);
-    void Keep(Call& call);
-    void Recall(Call& call);
+    void Run(Handling& handling);
+    void Act(Handling& handling);
 
     const Description& description_;
     Store& store_;
@@ -112,5 +113,36 @@ private:
 
 /// 32 upper-case hexadecimal digits.
 std::string NewGuid();
+
+/// Collections and members that begin with this are the platform's own and never travel.
+void DropInternals(Json& document);
+
+// ---- What an action does to documents (Roles.cpp) ----
+
+void Add(Handling& handling);
+void Find(Handling& handling);
+void Get(Handling& handling);
+void Modify(Handling& handling);
+void Remove(Handling& handling);
+void Count(Handling& handling);
+void Keep(Handling& handling);
+void Recall(Handling& handling);
+/// For endpoints without an entry: writes are kept under path and identifiers, reads answer them or a sample.
+void KeepOrSample(Handling& handling);
+
+/// The conditions that the body, the path and the entry's filters lay down (Conditions.cpp).
+Selection Narrowed(Handling& handling);
+/// What the body says about pages: how many documents, and which number or offset.
+void Page(const Handling& handling, Selection& selection);
+
+/// Fills the envelope's data by the result's structure from what the action defined: doc, docs, results, guid, guids,
+/// total; then by what the body and the path say (Answers.cpp).
+void Compose(Handling& handling);
+/// A value of a structure as it might be.
+Json Sample(Handling& handling, const WireStructure& structure);
+/// A structure as a fresh device has it: the first word of a vocabulary, the least of a range, nothing otherwise.
+Json Fresh(Handling& handling, const WireStructure& structure);
+/// Sets what a dotted path names inside `object`, making objects on the way.
+void SetAtPath(Handling& handling, Json& object, std::string_view dotted, Json value);
 
 } // namespace nexwire::simulator

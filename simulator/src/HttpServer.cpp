@@ -94,7 +94,10 @@ private:
         auto& message = parser_->get();
         Request request;
         request.verb = Text(message.method_string());
-        request.path = Text(message.target().substr(0, message.target().find('?')));
+        const std::string target = Text(message.target());
+        const std::size_t mark = target.find('?');
+        request.path = target.substr(0, mark);
+        request.query = mark == std::string::npos ? std::string() : target.substr(mark + 1);
         for (const auto& field : message) {
             request.headers[LowerCase(field.name_string())] = Text(field.value());
         }
@@ -138,7 +141,10 @@ private:
         response_ = {};
         response_.version(11);
         response_.result(answer.status);
-        response_.set(http::field::content_type, "application/json; charset=utf-8");
+        response_.set(http::field::content_type, answer.type);
+        if (!answer.range.empty()) {
+            response_.set(http::field::content_range, answer.range);
+        }
         response_.keep_alive(keepAlive);
         response_.body() = noBody ? std::string() : answer.body;
         response_.prepare_payload();

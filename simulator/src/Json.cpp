@@ -103,6 +103,12 @@ const Json* AtPath(const Json& root, std::string_view dotted)
     return at;
 }
 
+Json::ConstArray Elements(const Json* value)
+{
+    static const Json none(rapidjson::kArrayType);
+    return value != nullptr && value->IsArray() ? value->GetArray() : none.GetArray();
+}
+
 Json MakeText(std::string_view text, Allocator& allocator)
 {
     // An empty view may have no data, which RapidJSON does not take.

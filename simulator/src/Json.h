@@ -31,6 +31,9 @@ Json* Member(Json& object, std::string_view key);
 /// Follows member names separated by dots.
 const Json* AtPath(const Json& root, std::string_view dotted);
 
+/// The elements of a list; none when the value is not there or is none.
+Json::ConstArray Elements(const Json* value);
+
 Json MakeText(std::string_view text, Allocator& allocator);
 Json Copy(const Json& value, Allocator& allocator);
 

@@ -82,13 +82,16 @@ public:
             return false;
         }
         try {
-            description_ = std::make_unique<Description>(EmbeddedResources());
+            description_ = std::make_unique<Description>(EmbeddedDocument(), EmbeddedResources());
             store_ = std::make_unique<Store>();
             store_->Open(options_.databasePath);
             Services services;
             AddEncryption(services, MakeCipher(*store_));
             AddDownloads(services, options_.timeScale);
             AddDeviceChannel(services, *description_);
+            AddDeviceTexts(services);
+            AddJobs(services, options_.timeScale);
+            AddFiles(services);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
         } catch (const std::exception& failure) {

@@ -16,7 +16,18 @@ void AddEncryption(Services& services, std::shared_ptr<const Cipher> cipher);
 /// @param timeScale  how much faster than a real controller devices take persons; more than 0.
 void AddDownloads(Services& services, double timeScale);
 
-/// Commands that the platform relays to devices, one at a time and in batches; "deviceCommands" describes them.
+/// Commands that the platform relays to devices, one at a time and in batches; "commands" and "batches" of the resource
+/// files say what the library's document does not.
+/// @throws std::runtime_error for a command that nobody sends.
 void AddDeviceChannel(Services& services, const Description& description);
+
+/// Texts that the platform relays to devices as they are: "kestrel" and "netsdk".
+void AddDeviceTexts(Services& services);
+
+/// Work that takes time: "jobs".
+void AddJobs(Services& services, double timeScale);
+
+/// Bytes that come and go: "files".
+void AddFiles(Services& services);
 
 } // namespace nexwire::simulator

@@ -1,96 +1,115 @@
 #include "src/Shape.h"
 
+#include <algorithm>
+
+#include "src/Codes.h"
+
 namespace nexwire::simulator {
 namespace {
 
-// Takes the mark off the end.
-bool Ends(std::string_view& text, char mark)
+const char* Wanted(WireKind kind)
 {
-    if (text.empty() || text.back() != mark) {
-        return false;
+    switch (kind) {
+    case WireKind::kText:
+        return "text";
+    case WireKind::kInt:
+    case WireKind::kInt64:
+        return "an integer";
+    case WireKind::kReal:
+        return "a number";
+    case WireKind::kBool:
+        return "true or false";
+    case WireKind::kStruct:
+        return "an object";
+    default:
+        return "a list";
     }
-    text.remove_suffix(1);
-    return true;
 }
 
-bool Asked(std::string_view& name)
+bool Fits(WireKind kind, const Json& value)
 {
-    return Ends(name, '!');
+    switch (kind) {
+    case WireKind::kText:
+        return value.IsString();
+    case WireKind::kInt:
+        return value.IsInt();
+    case WireKind::kInt64:
+        return value.IsInt64();
+    case WireKind::kReal:
+        return value.IsNumber();
+    case WireKind::kBool:
+        return value.IsBool();
+    case WireKind::kStruct:
+        return value.IsObject();
+    case WireKind::kAny:
+        return true;
+    default:
+        return value.IsArray();
+    }
 }
 
-void CheckText(Call& call, std::string_view shape, const Json& value, const std::string& where)
+WireKind ElementOf(WireKind list)
 {
-    const bool filled = Asked(shape) || Ends(shape, '+');
-    if (shape == "any") {
+    return list == WireKind::kTextList  ? WireKind::kText
+           : list == WireKind::kIntList ? WireKind::kInt
+                                        : WireKind::kStruct;
+}
+
+void CheckValue(const WireMember& member, const Json& value, const std::string& where, bool condition)
+{
+    if (condition && (value.IsString() ? value.GetStringLength() == 0
+                                       : value.IsInt64() && (value.GetInt64() == 0 || value.GetInt64() == -1))) {
         return;
     }
-    const bool reference = shape.substr(0, 4) == "ref:";
-    const bool fits = reference || shape == "text" ? value.IsString()
-                      : shape == "int"             ? value.IsInt64()
-                      : shape == "number"          ? value.IsNumber()
-                      : shape == "bool"            ? value.IsBool()
-                      : shape == "object"          ? value.IsObject()
-                                                   : value.IsArray();
-    if (!fits) {
-        throw Refusal(Reason::kWrongType, where + " is not " + std::string(reference ? "text" : shape));
+    const bool known =
+        member.values.empty() || std::any_of(member.values.begin(), member.values.end(), [&](const WireValue& each) {
+            return value.IsString() ? each.text == AsText(&value) : !value.IsInt64() || each.number == value.GetInt64();
+        });
+    const bool within = !value.IsNumber() || ((!member.least || value.GetDouble() >= *member.least) &&
+                                              (!member.most || value.GetDouble() <= *member.most));
+    // Characters, not bytes: a continuation byte of UTF-8 begins with the bits 10.
+    const std::string_view text = AsText(&value);
+    const auto characters = std::count_if(text.begin(), text.end(),
+                                          [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u; });
+    if (!known || !within || (member.mostCharacters && characters > *member.mostCharacters)) {
+        throw Refusal(Reason::kOutOfRange, where + " " + PrintJson(value));
     }
-    if (filled && AsText(&value, "-").empty()) {
-        throw Refusal(Reason::kMissingField, where);
+}
+
+void CheckMember(const WireMember& member, WireKind kind, const Json& value, const std::string& where, bool condition)
+{
+    if (!Fits(kind, value)) {
+        throw Refusal(Reason::kWrongType, where + " is not " + Wanted(kind));
     }
-    if (reference && !AsText(&value).empty()) {
-        const std::string_view collection = shape.substr(4);
-        if (!call.store.Has(collection, AsText(&value))) {
-            throw Refusal(collection == "devices" ? Reason::kUnknownDevice : Reason::kUnknownGuid,
-                          where + " \"" + std::string(AsText(&value)) + "\"");
+    if (value.IsArray() && member.IsList()) {
+        rapidjson::SizeType index = 0;
+        for (const Json& element : value.GetArray()) {
+            CheckMember(member, ElementOf(member.kind), element, where + "[" + std::to_string(index++) + "]",
+                        condition);
         }
+    } else if (kind == WireKind::kStruct && member.structure != nullptr) {
+        CheckShape(*member.structure, value, where, condition);
+    } else if (kind != WireKind::kAny) {
+        CheckValue(member, value, where, condition);
     }
 }
 
 } // namespace
 
-void CheckShape(Call& call, const Json& shape, const Json& value, const std::string& where)
+void CheckShape(const WireStructure& structure, const Json& value, const std::string& where, bool condition)
 {
-    if (shape.IsString()) {
-        CheckText(call, AsText(&shape), value, where);
-        return;
-    }
-    if (shape.IsArray()) {
-        if (!value.IsArray()) {
-            throw Refusal(Reason::kWrongType, where + " is not a list");
-        }
-        rapidjson::SizeType index = 0;
-        for (const Json& element : value.GetArray()) {
-            CheckShape(call, shape[0], element, where + "[" + std::to_string(index++) + "]");
-        }
-        return;
-    }
     if (!value.IsObject()) {
         throw Refusal(Reason::kWrongType, where + " is not an object");
     }
-    bool open = false;
-    for (const auto& member : shape.GetObject()) {
-        std::string_view name = AsText(&member.name);
-        if (name == "*") {
-            open = true;
-            continue;
+    for (const auto& each : value.GetObject()) {
+        const std::string_view key = AsText(&each.name);
+        const WireMember* member = structure.Find(key);
+        // Of two equal keys the first counts, here as everywhere else.
+        if (member == nullptr && !structure.open) {
+            throw Refusal(Reason::kUnknownField, where + "." + std::string(key));
         }
-        const std::string_view type = AsText(&member.value);
-        const bool needed = Asked(name) || (!type.empty() && type.back() == '!');
-        const Json* part = Member(value, name);
-        const std::string place = where + "." + std::string(name);
-        if (part != nullptr) {
-            CheckShape(call, member.value, *part, place);
-        } else if (needed) {
-            throw Refusal(Reason::kMissingField, place);
-        }
-    }
-    if (open) {
-        return;
-    }
-    for (const auto& member : value.GetObject()) {
-        const std::string_view name = AsText(&member.name);
-        if (Member(shape, name) == nullptr && Member(shape, std::string(name) + "!") == nullptr) {
-            throw Refusal(Reason::kUnknownField, where + "." + std::string(name));
+        if (member != nullptr && Member(value, key) == &each.value) {
+            CheckMember(*member, member->kind, each.value, where + "." + std::string(key), condition);
         }
     }
 }

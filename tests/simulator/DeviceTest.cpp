@@ -4,8 +4,10 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <map>
+
 #include "Client.h"
-#include "src/Description.h"
+#include "src/Wire.h"
 
 namespace {
 
@@ -97,6 +99,10 @@ TEST_F(DeviceTest, Refuses)
         {"input not JSON", 4102, "1", "{\"acsDoorParamCfg\":", 1, "4-43"},
         {"another structure", 4102, "1", "{\"acsHostParamCfg\":{}}", 1, "4-43"},
         {"a list", 4102, "1", "{\"acsDoorParamCfg\":[]}", 1, "4-43"},
+        {"unknown mode", 4102, "1", "{\"acsDoorParamCfg\":{\"doorContactType\":\"ajar\"}}", 1, "4-43"},
+        {"empty mode", 4102, "1", "{\"acsDoorParamCfg\":{\"doorContactType\":\"\"}}", 1, "4-43"},
+        {"misspelled", 4102, "1", "{\"acsDoorParamCfg\":{\"openduration\":3}}", 1, "4-43"},
+        {"text for a number", 4102, "1", "{\"acsDoorParamCfg\":{\"openDuration\":\"3\"}}", 1, "4-43"},
         {"too deep", 4102, "1", "{\"acsDoorParamCfg\":{\"a\":" + std::string(5000, '[') + "}}", 1, "4-43"},
     };
     for (const auto& c : cases) {
@@ -109,20 +115,23 @@ TEST_F(DeviceTest, Refuses)
     EXPECT_EQ(site.Put("internal/deviceManagement/clearPictureCache").Code(), "0-0");
 }
 
-TEST_F(DeviceTest, EveryReadableCommandAnswersItsRoot)
+TEST_F(DeviceTest, EveryReadableCommandAnswersWhatItTakesBack)
 {
-    const nexwire::simulator::Description description(nexwire::simulator::EmbeddedResources());
-    const auto* rows = description.Data("deviceCommands");
-    ASSERT_NE(rows, nullptr);
+    const nexwire::simulator::Wire library(nexwire::simulator::EmbeddedDocument());
+    std::map<std::string, int> setters;
+    for (const auto& function : library.Functions()) {
+        if (function.input != nullptr) {
+            setters[function.input->root] = static_cast<int>(function.command);
+        }
+    }
     int read = 0;
-    for (const auto& row : rows->GetArray()) {
-        const char* kind = row.HasMember("get") ? "get" : row.HasMember("ability") ? "ability" : nullptr;
-        if (kind == nullptr || !row.HasMember("root")) {
+    for (const auto& function : library.Functions()) {
+        if (function.output == nullptr || function.command == 0) {
             continue;
         }
         ++read;
-        const int command = row[kind].GetInt();
-        const std::string root = row["root"].GetString();
+        const int command = static_cast<int>(function.command);
+        const std::string& root = function.output->root;
         const std::string text = Out(Run(command, "1"));
         rapidjson::Document out;
         out.Parse(text.c_str());
@@ -131,8 +140,9 @@ TEST_F(DeviceTest, EveryReadableCommandAnswersItsRoot)
         ASSERT_TRUE(out.HasMember(root.c_str())) << command;
         EXPECT_GT(out[root.c_str()].MemberCount(), 0u) << command;
         EXPECT_EQ(text.find('$'), std::string::npos) << command << " " << text;
-        if (row.HasMember("set")) {
-            EXPECT_EQ(Run(row["set"].GetInt(), "1", text).Code(), "0-0") << command;
+        if (setters.count(root) != 0) {
+            const Reply set = Run(setters[root], "1", text);
+            EXPECT_EQ(set.Code(), "0-0") << command << " " << set.body;
             EXPECT_EQ(Out(Run(command, "1")), text);
         }
     }
@@ -166,7 +176,8 @@ TEST_F(DeviceTest, BatchesComeInPages)
 {
     std::string items;
     for (int i = 1; i <= 7; ++i) {
-        const std::string input = i == 3 ? "bad" : "{\"attendanceStatusRuleCfg\":{\"n\":" + std::to_string(i) + "}}";
+        const std::string input =
+            i == 3 ? "bad" : "{\"attendanceStatusRuleCfg\":{\"statusName\":\"" + std::to_string(i) + "\"}}";
         items += (i == 1 ? "" : ",") + std::string("{\"id\":\"") + std::to_string(i) +
                  "\",\"inBuffer\":" + Quoted(input) + "}";
     }
@@ -195,12 +206,12 @@ TEST_F(DeviceTest, BatchesComeInPages)
     const Reply all = Batch("\"command\":2216,\"maxResultNum\":0");
     EXPECT_THAT(Ids(all), ElementsAre("1", "2", "4", "5", "6", "7"));
     EXPECT_EQ(all.Text("/data/batchPassThroughRsp/batchReturnDataList/3/outBuffer"),
-              "{\"attendanceStatusRuleCfg\":{\"n\":5}}");
+              "{\"attendanceStatusRuleCfg\":{\"statusName\":\"5\"}}");
     const Reply some = Batch("\"command\":2216,\"batchSendDataList\":[{\"id\":\"a\",\"inBuffer\":\"NQ==\","
                              "\"inBufferEncoding\":\"base64\"},{\"id\":\"b\",\"inBuffer\":\"?\","
                              "\"inBufferEncoding\":\"base64\"}]");
     EXPECT_EQ(some.Text("/data/batchPassThroughRsp/batchReturnDataList/0/outBuffer"),
-              "{\"attendanceStatusRuleCfg\":{\"n\":5}}");
+              "{\"attendanceStatusRuleCfg\":{\"statusName\":\"5\"}}");
     EXPECT_EQ(some.Int("/data/batchPassThroughRsp/batchReturnDataList/1/code"), 8);
 
     const Reply open = Batch("\"command\":2216,\"maxResultNum\":2");

@@ -11,44 +11,61 @@ using nexwire::simulator::Description;
 using nexwire::simulator::ResourceFile;
 using testing::HasSubstr;
 
+const std::string kDocument = R"json({
+    "functions": [
+        {"class": "A", "function": "add", "verb": 1, "path": "/a/{x}", "root": "r", "body": "S"},
+        {"class": "A", "function": "add", "overload": "A::add(T)", "verb": 1, "path": "/a/{y}", "root": "s", "body": "T"},
+        {"class": "A", "function": "deep", "verb": 0, "path": "/a/{x}/c"},
+        {"class": "A", "function": "plain", "verb": 0, "path": "/a/b"},
+        {"class": "A", "function": "get", "verb": 0, "path": "/a/{x}"},
+        {"class": "A", "function": "joined", "verb": 0, "path": "/ab{x}/c"}
+    ],
+    "structures": {"S": {"root": "r", "members": [{"key": "k", "kind": "text"}]}, "T": {"root": "s", "members": []}}
+})json";
+
 std::string Failure(const std::string& text)
 {
     try {
-        const Description description({ResourceFile{"x.json", text}});
+        const Description description(kDocument, {ResourceFile{"x.json", text}});
         return {};
     } catch (const std::runtime_error& error) {
         return error.what();
     }
 }
 
-std::string Resource(const std::string& members)
+std::string Entry(const std::string& members, const std::string& function = "A::plain")
 {
-    return "{\"module\":\"accessController\",\"collections\":{\"c\":{\"key\":\"k\"}},\"resources\":[{\"path\":\"/a/"
-           "{x}\","
-           "\"verb\":\"PUT\"" +
-           members + "}]}";
+    return R"({"module": "accessController", "collections": {"c": {"key": "k"}}, "functions": {")" + function +
+           R"(": {)" + members + "}}}";
 }
 
-TEST(ResourceTest, MistakesAreNamedWithFileAndResource)
+TEST(ResourceTest, MistakesAreNamedWithFileAndEntry)
 {
-    EXPECT_EQ(Failure(Resource(",\"do\":\"reply\"")), "");
+    EXPECT_EQ(Failure(Entry(R"("do": "find", "collection": "c")")), "");
+    EXPECT_EQ(Failure(Entry(R"("do": "add", "collection": "c")", "A::add(T)")), "");
     const struct {
         std::string text;
         const char* says;
     } cases[] = {
-        {"{\"module\":", "offset"},
-        {Resource(",\"do\":\"invent\""), "unknown operation \"invent\""},
-        {Resource(",\"do\":\"query\""), "missing \"collection\""},
-        {Resource(",\"do\":\"query\",\"collection\":\"d\""), "unknown collection"},
-        {Resource(",\"do\":\"reply\",\"anwser\":{}"), "unknown member \"anwser\""},
-        {Resource(",\"do\":\"query\",\"collection\":\"c\",\"filter\":[{\"field\":\"f\"}]"), "has no test"},
-        {Resource(",\"do\":\"modify\",\"collection\":\"c\",\"refuse\":[{\"has\":{},\"reason\":\"whim\"}]"), "reason"},
-        {Resource(",\"do\":\"reply\"},{\"path\":\"/a/{y}\",\"verb\":\"PUT\",\"do\":\"reply\""), "another resource"},
-        {Resource(",\"do\":\"reply\"},{\"path\":\"/b/{y:z}\",\"verb\":\"PUT\",\"do\":\"reply\""),
-         "collection in the path"},
-        {"{\"module\":\"elsewhere\",\"resources\":[{\"path\":\"/a\",\"verb\":\"PUT\",\"do\":\"reply\"}]}",
-         "unknown module"},
-        {"{\"module\":\"event\",\"collections\":{\"c\":{\"key\":\"k\",\"seed\":[{}]}}}", "missing \"k\""},
+        {R"({"module":)", "offset"},
+        {R"({"module": "elsewhere"})", "unknown module"},
+        {R"({"modul": "event"})", "unknown member \"modul\""},
+        {R"({"collections": {"c": {"key": "k", "seed": [{}]}}})", "missing \"k\""},
+        {R"({"collections": {"c": {"key": "k", "add": "A::ad"}}})", "no function \"A::ad\""},
+        {R"({"collections": {"c": {"key": "k", "get": "A::get", "recall": "A::get"}}, "functions": {"A::get": {"do": "x"}}})",
+         "unknown role"},
+        {R"({"jobs": {"j": {"begin": "A::get"}}})", "unknown member \"begin\""},
+        {Entry(R"("do": "invent")"), "unknown role \"invent\""},
+        {Entry(R"("do": "find")"), "missing \"collection\""},
+        {Entry(R"("do": "find", "collection": "d")"), "unknown collection \"d\""},
+        {Entry(R"("do": "reply", "anwser": {})"), "unknown member \"anwser\""},
+        {Entry(R"("do": "reply")", "A::plan"), "no function \"A::plan\""},
+        {Entry(R"("do": "reply", "result": "U")"), "unknown structure"},
+        {Entry(R"("do": "reply", "references": {"k": "d"})"), "unknown collection"},
+        {Entry(R"("do": "find", "collection": "c", "filter": {"f": {}})"), "has no test"},
+        {Entry(R"("do": "find", "collection": "c", "join": {"f": "c.k"})"), "a join reads"},
+        {Entry(R"("do": "modify", "collection": "c", "refuse": [{"has": {}, "reason": "whim"}])"), "reason"},
+        {R"({"functions": {"A::get": {"do": "reply"}, "GET /a/{z}": {"do": "reply"}}})", "another entry"},
     };
     for (const auto& c : cases) {
         EXPECT_THAT(Failure(c.text), HasSubstr(c.says)) << c.text;
@@ -56,21 +73,15 @@ TEST(ResourceTest, MistakesAreNamedWithFileAndResource)
     }
 }
 
-TEST(ResourceTest, LiteralSegmentsWinOverPlaceholders)
+TEST(ResourceTest, LiteralSegmentsWinOverIdentifiers)
 {
-    const std::string text = "{\"module\":\"event\",\"resources\":["
-                             "{\"path\":\"/a/{x}/c\",\"verb\":\"GET\",\"do\":\"reply\"},"
-                             "{\"path\":\"/a/b\",\"verb\":\"GET\",\"do\":\"reply\"},"
-                             "{\"path\":\"/a/{x}\",\"verb\":\"GET\",\"do\":\"reply\"},"
-                             "{\"path\":\"/a/{x}\",\"verb\":\"PUT\",\"root\":\"r\",\"do\":\"reply\"},"
-                             "{\"path\":\"/a/{x}\",\"verb\":\"PUT\",\"root\":\"s\",\"do\":\"reply\"}]}";
-    const Description description({ResourceFile{"x.json", text}});
+    const Description description(kDocument, {});
     const struct {
         const char* verb;
         const char* path;
         std::size_t found;
         const char* pattern;
-        const char* placeholder;
+        const char* identifier;
         bool known;
     } cases[] = {
         {"GET", "/a/b", 1, "/a/b", "", true},
@@ -78,6 +89,8 @@ TEST(ResourceTest, LiteralSegmentsWinOverPlaceholders)
         {"PUT", "/a/b", 2, "/a/{x}", "b", true},
         {"GET", "/a/b/c", 1, "/a/{x}/c", "b", true},
         {"GET", "/a/$$%20/c", 1, "/a/{x}/c", "$$%20", true},
+        {"GET", "/ab7/c", 1, "/ab{x}/c", "7", true},
+        {"GET", "/ab/c", 0, "", "", false},
         {"DELETE", "/a/b", 0, "", "", true},
         {"GET", "/a/", 0, "", "", false},
         {"GET", "/a//c", 0, "", "", false},
@@ -88,11 +101,11 @@ TEST(ResourceTest, LiteralSegmentsWinOverPlaceholders)
     };
     for (const auto& c : cases) {
         const auto route = description.Find(c.verb, c.path);
-        ASSERT_EQ(route.resources.size(), c.found) << c.verb << c.path;
+        ASSERT_EQ(route.endpoints.size(), c.found) << c.verb << c.path;
         EXPECT_EQ(route.pathKnown, c.known) << c.path;
         if (c.found > 0) {
-            EXPECT_EQ(route.resources.front()->path, c.pattern);
-            EXPECT_EQ(route.placeholders.count("x") != 0 ? route.placeholders.at("x") : "", c.placeholder);
+            EXPECT_EQ(route.endpoints.front()->path, c.pattern);
+            EXPECT_EQ(route.identifiers.empty() ? "" : route.identifiers.front(), c.identifier);
         }
     }
 }

@@ -1,0 +1,206 @@
+#include <algorithm>
+#include <charconv>
+
+#include "src/Base64.h"
+#include "src/Rules.h"
+#include "src/Services.h"
+
+namespace nexwire::simulator {
+namespace {
+
+constexpr const char* kFiles = "_files";
+constexpr const char* kSlices = "_slices";
+constexpr std::int64_t kUsualSize = 1024;
+
+std::int64_t Number(std::string_view text, std::int64_t otherwise)
+{
+    std::int64_t number = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+    return parsed.ec == std::errc() ? number : otherwise;
+}
+
+// A parameter of the query, which comes behind the path or as a header field.
+std::string_view Parameter(const Handling& handling, std::string_view name)
+{
+    const auto field = handling.request.headers.find("query");
+    for (std::string_view text :
+         {std::string_view(handling.request.query),
+          field == handling.request.headers.end() ? std::string_view() : std::string_view(field->second)}) {
+        while (!text.empty()) {
+            const std::string_view one = text.substr(0, text.find('&'));
+            if (one.size() > name.size() && one.substr(0, name.size()) == name && one[name.size()] == '=') {
+                return one.substr(name.size() + 1);
+            }
+            text.remove_prefix(std::min(one.size() + 1, text.size()));
+        }
+    }
+    return {};
+}
+
+std::string KeyOf(const Handling& handling, std::string_view upload)
+{
+    std::string key = handling.action->planName;
+    for (const std::string& identifier : handling.identifiers) {
+        key += "/" + identifier;
+    }
+    return upload.empty() ? key : key + "?" + std::string(upload);
+}
+
+// The bytes of the one part of a multipart body; the whole body when it is none. False without any part.
+bool Part(const Handling& handling, std::string_view& bytes)
+{
+    bytes = handling.request.body;
+    const auto field = handling.request.headers.find("content-type");
+    const std::string type = field == handling.request.headers.end() ? std::string() : field->second;
+    if (!BeginsWith(type, "multipart/form-data")) {
+        return !bytes.empty();
+    }
+    const std::size_t at = type.find("boundary=");
+    if (at == std::string::npos) {
+        throw Refusal(Reason::kMissingField, "boundary");
+    }
+    const std::string border = "--" + type.substr(at + 9, type.find_first_of("; \"", at + 9) - at - 9);
+    const std::size_t begin = bytes.find(border + "\r\n");
+    if (begin == std::string_view::npos) {
+        if (bytes.empty() || bytes.find(border + "--") != std::string_view::npos) {
+            return false;
+        }
+        throw Refusal(Reason::kWrongType, "the body has no part between its boundaries");
+    }
+    const std::size_t head = bytes.find("\r\n\r\n", begin);
+    const std::size_t end = bytes.rfind("\r\n" + border);
+    if (head == std::string_view::npos || end == std::string_view::npos || end < head + 4) {
+        throw Refusal(Reason::kWrongType, "the part of the body does not end");
+    }
+    if (bytes.substr(begin, head - begin).find("filename=") == std::string_view::npos) {
+        throw Refusal(Reason::kMissingField, "filename");
+    }
+    bytes = bytes.substr(head + 4, end - head - 4);
+    return true;
+}
+
+void Complete(Handling& handling, const std::string& key, Json& file)
+{
+    SetMember(file, "complete", Json(true), handling.Memory());
+    handling.Save(kFiles, key, file);
+}
+
+void PutSlice(Handling& handling)
+{
+    Allocator& memory = handling.Memory();
+    std::string upload(Parameter(handling, "uploadGuid"));
+    const std::string key = KeyOf(handling, upload);
+    Json file = handling.Load(kFiles, key);
+    std::string_view bytes;
+    if (!Part(handling, bytes)) {
+        if (!file.IsObject()) {
+            throw Refusal(Reason::kUnknownGuid, "\"" + upload + "\"");
+        }
+        Complete(handling, key, file);
+    } else {
+        if (!file.IsObject() || AsBool(Member(file, "complete"))) {
+            file = Json(rapidjson::kObjectType);
+            SetMember(file, "size", Json(0), memory);
+            SetMember(file, "slices", Json(rapidjson::kArrayType), memory);
+        }
+        Json& slices = *Member(file, "slices");
+        Json slice(rapidjson::kObjectType);
+        SetMember(slice, "bytes", MakeText(ToBase64(bytes), memory), memory);
+        handling.Save(kSlices, key + "#" + std::to_string(slices.Size()), slice);
+        slices.PushBack(Json(static_cast<std::int64_t>(bytes.size())), memory);
+        const std::int64_t size = AsInt(Member(file, "size")) + static_cast<std::int64_t>(bytes.size());
+        SetMember(file, "size", Json(size), memory);
+        SetMember(file, "complete", Json(size >= Number(Parameter(handling, "totalBytes"), size + 1)), memory);
+        handling.Save(kFiles, key, file);
+    }
+    handling.Define("guid", MakeText(upload.empty() ? NewGuid() : upload, memory));
+    handling.Define("doc", Json(rapidjson::kObjectType));
+    Compose(handling);
+}
+
+void CloseFile(Handling& handling)
+{
+    const std::string key = KeyOf(handling, Parameter(handling, "uploadGuid"));
+    Json file = handling.Load(kFiles, key);
+    if (!file.IsObject()) {
+        throw Refusal(Reason::kUnknownGuid, "\"" + key + "\"");
+    }
+    Complete(handling, key, file);
+    Compose(handling);
+}
+
+// Bytes of a file that nobody sent: the first ones tell what they claim to be.
+std::string Made(std::int64_t begin, std::int64_t end, std::string_view type)
+{
+    const std::string_view magic = type == "image/jpeg"  ? "\xFF\xD8\xFF\xE0"
+                                   : type == "image/png" ? "\x89PNG\r\n\x1A\n"
+                                                         : "";
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(end - begin));
+    for (std::int64_t i = begin; i < end; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        bytes += at < magic.size() ? magic[at] : static_cast<char>('a' + i % 26);
+    }
+    return bytes;
+}
+
+std::string Stored(Handling& handling, const std::string& key, const Json& file, std::int64_t begin, std::int64_t end)
+{
+    std::string all;
+    std::int64_t at = 0;
+    rapidjson::SizeType index = 0;
+    for (const Json& size : Member(file, "slices")->GetArray()) {
+        const std::int64_t from = std::max(begin, at);
+        const std::int64_t to = std::min(end, at + AsInt(&size));
+        if (from < to) {
+            const Json slice = handling.Load(kSlices, key + "#" + std::to_string(index));
+            std::string bytes;
+            FromBase64(std::string(AsText(Member(slice, "bytes"))), bytes);
+            all += bytes.substr(static_cast<std::size_t>(from - at), static_cast<std::size_t>(to - from));
+        }
+        at += AsInt(&size);
+        ++index;
+    }
+    return all;
+}
+
+void GetBytes(Handling& handling)
+{
+    const Json& plan = *handling.action->plan;
+    const std::string key = KeyOf(handling, Parameter(handling, "uploadGuid"));
+    const Json file = handling.Load(kFiles, key);
+    const std::int64_t total =
+        file.IsObject() ? AsInt(Member(file, "size")) : AsInt(Member(plan, "sample"), kUsualSize);
+    Answer answer;
+    answer.type = AsText(Member(plan, "type"), "application/octet-stream");
+    std::int64_t begin = 0;
+    std::int64_t end = total;
+    const auto range = handling.request.headers.find("range");
+    if (range != handling.request.headers.end() && BeginsWith(range->second, "bytes=")) {
+        const std::string_view text = std::string_view(range->second).substr(6);
+        begin = Number(text, 0);
+        const std::size_t dash = text.find('-');
+        end = std::min(total, Number(dash == std::string_view::npos ? "" : text.substr(dash + 1), total) + 1);
+        if (begin >= total || end <= begin) {
+            answer.status = 416;
+            answer.range = "bytes */" + std::to_string(total);
+            handling.bytes = std::move(answer);
+            return;
+        }
+        answer.status = 206;
+        answer.range = "bytes " + std::to_string(begin) + "-" + std::to_string(end - 1) + "/" + std::to_string(total);
+    }
+    answer.body = file.IsObject() ? Stored(handling, key, file, begin, end) : Made(begin, end, answer.type);
+    handling.bytes = std::move(answer);
+}
+
+} // namespace
+
+void AddFiles(Services& services)
+{
+    services["file.put"] = PutSlice;
+    services["file.close"] = CloseFile;
+    services["file.get"] = GetBytes;
+}
+
+} // namespace nexwire::simulator

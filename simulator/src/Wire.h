@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "src/Json.h"
+
+namespace nexwire::simulator {
+
+/// The library's own document: its requests and structures, embedded.
+std::string_view EmbeddedDocument();
+
+enum class WireKind { kText, kInt, kInt64, kReal, kBool, kStruct, kTextList, kIntList, kStructList, kAny };
+
+struct WireStructure;
+
+/// A value that a member may have.
+struct WireValue {
+    std::string text;
+    std::int64_t number = 0;
+    std::string meaning; ///< Empty where the value speaks for itself.
+};
+
+struct WireMember {
+    std::string key;
+    WireKind kind = WireKind::kAny;
+    const WireStructure* structure = nullptr; ///< Of a struct, or of a list's elements.
+    std::vector<WireValue> values;            ///< Empty: anything.
+    std::optional<double> least;
+    std::optional<double> most;
+    std::optional<std::int64_t> mostCharacters;
+
+    bool IsNumber() const { return kind == WireKind::kInt || kind == WireKind::kInt64 || kind == WireKind::kReal; }
+    bool IsList() const
+    {
+        return kind == WireKind::kTextList || kind == WireKind::kIntList || kind == WireKind::kStructList;
+    }
+};
+
+struct WireStructure {
+    std::string name;
+    std::string root; ///< Key it is sent under; empty for results.
+    std::vector<WireMember> members;
+    bool open = false; ///< Takes members that it does not list.
+
+    const WireMember* Find(std::string_view key) const;
+};
+
+/// A request function as it reaches the wire.
+struct WireFunction {
+    std::string module;
+    std::string name;     ///< "Class::function".
+    std::string overload; ///< With the types of its arguments.
+    std::string verb;     ///< GET, PUT, POST, DELETE.
+    std::string path;     ///< Identifiers by name, in braces.
+    std::string root;     ///< Empty: no body.
+    const WireStructure* body = nullptr;
+    const WireStructure* result = nullptr;
+    bool direct = false;                   ///< Goes to the video wall service.
+    std::int64_t command = 0;              ///< Of a relayed device command, else 0.
+    const WireStructure* input = nullptr;  ///< What the device receives.
+    const WireStructure* output = nullptr; ///< What the device answers.
+};
+
+/// The document. Immutable once read; safe from any thread.
+class Wire {
+public:
+    /// @throws std::runtime_error when the text is no such document.
+    explicit Wire(std::string_view document);
+
+    const std::vector<WireFunction>& Functions() const { return functions_; }
+    const WireStructure* Find(std::string_view structure) const;
+    /// The functions that "Class::function" or "Class::function(Structure)" names.
+    std::vector<const WireFunction*> Named(std::string_view name) const;
+    /// Any member of that key with a vocabulary, or with a range; null without one.
+    const WireMember* WithVocabulary(std::string_view key) const;
+    const WireMember* WithRange(std::string_view key) const;
+
+private:
+    const WireStructure* Declare(std::string_view name);
+    const WireStructure* FromExample(const Json& example);
+    void ReadStructure(std::string_view name, const Json& entry);
+    void ReadFunction(const Json& entry);
+
+    std::map<std::string, std::unique_ptr<WireStructure>, std::less<>> structures_;
+    std::vector<std::unique_ptr<WireStructure>> examples_;
+    std::vector<WireFunction> functions_;
+    std::map<std::string, const WireMember*, std::less<>> vocabularies_;
+    std::map<std::string, const WireMember*, std::less<>> ranges_;
+};
+
+/// Whether `text` ends with, or begins with, `part`, whatever the case of ASCII letters.
+bool EndsWith(std::string_view text, std::string_view part);
+bool BeginsWith(std::string_view text, std::string_view part);
+bool Same(std::string_view left, std::string_view right);
+
+} // namespace nexwire::simulator
