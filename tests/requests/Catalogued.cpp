@@ -9,9 +9,13 @@ namespace {
 bool HasType(const Function& function, const std::string& type)
 {
     const std::vector<Argument>& arguments = function.Arguments();
-    return std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
-        return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
-    });
+    std::string names;
+    for (const Argument& argument : arguments) {
+        names += (names.empty() ? "" : ",") + argument.name;
+    }
+    return type == names || std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
+               return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
+           });
 }
 
 /// Whether it has the types of a list "A,!B": A among its arguments and B not.
