@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace nexwire {
 namespace core {
@@ -95,7 +96,18 @@ bool AppendNumber(std::string& out, const cJSON& node)
     if (cJSON_PrintPreallocated(const_cast<cJSON*>(&node), text, sizeof(text), 0) == 0) {
         return false;
     }
-    out += text;
+    // cJSON stops at 15 digits when what they say is nearly the value; positions have to come back as they were.
+    constexpr int kEnoughDigits = 17;
+    const std::string_view printed(text);
+    double read = value;
+    std::from_chars(printed.data(), printed.data() + printed.size(), read);
+    if (read < value || read > value) {
+        const std::to_chars_result result =
+            std::to_chars(text, text + sizeof(text), value, std::chars_format::general, kEnoughDigits);
+        out.append(text, static_cast<std::size_t>(result.ptr - text));
+        return true;
+    }
+    out += printed;
     return true;
 }
 
