@@ -170,6 +170,12 @@ bool Execute(RspInfos& response, const Operation& operation)
     return Execute(response, operation.Build(), operation.TakesErrorFromAnswer());
 }
 
+bool NotSent(const Operation& operation)
+{
+    Begin(ThreadRecord(), operation.Build());
+    return false;
+}
+
 Keel::Error::ErrorCode FailureOfLastExchange()
 {
     const ExchangeRecord& record = LastExchange();

@@ -189,6 +189,9 @@ enum class Verdict {
 bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer = false);
 bool Execute(RspInfos& response, const Operation& operation);
 
+/// False. Notes for `LastExchange` that this is what was to be sent, and was not.
+bool NotSent(const Operation& operation);
+
 /// Why the calling thread's last exchange gave no result, for functions that hand out an error: the last error after
 /// a failure of the executor; otherwise {0, 0} with a text that says what was missing.
 Keel::Error::ErrorCode FailureOfLastExchange();
@@ -245,6 +248,21 @@ bool Exchange(const Operation& operation, Result& result) noexcept
 
 /// The same without a result.
 bool Exchange(const Operation& operation) noexcept;
+
+/// For a structure that is request and result at once: what the answer does not mention stays as it was sent.
+template <class Structure>
+bool ExchangeInPlace(const Operation& operation, Structure& structure) noexcept
+{
+    return core::Guard([&] {
+        Structure answer = structure;
+        protocol::ReturnData envelope(core::Borrow(answer));
+        if (!core::Run(operation, envelope, core::Verdict::Accept)) {
+            return false;
+        }
+        structure = std::move(answer);
+        return true;
+    });
+}
 
 /// True when the envelope parsed and its number is 0. Any other code becomes the last error, and `result` is
 /// untouched.

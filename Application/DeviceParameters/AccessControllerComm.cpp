@@ -1,31 +1,21 @@
 #include "Application/PassThrough/PassThrough.h"
-#include "core/ConfigManager.h"
+#include "core/Cipher.h"
 #include "core/Log.h"
 #include "nexwire/DeviceParameters/AcsParam.h"
 
 namespace nexwire {
 namespace {
 
-using Texts = std::vector<std::string>;
-using CipherStep = bool (IEncryption::*)(Texts& output, const Texts& input, const std::string& sid);
-
 /// Replaces a door's passwords by what the cipher makes of them; clears them where it cannot.
-bool ConvertPasswords(protocol::AcsDoorParamCfg& door, CipherStep step)
+bool ConvertPasswords(protocol::AcsDoorParamCfg& door, core::CipherStep step)
 {
-    IEncryption* const cipher = RequestContext::Instance().encryption;
-    Texts converted;
-    const bool done =
-        cipher != nullptr && core::Guard([&] {
-            const Texts passwords{door.stressPassword, door.superPassword, door.unlockPassword};
-            return (cipher->*step)(converted, passwords, std::string()) && converted.size() == passwords.size();
-        });
-    if (!done) {
-        converted.assign(3, std::string());
+    if (core::Convert({&door.stressPassword, &door.superPassword, &door.unlockPassword}, step)) {
+        return true;
     }
-    door.stressPassword = std::move(converted[0]);
-    door.superPassword = std::move(converted[1]);
-    door.unlockPassword = std::move(converted[2]);
-    return done;
+    door.stressPassword.clear();
+    door.superPassword.clear();
+    door.unlockPassword.clear();
+    return false;
 }
 
 } // namespace

@@ -37,13 +37,6 @@ bool SendDag(Route route, const protocol::DagPassThroughReq& request, const std:
 
 } // namespace
 
-Path DevicePath(Route route, const std::string& deviceGuid, const char* lastSegment)
-{
-    return Path(route == Route::External ? "/7730/v1/deviceManagement/devices/"
-                                         : "/7730/v1/internal/deviceManagement/devices/",
-                deviceGuid, lastSegment);
-}
-
 bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std::string_view condition,
                     const protocol::IInboundData* input, protocol::DagPassThroughRsp& answer, int timeoutMs) noexcept
 {

@@ -21,7 +21,19 @@ namespace nexwire {
 /// The two ways to a device: for clients, and for components of the platform.
 enum class Route { External, Internal };
 
-Path DevicePath(Route route, const std::string& deviceGuid, const char* lastSegment);
+/// What stands before a device's identifier in a path.
+constexpr const char* DeviceRoot(Route route)
+{
+    return route == Route::External ? "/7730/v1/deviceManagement/devices/"
+                                    : "/7730/v1/internal/deviceManagement/devices/";
+}
+
+/// A device's path; the pieces follow its identifier.
+template <class... Piece>
+Path DevicePath(Route route, const std::string& deviceGuid, const Piece&... piece)
+{
+    return Path(DeviceRoot(route), deviceGuid, piece...);
+}
 
 /// Sends one command and reads the device's answer; false unless the envelope parsed.
 ///
