@@ -2,37 +2,19 @@
 
 #include <cctype>
 
-#include "catalogue/Modules.h"
-
 namespace nexwire {
 namespace catalogue {
 namespace {
 
-std::vector<std::string> SplitNames(const char* names)
-{
-    std::vector<std::string> result;
-    std::string name;
-    for (const char* at = names; *at != '\0'; ++at) {
-        if (*at == ',') {
-            result.push_back(name);
-            name.clear();
-        } else if (*at != ' ') {
-            name += *at;
-        }
-    }
-    if (!name.empty()) {
-        result.push_back(name);
-    }
-    return result;
-}
-
-/// What a person calls a structure argument: its type with a small first letter, lists with "List" behind it.
+/// What an argument can be called besides its name: its structure with a small first letter, lists with "List" behind
+/// it. Empty for plain ones.
 std::string NameFromType(const TypeOps& type)
 {
-    if (type.shape == Shape::AnyStructure) {
-        return "data";
+    if (!type.IsStructure()) {
+        return "";
     }
     std::string name = type.name();
+    name.erase(0, name.rfind(':') + 1);
     for (const std::string prefix : {"tagTW", "TW"}) {
         if (name.compare(0, prefix.size(), prefix) == 0) {
             name.erase(0, prefix.size());
@@ -40,10 +22,7 @@ std::string NameFromType(const TypeOps& type)
         }
     }
     name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
-    if (type.shape == Shape::StructureList || type.shape == Shape::RecordList) {
-        name += "List";
-    }
-    return name;
+    return name + (type.IsList() ? "List" : "");
 }
 
 } // namespace
@@ -51,30 +30,46 @@ std::string NameFromType(const TypeOps& type)
 std::string Spelled(const TypeOps& type)
 {
     const std::string name = type.name();
-    return type.shape == Shape::StructureList || type.shape == Shape::RecordList ? "std::vector<" + name + ">" : name;
+    return type.IsList() ? "std::vector<" + name + ">" : name;
 }
 
 bool Argument::input() const
 {
-    return !output || type->shape == Shape::Record ||
+    return !output || type->shape == Shape::Record || type->shape == Shape::Counter ||
            (type->shape == Shape::Structure && type->fields()->rootName != nullptr);
 }
 
 bool Argument::required() const
 {
-    return !output && type->shape != Shape::AnyStructure;
+    return !output && type->shape != Shape::AnyStructure && type->shape != Shape::Counter;
 }
 
-Function::Function(const char* module, const Entry& entry)
-    : entry_(&entry), module_(module), className_(entry.className), name_(className_ + "::" + entry.function)
+Function::Function(const HeaderRows& header, const FunctionRow& row)
+    : header_(&header), row_(&row), module_(header.module), className_(row.className),
+      name_(className_ + "::" + row.name)
 {
-    const std::vector<std::string> plain = SplitNames(entry.plainNames);
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < entry.count; ++i) {
-        const TypeOps& type = *entry.types[i];
-        arguments_.push_back(
-            {NeedsName(type.shape) ? plain.at(next++) : NameFromType(type), entry.types[i], entry.outputs[i]});
+    for (std::size_t i = 0; i < row.count; ++i) {
+        const ParameterRow& parameter = row.arguments[i];
+        const TypeOps& type =
+            parameter.plain != nullptr ? parameter.plain() : NamedType(parameter.structure, parameter.list);
+        arguments_.push_back({parameter.name, &type, parameter.output || type.shape == Shape::Counter});
     }
+}
+
+std::size_t Function::ArgumentNamed(const std::string& name) const
+{
+    std::size_t byType = kNoArgument;
+    std::size_t fitting = 0;
+    for (std::size_t i = 0; i < arguments_.size(); ++i) {
+        if (arguments_[i].name == name) {
+            return i;
+        }
+        if (NameFromType(*arguments_[i].type) == name) {
+            byType = i;
+            ++fitting;
+        }
+    }
+    return fitting == 1 ? byType : kNoArgument;
 }
 
 std::string Function::Signature() const
@@ -82,7 +77,8 @@ std::string Function::Signature() const
     std::string text = name_ + "(";
     for (const Argument& argument : arguments_) {
         text += text.back() == '(' ? "" : ", ";
-        text += Spelled(*argument.type) + (argument.output ? "& " : " ") + argument.name;
+        const bool reference = argument.output && argument.type->shape != Shape::Counter;
+        text += Spelled(*argument.type) + (reference ? "& " : " ") + argument.name;
     }
     return text + ")";
 }
@@ -91,9 +87,9 @@ const std::vector<Function>& All()
 {
     static const std::vector<Function> functions = [] {
         std::vector<Function> all;
-        for (const Module& module : Modules()) {
-            for (std::size_t i = 0; i < module.count; ++i) {
-                all.emplace_back(module.name, module.entries[i]);
+        for (const HeaderRows* header : AllHeaders()) {
+            for (const FunctionRow& row : header->functions) {
+                all.emplace_back(*header, row);
             }
         }
         return all;
@@ -117,14 +113,12 @@ Call::~Call()
 
 bool Call::Set(const std::string& name, const std::string& text, std::string& error)
 {
-    const std::vector<Argument>& arguments = function_.Arguments();
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i].name == name) {
-            return Set(i, text, error);
-        }
+    const std::size_t index = function_.ArgumentNamed(name);
+    if (index == Function::kNoArgument) {
+        error = function_.Name() + " has no argument '" + name + "'";
+        return false;
     }
-    error = function_.Name() + " has no argument '" + name + "'";
-    return false;
+    return Set(index, text, error);
 }
 
 bool Call::Set(std::size_t index, const std::string& text, std::string& error)
@@ -143,15 +137,14 @@ bool Call::Set(std::size_t index, const std::string& text, std::string& error)
 
 void Call::Sample(std::size_t index)
 {
-    const TypeOps& type = *function_.Arguments()[index].type;
-    if (type.sample != nullptr) {
-        type.sample(values_[index]);
-    }
+    function_.Arguments()[index].type->sample(values_[index]);
 }
 
 Outcome Call::Run()
 {
-    return function_.Line().call(values_.data());
+    Outcome outcome;
+    function_.Row().call(values_.data(), outcome);
+    return outcome;
 }
 
 std::string Call::Json(std::size_t index) const

@@ -2,48 +2,25 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
-#include <tuple>
-#include <utility>
 #include <vector>
 
+#include "catalogue/Rows.h"
 #include "catalogue/Types.h"
 #include "nexwire/RequestRecords.h"
 
-// Every request function by name, callable from JSON. One line per function:
-//
-//   NEXWIRE_OPERATION(CAccessGroupComm, modifyAccessGroupName, "groupGuid, name, code")
-//
-// The line names what a signature cannot: the plain arguments, in order. Types and directions are deduced; path, code
-// and body form are found by running the function against a recorder, so nothing is said twice.
+// Every request function by name, callable from JSON. Names, types and directions come from the headers, see README.md;
+// path, code and body form are found by running the function against a recorder, so nothing is said twice.
 
 namespace nexwire {
 namespace catalogue {
 
-/// What a function answered.
-struct Outcome {
-    bool success = true;
-    std::string returned; ///< JSON of a return value other than bool; else empty.
-};
-
-/// A function as its catalogue line lays it down.
-struct Entry {
-    const char* className;
-    const char* function;
-    const TypeOps* const* types;
-    const bool* outputs;    ///< Per argument: passed by non-const reference.
-    const char* plainNames; ///< Separated by ", ".
-    std::size_t count;
-    Outcome (*call)(void* const* arguments);
-};
-
 /// One argument as a person sees it.
 struct Argument {
-    std::string name; ///< From the line for plain arguments, from the type for structures.
+    std::string name; ///< As the header has it.
     const TypeOps* type;
     bool output; ///< The function may write to it.
 
-    /// Whether a structure that can be written to can also be given: requests that come back filled.
+    /// Whether it can be given, even if it is written to: requests that come back filled.
     bool input() const;
     /// Whether a call without it would send something that nobody meant.
     bool required() const;
@@ -63,27 +40,38 @@ struct Trace {
 /// A request function.
 class Function {
 public:
-    Function(const char* module, const Entry& entry);
+    static constexpr std::size_t kNoArgument = static_cast<std::size_t>(-1);
+
+    Function(const HeaderRows& header, const FunctionRow& row);
 
     const std::string& Module() const { return module_; }
+    /// The header that declares it, as an include spells it.
+    const char* Header() const { return header_->header; }
     /// "CAccessGroupComm::getAccessGroup".
     const std::string& Name() const { return name_; }
     const std::string& ClassName() const { return className_; }
+    /// "getAccessGroup".
+    const char* Member() const { return row_->name; }
     const std::vector<Argument>& Arguments() const { return arguments_; }
-    /// Distinguishes overloads: "cfginterface::getConfigRequest(SnapConfig&, std::string, std::string)".
+    /// The argument of that name, or, where only one fits, of that structure: "snapConfig" for a SnapConfig,
+    /// "personnelAddList" for a list of PersonnelAdd. kNoArgument when there is none.
+    std::size_t ArgumentNamed(const std::string& name) const;
+    /// Distinguishes overloads: "cfginterface::getConfigRequest(SnapConfig& output, std::string deviceGuid, ...)".
     std::string Signature() const;
 
-    const Entry& Line() const { return *entry_; }
+    const FunctionRow& Row() const { return *row_; }
+    const HeaderRows& Rows() const { return *header_; }
 
 private:
-    const Entry* entry_;
+    const HeaderRows* header_;
+    const FunctionRow* row_;
     std::string module_;
     std::string className_;
     std::string name_;
     std::vector<Argument> arguments_;
 };
 
-/// All functions, by module in the order of their lines.
+/// All functions, by module, header and place in the header.
 const std::vector<Function>& All();
 
 /// The values of one call.
@@ -130,105 +118,23 @@ public:
     /// With values already given; what was not given stays as the recorder finds it.
     Trace Run(Call& call);
 
+    /// The value that stands for a text argument: "{name}", or for a local file the path of one that exists, which
+    /// `Named` turns back.
+    std::string Stand(const Argument& argument) const;
+    /// A text of a trace with "{name}" wherever a value of `Stand` shows, brought to a length or not.
+    std::string Named(const Function& function, std::string text) const;
+
 private:
     struct State;
     std::unique_ptr<State> state_;
 };
 
-// ---- How lines become entries ----
-
-template <class Parameter>
-struct ParameterOf {
-    using Value = std::decay_t<Parameter>;
-    static constexpr bool output =
-        std::is_lvalue_reference<Parameter>::value && !std::is_const<std::remove_reference_t<Parameter>>::value;
-    static Value& From(void* value) { return *static_cast<Value*>(value); }
-};
-template <>
-struct ParameterOf<void*> {
-    using Value = AnyStructure;
-    static constexpr bool output = false;
-    static void* From(void* value) { return static_cast<AnyStructure*>(value)->structure.get(); }
-};
-
-/// Plain arguments need a name in the line; structures bring theirs.
+/// Plain arguments; structures and records are everything else.
 constexpr bool NeedsName(Shape shape)
 {
     return shape != Shape::Structure && shape != Shape::StructureList && shape != Shape::Record &&
            shape != Shape::RecordList && shape != Shape::AnyStructure;
 }
-
-template <class Signature, Signature Function>
-struct OperationOf;
-
-template <class Result, class... Parameters, Result (*Function)(Parameters...)>
-struct OperationOf<Result (*)(Parameters...), Function> {
-    static constexpr std::size_t count = sizeof...(Parameters);
-    // One element more, for functions without arguments.
-    static constexpr const TypeOps* types[count + 1] = {&TypeOf<typename ParameterOf<Parameters>::Value>::ops...};
-    static constexpr bool outputs[count + 1] = {ParameterOf<Parameters>::output...};
-
-    static constexpr std::size_t PlainCount()
-    {
-        std::size_t plain = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            plain += NeedsName(types[i]->shape) ? 1 : 0;
-        }
-        return plain;
-    }
-
-    static Outcome Call(void* const* arguments) { return Invoke(arguments, std::index_sequence_for<Parameters...>()); }
-
-    template <std::size_t... Index>
-    static Outcome Invoke([[maybe_unused]] void* const* arguments, std::index_sequence<Index...>)
-    {
-        Outcome outcome;
-        if constexpr (std::is_same<Result, bool>::value) {
-            outcome.success = Function(ParameterOf<Parameters>::From(arguments[Index])...);
-        } else if constexpr (std::is_void<Result>::value) {
-            Function(ParameterOf<Parameters>::From(arguments[Index])...);
-        } else {
-            const Result result = Function(ParameterOf<Parameters>::From(arguments[Index])...);
-            outcome.returned = TypeOf<Result>::ops.write(&result);
-        }
-        return outcome;
-    }
-};
-
-constexpr std::size_t CountNames(const char* names)
-{
-    std::size_t count = *names == '\0' ? 0 : 1;
-    for (; *names != '\0'; ++names) {
-        count += *names == ',' ? 1 : 0;
-    }
-    return count;
-}
-
-template <class Pointer, Pointer Function>
-constexpr Entry MakeEntry(const char* className, const char* function, const char* names)
-{
-    using Operation = OperationOf<Pointer, Function>;
-    return CountNames(names) == Operation::PlainCount()
-               ? Entry{className, function,         Operation::types, Operation::outputs,
-                       names,     Operation::count, Operation::Call}
-               : throw "the line must name every plain argument, and nothing else";
-}
-
-struct Module {
-    const char* name;
-    const Entry* entries;
-    std::size_t count;
-};
-
-/// The line of an overload; its signature comes last.
-#define NEXWIRE_OVERLOAD(Class, function, names, ...)                                                                  \
-    ::nexwire::catalogue::MakeEntry<std::add_pointer_t<__VA_ARGS__>, &::nexwire::Class::function>(#Class, #function,   \
-                                                                                                  names)
-
-/// The line of a function that has no overloads.
-#define NEXWIRE_OPERATION(Class, function, names)                                                                      \
-    ::nexwire::catalogue::MakeEntry<decltype(&::nexwire::Class::function), &::nexwire::Class::function>(               \
-        #Class, #function, names)
 
 } // namespace catalogue
 } // namespace nexwire

@@ -1,69 +1,28 @@
 #include "catalogue/Comments.h"
 
 #include <algorithm>
-#include <cctype>
-#include <string_view>
+#include <unordered_map>
 
 #include "catalogue/Catalogue.h"
+#include "catalogue/Structures.h"
 
 namespace nexwire {
 namespace catalogue {
 namespace {
 
-struct TypeRow {
-    const char* name;
-    const char* doc;
-};
-struct MemberRow {
-    const char* structure;
-    const char* key;
-    const char* type;
-    const char* doc;
-};
-struct ClassRow {
-    const char* name;
-    const char* doc;
-    const char* remark;
-};
-struct FunctionRow {
-    const char* className;
-    const char* name;
-    const char* result;
-    const char* parameters;
-    const char* doc;
-};
-#include "comments.inc"
-
-bool IsWordPart(char c)
+const TypeRow* FindType(const std::string& name)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
-}
-
-bool HoldsWord(const std::string& text, const std::string& word)
-{
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1)) {
-        const std::size_t end = at + word.size();
-        if ((at == 0 || !IsWordPart(text[at - 1])) && (end == text.size() || !IsWordPart(text[end]))) {
-            return true;
+    static const std::unordered_map<std::string, const TypeRow*> types = [] {
+        std::unordered_map<std::string, const TypeRow*> all;
+        for (const HeaderRows* header : AllHeaders()) {
+            for (const TypeRow& row : header->types) {
+                all.emplace(row.name, &row);
+            }
         }
-    }
-    return false;
-}
-
-/// Whether a declaration can be that of the function: same name, and every structure of the function in its
-/// parameters.
-bool Declares(const FunctionRow& row, const Function& function)
-{
-    if (function.ClassName() != row.className || function.Line().function != std::string_view(row.name)) {
-        return false;
-    }
-    for (const Argument& argument : function.Arguments()) {
-        if (!NeedsName(argument.type->shape) && argument.type->shape != Shape::AnyStructure &&
-            !HoldsWord(row.parameters, argument.type->name())) {
-            return false;
-        }
-    }
-    return true;
+        return all;
+    }();
+    const auto found = types.find(name);
+    return found == types.end() ? nullptr : found->second;
 }
 
 void Split(const std::string& doc, FunctionDoc& result)
@@ -89,22 +48,20 @@ void Split(const std::string& doc, FunctionDoc& result)
 
 FunctionDoc DocOfFunction(const Function& function)
 {
+    const FunctionRow& row = function.Row();
     FunctionDoc doc;
-    for (const FunctionRow& row : kFunctions) {
-        if (Declares(row, function)) {
-            doc.declaration = std::string(row.result) + " " + function.Name() + "(" + row.parameters + ")";
-            Split(row.doc, doc);
-            break;
-        }
-    }
+    doc.declaration = std::string(row.result) + " " + function.Name() + "(" + row.parameters + ")";
+    Split(row.doc, doc);
     return doc;
 }
 
 std::string DocOfClass(const std::string& className)
 {
-    for (const ClassRow& row : kClasses) {
-        if (className == row.name) {
-            return row.doc;
+    for (const HeaderRows* header : AllHeaders()) {
+        for (const ClassRow& row : header->classes) {
+            if (className == row.name) {
+                return row.doc;
+            }
         }
     }
     return "";
@@ -112,9 +69,11 @@ std::string DocOfClass(const std::string& className)
 
 std::string RemarkOfClass(const std::string& className)
 {
-    for (const ClassRow& row : kClasses) {
-        if (className == row.name) {
-            return row.remark;
+    for (const HeaderRows* header : AllHeaders()) {
+        for (const ClassRow& row : header->classes) {
+            if (className == row.name) {
+                return header->remark;
+            }
         }
     }
     return "";
@@ -122,19 +81,15 @@ std::string RemarkOfClass(const std::string& className)
 
 std::string DocOfStruct(const std::string& structure)
 {
-    for (const TypeRow& row : kTypes) {
-        if (structure == row.name) {
-            return row.doc;
-        }
-    }
-    return "";
+    const TypeRow* const type = FindType(structure);
+    return type == nullptr ? "" : type->doc;
 }
 
 std::string DocOfMember(const std::string& structure, const std::string& key)
 {
-    for (const MemberRow& row : kMembers) {
-        if (structure == row.structure && key == row.key) {
-            return row.doc;
+    for (const MemberDoc& member : MembersOf(structure)) {
+        if (member.key == key) {
+            return member.text;
         }
     }
     return "";
@@ -142,11 +97,18 @@ std::string DocOfMember(const std::string& structure, const std::string& key)
 
 std::vector<MemberDoc> MembersOf(const std::string& structure)
 {
+    static constexpr Limits kNone{};
     std::vector<MemberDoc> members;
-    for (const MemberRow& row : kMembers) {
-        if (structure == row.structure) {
-            members.push_back({row.key, row.type, row.doc});
-        }
+    const TypeRow* const type = FindType(structure);
+    if (type == nullptr) {
+        return members;
+    }
+    // A table lists its members in the order of their declarations: that gives each its key.
+    const StructureInfo* const known = FindStructure(structure);
+    for (const MemberRow& row : type->members) {
+        const bool hasKey = known != nullptr && members.size() < known->fields->count;
+        members.push_back({hasKey ? known->fields->fields[members.size()].key : row.name, row.type, row.doc,
+                           row.limits == nullptr ? &kNone : row.limits});
     }
     return members;
 }

@@ -8,6 +8,7 @@ namespace nexwire {
 namespace catalogue {
 
 class Function;
+struct Limits;
 
 // What the library's headers say, as text: paragraphs separated by line feeds. Empty where they say nothing.
 
@@ -32,8 +33,9 @@ struct MemberDoc {
     std::string key;
     std::string type; ///< "std::vector<PersonnelAdd>".
     std::string text;
+    const Limits* limits; ///< Never null; empty for a member that may hold anything.
 };
-/// All members in declaration order; empty for unknown structures.
+/// All members of a structure or record in declaration order; empty for unknown ones.
 std::vector<MemberDoc> MembersOf(const std::string& structure);
 
 } // namespace catalogue

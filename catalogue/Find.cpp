@@ -56,7 +56,7 @@ bool Matches(const Function& function, const Wanted& wanted, bool exactCase)
     const auto same = [&](const std::string& text) {
         return exactCase ? text == wanted.name : LowerCase(text) == LowerCase(wanted.name);
     };
-    return (same(function.Name()) || same(function.Line().function) || same(function.ClassName())) &&
+    return (same(function.Name()) || same(function.Member()) || same(function.ClassName())) &&
            (!wanted.structuresGiven || HasStructures(function, wanted.structures));
 }
 
@@ -89,10 +89,8 @@ bool Fill(Call& call, const Given& given, std::string& error)
     const std::vector<Argument>& arguments = call.function().Arguments();
     std::vector<bool> set(arguments.size(), false);
     for (const auto& value : given.values) {
-        const auto found = std::find_if(arguments.begin(), arguments.end(),
-                                        [&](const Argument& argument) { return argument.name == value.first; });
-        if (found != arguments.end()) {
-            const std::size_t index = static_cast<std::size_t>(found - arguments.begin());
+        const std::size_t index = call.function().ArgumentNamed(value.first);
+        if (index != Function::kNoArgument) {
             if (set[index]) {
                 error = "'" + value.first + "' is given twice";
                 return false;
@@ -195,7 +193,7 @@ std::vector<std::string> Similar(const std::string& name)
         const std::size_t distance =
             full.find(wanted) != std::string::npos
                 ? 0
-                : std::min({Distance(wanted, full), Distance(wanted, LowerCase(function.Line().function)),
+                : std::min({Distance(wanted, full), Distance(wanted, LowerCase(function.Member())),
                             Distance(wanted, LowerCase(function.ClassName()))});
         if (distance <= wanted.size() / 3) {
             close.emplace_back(distance, function.Name());

@@ -1,5 +1,12 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include <keel/GuidUtil.h>
+
 #include "catalogue/Catalogue.h"
 #include "catalogue/DirectRecorder.h"
+#include "catalogue/Find.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
 
@@ -47,6 +54,8 @@ struct Recorder::State {
     bool ours = false;
     /// Stands in for the video wall service; there once it was needed.
     std::unique_ptr<DirectRecorder> service;
+    /// Stands in for local files; there once it was needed.
+    std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
@@ -68,6 +77,47 @@ Recorder::~Recorder()
     if (state_->ours) {
         NexwireUnInit();
     }
+    if (!state_->file.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove_all(state_->file.parent_path(), ignored);
+    }
+}
+
+std::string Recorder::Stand(const Argument& argument) const
+{
+    const std::string lower = LowerCase(argument.name);
+    if (lower.find("file") == std::string::npos && lower.find("path") == std::string::npos) {
+        return "{" + argument.name + "}";
+    }
+    if (state_->file.empty()) {
+        const std::filesystem::path folder =
+            std::filesystem::temp_directory_path() / ("nexwire-" + Keel::GuidUtil::CreateGuid());
+        std::filesystem::create_directories(folder);
+        state_->file = folder / "file.csv";
+        std::ofstream(state_->file) << "content\n";
+    }
+    return state_->file.string();
+}
+
+std::string Recorder::Named(const Function& function, std::string text) const
+{
+    for (const Argument& argument : function.Arguments()) {
+        const std::string name = "{" + argument.name + "}";
+        if (argument.type->shape != Shape::Text) {
+            continue;
+        }
+        const std::string stand = Stand(argument);
+        for (std::size_t at = text.find(stand); at != std::string::npos; at = text.find(stand, at + name.size())) {
+            text.replace(at, stand.size(), name);
+        }
+        // Identifiers are brought to a length with a sign that none of them has.
+        const std::size_t at = text.find(name + "$");
+        if (at != std::string::npos) {
+            const std::size_t end = std::min(text.find_first_not_of('$', at + name.size()), text.size());
+            text.erase(at + name.size(), end - at - name.size());
+        }
+    }
+    return text;
 }
 
 Trace Recorder::Run(const Function& function)
@@ -77,13 +127,19 @@ Trace Recorder::Run(const Function& function)
     for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
         const Argument& argument = function.Arguments()[i];
         if (argument.type->shape == Shape::Text && argument.input()) {
-            call.Set(i, "{" + argument.name + "}", ignored);
+            call.Set(i, Stand(argument), ignored);
         } else if (argument.type->shape == Shape::TextList && argument.input()) {
             call.Set(i, "[\"{" + argument.name + "}\"]", ignored);
         }
         call.Sample(i);
     }
-    return Run(call);
+    Trace trace = Run(call);
+    trace.request.url = Named(function, trace.request.url);
+    trace.request.body = Named(function, trace.request.body);
+    for (auto& header : trace.request.headers) {
+        header.second = Named(function, header.second);
+    }
+    return trace;
 }
 
 Trace Recorder::Run(Call& call)

@@ -1,39 +1,33 @@
 #include "catalogue/Structures.h"
 
 #include <algorithm>
-#include <cstring>
+#include <unordered_map>
 
-#include "catalogue/Types.h"
-#include "structures.inc.headers"
+#include "core/Structures.h"
 
 namespace nexwire {
 namespace catalogue {
-namespace {
 
-template <class T>
-StructureInfo Describe()
+std::unique_ptr<protocol::IInboundData> StructureInfo::makeInbound() const
 {
-    if constexpr (std::is_base_of<protocol::IInboundData, T>::value) {
-        return {TypeOf<T>::Fields(), true,
-                []() -> std::unique_ptr<protocol::IInboundData> { return std::make_unique<T>(); }};
-    } else {
-        return {TypeOf<T>::Fields(), false, nullptr};
-    }
+    return std::unique_ptr<protocol::IInboundData>(
+        static_cast<protocol::IInboundData*>(fields->ops.asStruct(core::Create(*fields))));
 }
-
-} // namespace
 
 const std::vector<StructureInfo>& Structures()
 {
     static const std::vector<StructureInfo> structures = [] {
-        std::vector<StructureInfo> all = {
-#define STRUCTURE(T) Describe<T>(),
-#include "structures.inc"
-#undef STRUCTURE
-        };
-        std::sort(all.begin(), all.end(), [](const StructureInfo& left, const StructureInfo& right) {
-            return std::strcmp(left.fields->name, right.fields->name) < 0;
-        });
+        std::vector<StructureInfo> all;
+        for (const core::StructureGroup& group : core::AllStructures()) {
+            for (std::size_t i = 0; i < group.count; ++i) {
+                const core::FieldTable* const fields = *group.tables[i];
+                const std::string space = group.space;
+                all.push_back(
+                    {(space.empty() ? "" : space + "::") + fields->name, fields, fields->rootName != nullptr});
+            }
+        }
+        std::sort(all.begin(), all.end(),
+                  [](const StructureInfo& left, const StructureInfo& right) { return left.name < right.name; });
         return all;
     }();
     return structures;
@@ -41,12 +35,24 @@ const std::vector<StructureInfo>& Structures()
 
 const StructureInfo* FindStructure(const std::string& name)
 {
-    for (const StructureInfo& structure : Structures()) {
-        if (name == structure.fields->name) {
-            return &structure;
+    const std::vector<StructureInfo>& all = Structures();
+    const auto found =
+        std::lower_bound(all.begin(), all.end(), name, [](const StructureInfo& structure, const std::string& wanted) {
+            return structure.name < wanted;
+        });
+    return found != all.end() && found->name == name ? &*found : nullptr;
+}
+
+const std::string& NameOf(const core::FieldTable& fields)
+{
+    static const std::unordered_map<const core::FieldTable*, const std::string*> names = [] {
+        std::unordered_map<const core::FieldTable*, const std::string*> all;
+        for (const StructureInfo& structure : Structures()) {
+            all[structure.fields] = &structure.name;
         }
-    }
-    return nullptr;
+        return all;
+    }();
+    return *names.at(&fields);
 }
 
 std::unique_ptr<protocol::IInboundData> MakeByRootName(const std::string& rootName)

@@ -10,7 +10,7 @@ function(nexwire_version_script target script)
     endif()
 endfunction()
 
-# A test that compares the classes and free functions a shared library exports with a kept list.
+# A test that compares the classes and free functions a shared library exports with a list.
 function(nexwire_exports_test target list)
     if(UNIX AND NOT APPLE)
         add_test(NAME exports.${target}

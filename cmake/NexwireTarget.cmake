@@ -43,15 +43,15 @@ function(nexwire_test name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
 endfunction()
 
-# Makes FILE, with one line per structure, and FILE.headers whenever a table is added, changed or removed.
+# Makes FILE, a source that lists the tables of all structures, whenever a table is added, changed or removed.
 function(nexwire_list_structures file)
     set(protocol "${PROJECT_SOURCE_DIR}/protocol")
-    file(GLOB_RECURSE tables CONFIGURE_DEPENDS "${protocol}/*.cpp" "${protocol}/*.h")
+    file(GLOB_RECURSE tables CONFIGURE_DEPENDS "${protocol}/*.cpp")
     # A removed table changes no other, but the command.
     string(MD5 names "${tables}")
     add_custom_command(
-        OUTPUT "${file}" "${file}.headers"
+        OUTPUT "${file}"
         COMMAND "${CMAKE_COMMAND}" "-DPROTOCOL=${protocol}" "-DOUTPUT=${file}" "-DNAMES=${names}"
                 -P "${PROJECT_SOURCE_DIR}/cmake/ListStructures.cmake"
-        DEPENDS ${tables} "${PROJECT_SOURCE_DIR}/cmake/ListStructures.cmake")
+        DEPENDS ${tables} "${PROJECT_SOURCE_DIR}/cmake/ListStructures.cmake" VERBATIM)
 endfunction()

@@ -1,5 +1,7 @@
 #include "core/ConfigManager.h"
 
+#include <new>
+
 #include "core/Pipeline.h"
 #include "nexwire/ConfigManagerProxy.h"
 #include "nexwire/Nexwire.h"
@@ -14,6 +16,16 @@ RequestParams::RequestParams(const std::string& url_, std::int32_t method_) : ur
 RequestParams::RequestParams(const std::string& url_, std::int32_t method_, const std::string& body_)
     : url(url_), method(method_), body(body_)
 {
+}
+
+void core::PrepareThread()
+{
+    static thread_local bool prepared = false;
+    if (!prepared) {
+        // Room for the registrations, given back for them to take.
+        ::operator delete(::operator new(256));
+        prepared = true;
+    }
 }
 
 RequestContext& RequestContext::Instance()

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "nexwire/JSONStruct.h"
@@ -21,10 +23,18 @@ namespace core {
 
 enum class Kind : std::uint8_t { Text, Int, Int64, Real, Bool, Struct, TextList, IntList, StructList };
 
-/// What the interpreter does with a nested structure and with a list of them, one object per element type.
+/// What can be done with a structure and with a list of them, without naming its type. One object per structure, made
+/// where its table stands.
 struct StructOps {
     const FieldTable* fields;
+    std::size_t size;
+    /// Makes a new one where there is room for `size` bytes.
+    void (*construct)(void* memory);
+    /// Moves one structure into another of the same type.
+    void (*move)(void* to, void* from);
     protocol::IJSONStruct* (*asStruct)(void* object);
+    void* (*createList)();
+    void (*destroyList)(void* list);
     void (*clear)(void* list);
     void (*reserve)(void* list, std::size_t count);
     protocol::IJSONStruct* (*append)(void* list);
@@ -49,17 +59,24 @@ struct FieldTable {
     const char* rootName; ///< Key it is sent under; null for results.
     const Field* fields;
     std::size_t count;
+    StructOps ops;
 
     const Field* begin() const { return fields; }
     const Field* end() const { return fields + count; }
 };
 
 template <class T>
-struct StructOpsOf {
+constexpr StructOps MakeOps(const FieldTable* fields)
+{
     using List = std::vector<T>;
-    static constexpr StructOps value = {
-        &T::kFields,
+    return {
+        fields,
+        sizeof(T),
+        [](void* memory) { new (memory) T; },
+        [](void* to, void* from) { *static_cast<T*>(to) = std::move(*static_cast<T*>(from)); },
         [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
+        []() -> void* { return new List; },
+        [](void* list) { delete static_cast<List*>(list); },
         [](void* list) { static_cast<List*>(list)->clear(); },
         [](void* list, std::size_t count) { static_cast<List*>(list)->reserve(count); },
         [](void* list) -> protocol::IJSONStruct* { return &static_cast<List*>(list)->emplace_back(); },
@@ -68,19 +85,64 @@ struct StructOpsOf {
             return &(*static_cast<const List*>(list))[index];
         },
     };
+}
+
+constexpr bool IsRoot(const char* rootName)
+{
+    return rootName != nullptr;
+}
+
+/// A new structure, to be given to `Destroy`.
+inline void* Create(const FieldTable& fields)
+{
+    void* const object = ::operator new(fields.ops.size);
+    try {
+        fields.ops.construct(object);
+    } catch (...) {
+        ::operator delete(object);
+        throw;
+    }
+    return object;
+}
+
+inline void Destroy(const FieldTable& fields, void* object)
+{
+    // What has a root name is sent; everything else comes back.
+    protocol::IJSONStruct* const structure = fields.ops.asStruct(object);
+    if (fields.rootName != nullptr) {
+        delete static_cast<protocol::IInboundData*>(structure);
+    } else {
+        delete static_cast<protocol::IReturnData*>(structure);
+    }
+}
+
+/// An object of a structure that is known by its table only.
+class AnyObject {
+public:
+    explicit AnyObject(const FieldTable& fields) : fields_(fields), object_(Create(fields)) {}
+    ~AnyObject() { Destroy(fields_, object_); }
+    AnyObject(const AnyObject&) = delete;
+    AnyObject& operator=(const AnyObject&) = delete;
+
+    void* get() const { return object_; }
+    protocol::IJSONStruct& operator*() const { return *fields_.ops.asStruct(object_); }
+
+private:
+    const FieldTable& fields_;
+    void* object_;
 };
 
 template <class Member>
 struct MemberKind {
     static_assert(std::is_base_of<protocol::IJSONStruct, Member>::value, "no wire form for members of this type");
     static constexpr Kind kind = Kind::Struct;
-    static constexpr const StructOps* ops = &StructOpsOf<Member>::value;
+    static constexpr const StructOps* ops = &Member::kFields.ops;
 };
 template <class Element>
 struct MemberKind<std::vector<Element>> {
     static_assert(std::is_base_of<protocol::IJSONStruct, Element>::value, "no wire form for lists of this type");
     static constexpr Kind kind = Kind::StructList;
-    static constexpr const StructOps* ops = &StructOpsOf<Element>::value;
+    static constexpr const StructOps* ops = &Element::kFields.ops;
 };
 template <Kind K>
 struct PlainKind {
@@ -169,7 +231,15 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
     static_assert(::nexwire::core::CoversAllMembers<T>(FieldsOf##T::kList, FieldsOf##T::kCount),                       \
                   "the table of " #T " must list every member once, in declaration order");                            \
     static_assert(FieldsOf##T::kCount <= ::nexwire::core::kMaxFields, #T " has too many members");                     \
-    const ::nexwire::core::FieldTable T::kFields = {#T, root, FieldsOf##T::kList, FieldsOf##T::kCount};                \
+    NEXWIRE_TABLE(T, root, FieldsOf##T::kList, FieldsOf##T::kCount)
+
+/// The second line is the name under which the list of all structures finds the table without the header.
+#define NEXWIRE_TABLE(T, root, list, count)                                                                            \
+    static_assert(::nexwire::core::IsRoot(root) == std::is_base_of<::protocol::IInboundData, T>::value,                \
+                  "what is sent has a key that it is sent under, and nothing else has one: " #T);                      \
+    const ::nexwire::core::FieldTable T::kFields = {#T, root, list, count, ::nexwire::core::MakeOps<T>(&T::kFields)};  \
+    extern const ::nexwire::core::FieldTable* const k##T##Table;                                                       \
+    const ::nexwire::core::FieldTable* const k##T##Table = &T::kFields;                                                \
     const ::nexwire::core::FieldTable& T::Fields() const                                                               \
     {                                                                                                                  \
         return kFields;                                                                                                \
@@ -182,8 +252,4 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
 /// Request or result that carries nothing.
 #define NEXWIRE_NO_FIELDS(T, root)                                                                                     \
     static_assert(::nexwire::core::CoversAllMembers<T>(nullptr, 0), #T " has members; list them");                     \
-    const ::nexwire::core::FieldTable T::kFields = {#T, root, nullptr, 0};                                             \
-    const ::nexwire::core::FieldTable& T::Fields() const                                                               \
-    {                                                                                                                  \
-        return kFields;                                                                                                \
-    }
+    NEXWIRE_TABLE(T, root, nullptr, 0)

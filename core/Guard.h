@@ -14,5 +14,10 @@ bool Guard(const Step& step) noexcept
     }
 }
 
+/// To be called before a thread-local object with a destructor is first used on a thread: its registration aborts the
+/// process when memory has run out. Here a call can still fail.
+/// @throws std::bad_alloc
+void PrepareThread();
+
 } // namespace core
 } // namespace nexwire

@@ -84,28 +84,9 @@ try {
     return {};
 }
 
-bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json)
+bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json, const char* caller)
 try {
-    if (json.empty()) {
-        return false;
-    }
-    ConversionScope scope;
-    const char* position = nullptr;
-    const cJSON* node = scope.Parse(json, position);
-    if (node == nullptr) {
-        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
-        return false;
-    }
-    if (root != nullptr) {
-        node = cJSON_GetObjectItemCaseSensitive(node, root);
-        if (node == nullptr) {
-            // Nothing was unreadable, so there is no error position to show.
-            NEXWIRE_LOG_ERROR("Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
-            return false;
-        }
-    }
-    out.Parse(node);
-    return true;
+    return nexwire::core::ReadText(out, root, json, caller);
 } catch (...) {
     return false;
 }
@@ -130,6 +111,30 @@ try {
 
 namespace nexwire {
 namespace core {
+
+bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller)
+{
+    if (json.empty()) {
+        return false;
+    }
+    ConversionScope scope;
+    const char* position = nullptr;
+    const cJSON* node = scope.Parse(json, position);
+    if (node == nullptr) {
+        NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
+        return false;
+    }
+    if (root != nullptr) {
+        node = cJSON_GetObjectItemCaseSensitive(node, root);
+        if (node == nullptr) {
+            // Nothing was unreadable, so there is no error position to show.
+            NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
+            return false;
+        }
+    }
+    out.Parse(node);
+    return true;
+}
 
 std::string Serialize(const protocol::IInboundData& request)
 {

@@ -1,4 +1,5 @@
 #include "core/JsonTree.h"
+#include "core/Guard.h"
 
 #include <cstdlib>
 #include <memory>
@@ -22,6 +23,7 @@ thread_local int t_depth = 0;
 
 Arena& ThreadArena()
 {
+    PrepareThread();
     static thread_local Arena arena;
     return arena;
 }

@@ -19,6 +19,7 @@ struct ThreadState {
 
 ThreadState& State()
 {
+    core::PrepareThread();
     static thread_local ThreadState state;
     return state;
 }
@@ -53,8 +54,11 @@ const std::string* FindField(const RspInfos& response, const char* name)
 } // namespace
 
 const ExchangeRecord& LastExchange()
-{
+try {
     return ThreadRecord();
+} catch (...) {
+    static const ExchangeRecord none;
+    return none;
 }
 
 std::string Path::Text() const
@@ -207,12 +211,8 @@ void SendOnly(protocol::IInboundData& structure, const void* base, const std::ve
     structure.WriteOnly(std::move(keys));
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+bool Settle(const protocol::ReturnData& envelope, Verdict verdict)
 {
-    RspInfos response;
-    if (!Execute(response, operation) || !envelope.Parse(response.body)) {
-        return false;
-    }
     ExchangeRecord& record = ThreadRecord();
     record.parsed = true;
     record.coded = envelope.coded;
@@ -224,6 +224,12 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
         return false;
     }
     return true;
+}
+
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict)
+{
+    RspInfos response;
+    return Execute(response, operation) && envelope.Parse(response.body) && Settle(envelope, verdict);
 }
 
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
@@ -262,6 +268,18 @@ bool ExchangeJudged(const Operation& operation) noexcept
 bool ExchangeForCode(const Operation& operation, int& code) noexcept
 {
     return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
+}
+
+bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept
+{
+    return core::Guard([&] {
+        protocol::ReturnData fresh;
+        if (!core::Run(operation, fresh, core::Verdict::Accept)) {
+            return false;
+        }
+        envelope = std::move(fresh);
+        return true;
+    });
 }
 
 bool ExchangeUnread(const Operation& operation) noexcept

@@ -208,6 +208,9 @@ private:
     ExchangeRecord outer_;
 };
 
+/// What follows once an envelope is read: notes it for `LastExchange`, and judges it.
+bool Settle(const protocol::ReturnData& envelope, Verdict verdict);
+
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
 bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict);
 
@@ -290,6 +293,9 @@ bool ExchangeForCode(const Operation& operation, Result& result, int& code) noex
         return true;
     });
 }
+
+/// True when the envelope parsed, whatever its code; `envelope` receives it without its data.
+bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept;
 
 /// True when the executor got an answer; what it says is not looked at.
 bool ExchangeUnread(const Operation& operation) noexcept;

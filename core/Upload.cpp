@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <keel/FileSlice.h>
+#include <keel/GuidUtil.h>
 
 namespace nexwire {
 namespace {
@@ -73,7 +74,7 @@ private:
 
 } // namespace
 
-bool UploadInSlices(const Path& path, const Upload& upload, const std::string& value, const std::string& file,
+bool UploadInSlices(const Path& path, const Upload& upload, std::string* uploadGuid, const std::string& file,
                     const std::shared_ptr<std::int32_t>& progress, std::string& answer) noexcept
 {
     return core::Guard([&] {
@@ -84,7 +85,12 @@ bool UploadInSlices(const Path& path, const Upload& upload, const std::string& v
         }
         const std::uint64_t size = reader.FileSize();
         const std::uint64_t count = reader.SliceCount();
-        Slices slices(path, upload, file, upload.query + (value.empty() ? std::to_string(size) : value));
+        std::string query = "totalBytes=" + std::to_string(size);
+        if (uploadGuid != nullptr) {
+            *uploadGuid = Keel::GuidUtil::CreateGuid();
+            query = "uploadGuid=" + *uploadGuid;
+        }
+        Slices slices(path, upload, file, query);
         std::uint64_t sent = 0;
         RspInfos last;
         for (std::uint64_t number = 1;; ++number) {

@@ -10,10 +10,9 @@ namespace nexwire {
 
 /// How a file goes up: in slices of Keel's default size, each a multipart request of its own.
 struct Upload {
-    const char* partType;        ///< Content type of the file's part, as "text/csv".
-    bool numbered = false;       ///< Each request carries the number of its slice, from 1, in a part "index".
-    bool closing = false;        ///< A request without a slice, numbered -1, ends the upload.
-    const char* query = nullptr; ///< What the mark "query" says before its value: "uploadGuid=" or "totalBytes=".
+    const char* partType;  ///< Content type of the file's part, as "text/csv".
+    bool numbered = false; ///< Each request carries the number of its slice, from 1, in a part "index".
+    bool closing = false;  ///< A request without a slice, numbered -1, ends the upload.
 };
 
 /// Sends a file to `path` with method code 1.
@@ -22,12 +21,13 @@ struct Upload {
 /// and when a request fails; what was sent before is not withdrawn. When the executor fails but left a body, the code
 /// of its envelope becomes the last error.
 ///
-/// @param value     what follows in the mark "query"; empty: the size of the file in bytes, decimal.
-/// @param file      UTF-8.
-/// @param progress  receives whole percent of the bytes accepted, 100 only after the last request; may be null. The
-///                  host may read it from another thread meanwhile.
-/// @param answer    receives the body of the last answer on success.
-bool UploadInSlices(const Path& path, const Upload& upload, const std::string& value, const std::string& file,
+/// @param uploadGuid  receives a new identifier before the first slice goes out; it travels in the mark "query" as
+///                    "uploadGuid=". Null: the size of the file does, as "totalBytes=".
+/// @param file        UTF-8.
+/// @param progress    receives whole percent of the bytes accepted, 100 only after the last request; may be empty. The
+///                    host may read it from another thread meanwhile.
+/// @param answer      receives the body of the last answer on success.
+bool UploadInSlices(const Path& path, const Upload& upload, std::string* uploadGuid, const std::string& file,
                     const std::shared_ptr<std::int32_t>& progress, std::string& answer) noexcept;
 
 } // namespace nexwire

@@ -144,7 +144,8 @@ std::string Page(const Observed& observed, Observer& observer, const Style& styl
     }
     text += Wrapped(catalogue::DocOfClass(function.ClassName()), kTextWidth, "  ");
     text += Wrapped(catalogue::RemarkOfClass(function.ClassName()), kTextWidth, "  ");
-    text += "\n" + Indented(DeclarationOf(function), "  ") + "\n";
+    text +=
+        "\n" + Indented("#include <" + std::string(function.Header()) + ">\n" + DeclarationOf(function), "  ") + "\n";
     text += Request(observed, style) + Arguments(function, doc, observer, style) + Body(observed, style);
     text += style.Heading("Result") + "\n";
     if (observed.outputStructure.empty()) {

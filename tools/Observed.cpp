@@ -42,7 +42,7 @@ MemberView FromField(const core::Field& field)
         member.type = "true or false";
         break;
     case core::Kind::Struct:
-        member.structure = field.ops->fields->name;
+        member.structure = catalogue::NameOf(*field.ops->fields);
         member.type = member.structure;
         break;
     case core::Kind::TextList:
@@ -55,7 +55,7 @@ MemberView FromField(const core::Field& field)
         break;
     case core::Kind::StructList:
         member.list = true;
-        member.structure = field.ops->fields->name;
+        member.structure = catalogue::NameOf(*field.ops->fields);
         member.type = "list of " + member.structure;
         break;
     }
@@ -145,7 +145,8 @@ std::string UnlikeDefaults(const core::FieldTable& fields)
 /// The path and the condition with everything that varies by name.
 class Placeholders {
 public:
-    explicit Placeholders(const catalogue::Function& function) : call_(function)
+    Placeholders(const catalogue::Recorder& recorder, const catalogue::Function& function)
+        : recorder_(recorder), call_(function)
     {
         std::string ignored;
         for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
@@ -155,7 +156,7 @@ public:
             }
             switch (argument.type->shape) {
             case Shape::Text:
-                call_.Set(i, "{" + argument.name + "}", ignored);
+                call_.Set(i, recorder_.Stand(argument), ignored);
                 break;
             case Shape::Integer:
                 numbers_.emplace_back(std::to_string(kFirstNumber + static_cast<int>(i)), argument.name);
@@ -182,13 +183,14 @@ public:
         for (const auto& number : numbers_) {
             Replace(text, number.first, "{" + number.second + "}");
         }
-        return text;
+        return recorder_.Named(call_.function(), text);
     }
 
 private:
     /// No number of the contract comes near.
     static constexpr int kFirstNumber = 1913774000;
 
+    const catalogue::Recorder& recorder_;
     catalogue::Call call_;
     std::vector<std::pair<std::string, std::string>> numbers_;
 };
@@ -235,7 +237,7 @@ std::string StructureOfBody(const catalogue::Function& function, const std::stri
     for (const Argument& argument : function.Arguments()) {
         const core::FieldTable* const fields = argument.type->fields();
         if (argument.type->shape == Shape::Structure && fields->rootName != nullptr && root == fields->rootName) {
-            return fields->name;
+            return argument.type->name();
         }
     }
     for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
@@ -248,7 +250,7 @@ std::string StructureOfBody(const catalogue::Function& function, const std::stri
             });
         });
         if (all) {
-            return structure.fields->name;
+            return structure.name;
         }
     }
     return "";
@@ -319,15 +321,14 @@ Observed Observer::Observe(const catalogue::Function& function)
     observed.function = &function;
     observed.name = catalogue::UniqueName(function);
     for (const Argument& argument : function.Arguments()) {
-        if (catalogue::NeedsName(argument.type->shape) || argument.type->shape == Shape::AnyStructure) {
+        if (!argument.type->IsStructure()) {
             continue;
         }
         std::string& slot = argument.output ? observed.outputStructure : observed.inputStructure;
         if (slot.empty()) {
             slot = argument.type->name();
             if (argument.output) {
-                observed.outputIsList =
-                    argument.type->shape == Shape::StructureList || argument.type->shape == Shape::RecordList;
+                observed.outputIsList = argument.type->IsList();
             }
         }
         if (argument.output && argument.type->shape == Shape::Record && observed.inputStructure.empty()) {
@@ -352,7 +353,7 @@ Observed Observer::Observe(const catalogue::Function& function)
     observed.deviceInput = command.input;
     observed.bodyStructure = StructureOfBody(function, observed.request.body);
 
-    Placeholders placeholders(function);
+    Placeholders placeholders(recorder_, function);
     const catalogue::Trace named = recorder_.Run(placeholders.call());
     if (named.sent) {
         observed.path = placeholders.Named(named.request.url);
@@ -370,7 +371,7 @@ std::vector<std::string> StructuresOf(const Observed& observed)
 {
     std::vector<std::string> names;
     for (const Argument& argument : observed.function->Arguments()) {
-        if (!catalogue::NeedsName(argument.type->shape) && argument.type->shape != Shape::AnyStructure) {
+        if (argument.type->IsStructure()) {
             names.push_back(argument.type->name());
         }
     }

@@ -26,6 +26,13 @@ using rapidjson::Value;
 
 constexpr const char* kSchemas = "#/components/schemas/";
 
+/// Name of a structure's schema: the format has no colons in names.
+std::string SchemaOf(std::string structure)
+{
+    const std::size_t colons = structure.find("::");
+    return colons == std::string::npos ? structure : structure.replace(colons, 2, ".");
+}
+
 /// Names of the identifiers in a path, in order.
 std::vector<std::string> ParametersOf(const std::string& path)
 {
@@ -139,7 +146,7 @@ private:
     {
         used_.insert(structure);
         Value reference = Object();
-        Add(reference, "$ref", kSchemas + structure);
+        Add(reference, "$ref", kSchemas + SchemaOf(structure));
         return reference;
     }
     /// One schema as it is, several as alternatives.
@@ -550,7 +557,7 @@ private:
                 "data": {"description": "The result."}
             }})"));
         for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
-            used_.insert(structure.fields->name);
+            used_.insert(structure.name);
         }
         const std::vector<std::string> all = Reachable(std::vector<std::string>(used_.begin(), used_.end()));
         for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
@@ -569,7 +576,7 @@ private:
             if (!view.rootName.empty()) {
                 Add(schema, "x-nexwire-root-name", view.rootName);
             }
-            Add(schemas, name, std::move(schema));
+            Add(schemas, SchemaOf(name), std::move(schema));
         }
         Value components = Object();
         Add(components, "schemas", std::move(schemas));

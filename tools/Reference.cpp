@@ -39,11 +39,6 @@ void Member(Json& json, const char* key, const std::string& text)
     }
 }
 
-bool IsStructure(const Argument& argument)
-{
-    return !catalogue::NeedsName(argument.type->shape) && argument.type->shape != catalogue::Shape::AnyStructure;
-}
-
 void Arguments(Json& json, const Observed& observed, const catalogue::FunctionDoc& doc, Observer& observer)
 {
     const std::vector<Argument>& arguments = observed.function->Arguments();
@@ -55,7 +50,7 @@ void Arguments(Json& json, const Observed& observed, const catalogue::FunctionDo
         json.StartArray();
         Text(json, arguments[i].name);
         Text(json, catalogue::Spelled(*arguments[i].type));
-        Text(json, IsStructure(arguments[i]) ? arguments[i].type->name() : "");
+        Text(json, arguments[i].type->IsStructure() ? arguments[i].type->name() : "");
         Text(json, !arguments[i].output                      ? ""
                    : observer.Travels(*observed.function, i) ? "given and returned"
                                                              : "result");
@@ -84,6 +79,7 @@ void FunctionData(Json& json, const Observed& observed, Observer& observer, std:
     Member(json, "module", function.Module());
     Member(json, "class", function.ClassName());
     Member(json, "declaration", DeclarationOf(function));
+    Member(json, "header", function.Header());
     Member(json, "doc", doc.text);
     Member(json, "returns", doc.returns);
     json.Key("sent");
@@ -190,7 +186,7 @@ std::string Data()
     json.Key("structures");
     json.StartObject();
     for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
-        used.insert(structure.fields->name);
+        used.insert(structure.name);
     }
     const std::vector<std::string> all = Reachable(std::vector<std::string>(used.begin(), used.end()));
     for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {

@@ -1,6 +1,7 @@
 #include "nexwire/AccessController/EventCardLinkage.h"
 
 #include "Application/PassThrough/PassThrough.h"
+#include "core/Serialize.h"
 
 namespace nexwire {
 
@@ -12,14 +13,16 @@ bool EventCardLinkage::requestGET(protocol::EventCardLinkageCfg& output, const s
 bool EventCardLinkage::requestSET(protocol::ReturnRst& result, const protocol::EventCardLinkageCfg& input,
                                   const std::string& deviceGuid, int linkageNo)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::DagPassThroughRsp answer;
         if (!DeviceExchange(Route::External, 4201, deviceGuid, std::to_string(linkageNo), &input, answer)) {
             return false;
         }
         protocol::ReturnRst fresh;
-        if (!protocol::TParseJSONStr(fresh, answer.statusBuffer)) {
-            protocol::TParseJSONStr(fresh, answer.outBuffer);
+        // A text that is not a result leaves it empty; running out of memory must not.
+        if (!core::ReadText(fresh, fresh.RootName(), answer.statusBuffer, function)) {
+            core::ReadText(fresh, fresh.RootName(), answer.outBuffer, function);
         }
         result = std::move(fresh);
         return true;

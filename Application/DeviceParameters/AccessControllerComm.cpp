@@ -61,13 +61,14 @@ NEXWIRE_DEVICE_SET(AcsParamConfig, setRFCardConfigRequest, RFCardCfgData, Extern
 bool AcsParamConfig::getAcsDoorParamRequest(protocol::AcsDoorParamCfg& output, const std::string& deviceGuid,
                                             int doorNo)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::AcsDoorParamCfg door;
         if (!DeviceGet(Route::External, 2102, deviceGuid, door, std::to_string(doorNo))) {
             return false;
         }
         if (!ConvertPasswords(door, &IEncryption::Decrypt)) {
-            NEXWIRE_LOG_ERROR("AESDecryption failed!");
+            NEXWIRE_LOG_ERROR_OF(function, "AESDecryption failed!");
         }
         output = std::move(door);
         return true;
@@ -76,9 +77,10 @@ bool AcsParamConfig::getAcsDoorParamRequest(protocol::AcsDoorParamCfg& output, c
 
 bool AcsParamConfig::setAcsDoorParamRequest(protocol::AcsDoorParamCfg input, const std::string& deviceGuid, int doorNo)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         if (!ConvertPasswords(input, &IEncryption::Encrypt)) {
-            NEXWIRE_LOG_ERROR("AESEncryption failed!");
+            NEXWIRE_LOG_ERROR_OF(function, "AESEncryption failed!");
         }
         return DeviceSet(Route::External, 4102, deviceGuid, input, std::to_string(doorNo));
     });

@@ -31,6 +31,7 @@ IEncryption* MakeDefaultEncryption()
 bool CDefaultComponentEncryption::Encrypt(std::vector<std::string>& ciphertexts,
                                           const std::vector<std::string>& plaintexts, const std::string& sid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         ciphertexts.clear();
         protocol::EncryptionInfo info;
@@ -38,7 +39,8 @@ bool CDefaultComponentEncryption::Encrypt(std::vector<std::string>& ciphertexts,
         protocol::CiphertextListData result;
         if (!CEncryptionComm::request(result, info, sid)) {
             const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
-            NEXWIRE_LOG_ERROR("Failed to CEncryptionComm::request. [error-%d-%d]", error.category, error.number);
+            NEXWIRE_LOG_ERROR_OF(function, "Failed to CEncryptionComm::request. [error-%d-%d]", error.category,
+                                 error.number);
             return false;
         }
         for (protocol::Ciphertext& element : result.ciphertextList) {
@@ -51,6 +53,7 @@ bool CDefaultComponentEncryption::Encrypt(std::vector<std::string>& ciphertexts,
 bool CDefaultComponentEncryption::Decrypt(std::vector<std::string>& plaintexts,
                                           const std::vector<std::string>& ciphertexts, const std::string& sid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         plaintexts.clear();
         protocol::DecryptionInfo info;
@@ -58,7 +61,8 @@ bool CDefaultComponentEncryption::Decrypt(std::vector<std::string>& plaintexts,
         protocol::PlaintextListData result;
         if (!CDecryptionComm::request(result, info, sid)) {
             const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
-            NEXWIRE_LOG_ERROR("Failed to CDecryptionComm::request. [error-%d-%d]", error.category, error.number);
+            NEXWIRE_LOG_ERROR_OF(function, "Failed to CDecryptionComm::request. [error-%d-%d]", error.category,
+                                 error.number);
             return false;
         }
         for (protocol::Plaintext& element : result.plaintextList) {

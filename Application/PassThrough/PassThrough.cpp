@@ -96,7 +96,7 @@ bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const 
             return false;
         }
         for (const protocol::BatchReturnData& item : page.batchReturnDataList) {
-            if (item.code == 0 && !read(item)) {
+            if (!read(item)) {
                 if (errorText != nullptr) {
                     *errorText = "an item of the page was not readable";
                 }

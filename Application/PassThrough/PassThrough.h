@@ -75,16 +75,15 @@ bool DeviceCommand(Route route, int command, const std::string& deviceGuid, std:
 bool BatchExchange(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                    protocol::BatchPassThroughRsp& answer, std::string* errorText = nullptr) noexcept;
 
-/// Reads one page of a batch and appends an element for each item to `list`; an item whose device reports a code other
-/// than 0 carries no element and is passed over. An item that cannot be read ends the call with false; what was
-/// appended before it stays. `batchGuid` and `finished` are written on success only.
+/// Reads one page of a batch, item by item. One that cannot be read ends the call with false; what was read before it
+/// stays. `batchGuid` and `finished` are written on success only.
 ///
-/// @param read  makes an element of an item's text; false when it cannot.
+/// @param read  takes an item; false when it cannot be read.
 bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                std::string& batchGuid, bool& finished, std::string* errorText,
                const std::function<bool(const protocol::BatchReturnData& item)>& read) noexcept;
 
-/// The same where elements are structures that stand under their root name.
+/// The same where each item carries a structure under its root name, which is appended to `list`.
 template <class Structure>
 bool AppendPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                 std::vector<Structure>& list, std::string& batchGuid, bool& finished,

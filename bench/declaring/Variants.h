@@ -35,30 +35,27 @@
         static constexpr ::nexwire::core::Field list[] = {__VA_ARGS__};                                                \
         static constexpr std::size_t count = sizeof(list) / sizeof(list[0]);                                           \
         static_assert(::nexwire::core::CoversAllMembers<T>(list, count), "list every member once, in order");          \
-        static constexpr ::nexwire::core::FieldTable table = {#T, root, list, count};                                  \
+        static constexpr ::nexwire::core::FieldTable table = {#T, root, list, count,                                   \
+                                                              ::nexwire::core::MakeOps<T>(nullptr)};                   \
         return table;                                                                                                  \
     }                                                                                                                  \
     NEXWIRE_OFFSETS_END
 
 template <class T>
 struct InlineOperations {
-    using List = std::vector<T>;
-    static constexpr nexwire::core::StructOps value = {
-        nullptr,
-        [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
-        [](void* list) { static_cast<List*>(list)->clear(); },
-        [](void* list, std::size_t count) { static_cast<List*>(list)->reserve(count); },
-        [](void* list) -> protocol::IJSONStruct* { return &static_cast<List*>(list)->emplace_back(); },
-        [](const void* list) { return static_cast<const List*>(list)->size(); },
-        [](const void* list, std::size_t index) -> const protocol::IJSONStruct* {
-            return &(*static_cast<const List*>(list))[index];
-        },
-    };
+    static constexpr nexwire::core::StructOps value = nexwire::core::MakeOps<T>(nullptr);
 };
 
 #define INLINE_OPERATIONS(T)                                                                                           \
     template <>                                                                                                        \
-    struct nexwire::core::StructOpsOf<T> : InlineOperations<T> {                                                       \
+    struct nexwire::core::MemberKind<T> {                                                                              \
+        static constexpr Kind kind = Kind::Struct;                                                                     \
+        static constexpr const StructOps* ops = &InlineOperations<T>::value;                                           \
+    };                                                                                                                 \
+    template <>                                                                                                        \
+    struct nexwire::core::MemberKind<std::vector<T>> {                                                                 \
+        static constexpr Kind kind = Kind::StructList;                                                                 \
+        static constexpr const StructOps* ops = &InlineOperations<T>::value;                                           \
     };
 #endif
 

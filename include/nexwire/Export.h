@@ -13,3 +13,10 @@
 #else
 #define NEXWIRE_API
 #endif
+
+/// The whole signature of the function around it, for log entries.
+#if defined(_MSC_VER)
+#define NEXWIRE_FUNCTION __FUNCSIG__
+#else
+#define NEXWIRE_FUNCTION __PRETTY_FUNCTION__
+#endif

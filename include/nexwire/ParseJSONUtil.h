@@ -6,8 +6,12 @@
 
 namespace protocol {
 
-/// What both templates below end in. `root` is the key the structure stands under; null reads the top-level value.
-NEXWIRE_API bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json);
+/// What both templates below end in.
+///
+/// @param root    the key the structure stands under; null reads the top-level value.
+/// @param caller  the function that log entries name.
+NEXWIRE_API bool ParseJSONText(IJSONStruct& out, const char* root, const std::string& json,
+                               const char* caller = "ParseJSONText");
 
 /// Reads a structure that stands under its root name in a JSON object, as device texts carry it.
 ///
@@ -16,14 +20,14 @@ NEXWIRE_API bool ParseJSONText(IJSONStruct& out, const char* root, const std::st
 template <class T>
 bool TParseJSONStr(T& out, const std::string& json)
 {
-    return ParseJSONText(out, out.RootName(), json);
+    return ParseJSONText(out, out.RootName(), json, NEXWIRE_FUNCTION);
 }
 
 /// Reads a structure that is the top-level value itself. Returns as `TParseJSONStr`.
 template <class T>
 bool TParseJSONStrWithoutRoot(T& out, const std::string& json)
 {
-    return ParseJSONText(out, nullptr, json);
+    return ParseJSONText(out, nullptr, json, NEXWIRE_FUNCTION);
 }
 
 /// The JSON text of any structure by itself, indented with tabs; for logs, tests and tools. Empty when memory ran out.

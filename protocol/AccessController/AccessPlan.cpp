@@ -8,7 +8,7 @@ namespace protocol {
 // clang-format off
 NEXWIRE_INBOUND_FIELDS(ACHolidayPlan, "holidayPlan", F(holidayName), F(dateRange), F(timeSegmentList))
 NEXWIRE_INBOUND_FIELDS(ACPlanDetailInfo, "planDetailInfo", F(validRange), F(weekPlanList), F(holidayPlanList))
-NEXWIRE_INBOUND_FIELDS(ACPlanInfoAddParam, "planInfoAddParam", F(planInfoName), F(planInfoType), F(detailInfo), F(description))
+NEXWIRE_INBOUND_FIELDS(ACPlanInfoAddParam, "planInfoAddParam", F(planInfoName), F(planInfoType), F(detailInfo))
 NEXWIRE_RETURN_FIELDS(ACPlanInfoAddedReturn, F(planInfoGuid), F(planInfoName))
 NEXWIRE_RETURN_FIELDS(ACPlanInfoAddedReturnData, F(planInfoAddedReturn))
 NEXWIRE_INBOUND_FIELDS(ACPlanInfoRemoveParam, "planInfoRemoveParam", F(planInfoGuidList))

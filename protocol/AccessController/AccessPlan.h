@@ -26,7 +26,6 @@ struct NEXWIRE_API ACPlanInfoAddParam : IInboundData {
     std::string planInfoName;
     std::int32_t planInfoType = 0; ///< What the plan is for; server vocabulary, carried as it is.
     ACPlanDetailInfo detailInfo;
-    std::string description;
     NEXWIRE_JSON
 };
 

@@ -53,7 +53,9 @@ Plan PlanParam()
     plan.planInfoName = "n";
     plan.planInfoType = 2;
     plan.detailInfo = Detail();
-    plan.description = "d";
+    if constexpr (std::is_same_v<Plan, protocol::ACPlanInfoModifyParam>) {
+        plan.description = "d";
+    }
     return plan;
 }
 
@@ -109,7 +111,7 @@ protocol::LadderControlRelayReq Relays()
 
 std::vector<Vector> PlanVectors()
 {
-    const std::string plan = R"("planInfoName":"n","planInfoType":2,)" + kDetail + R"(,"description":"d")";
+    const std::string plan = R"("planInfoName":"n","planInfoType":2,)" + kDetail;
     return {
         Reading<protocol::ACBasicPlanInfoResponseListData>(
             "getAllBasicPlans", kRoot + "allBasicPlanInfos", 2, R"({"basicPlanQueryCondition":{"planInfoType":2}})",
@@ -136,14 +138,14 @@ std::vector<Vector> PlanVectors()
                                                           }),
         Reading<protocol::ACSinglePlanQueryResultData>(
             "getPlan", kRoot + "planInfos/*", 2, R"({"singlePlanQuery":{"planInfoType":2,"needDetailInfo":true}})",
-            R"({"singlePlanQueryResult":{"planInfoGuid":"g",)" + plan + R"(,"modifyTime":1700000000123}})",
+            R"({"singlePlanQueryResult":{"planInfoGuid":"g",)" + plan + R"(,"description":"d","modifyTime":1700000000123}})",
             [](auto& result, auto& id) {
                 protocol::ACSinglePlanQuery query;
                 query.planInfoType = 2;
                 return ACPlanTemplate::getPlan(result, query, id);
             }),
         Reading<protocol::ACPlanInfoModifyResultData>(
-            "modifyPlan", kRoot + "planInfos/*", 1, R"({"planInfoModifyParam":{)" + plan + "}}",
+            "modifyPlan", kRoot + "planInfos/*", 1, R"({"planInfoModifyParam":{)" + plan + R"(,"description":"d"}})",
             R"({"planInfoModifyResult":{"planInfoGuid":"g","planInfoName":"n","accessGroupGuidList":["a"]}})",
             [](auto& result, auto& id) {
                 return ACPlanTemplate::modifyPlan(result, PlanParam<protocol::ACPlanInfoModifyParam>(), id);

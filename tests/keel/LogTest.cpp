@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 #include "keel/Error.h"
 #include "keel/Log.h"
 #include "keel/StringUtil.h"

@@ -7,10 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "structures.inc.headers"
-
 #include "core/FieldTable.h"
 #include "core/JsonTree.h"
+#include "core/Structures.h"
 #include "nexwire/ParseJSONUtil.h"
 #include "support/Filled.h"
 
@@ -35,83 +34,67 @@ using nexwire::core::FieldTable;
 using nexwire::core::JsonTree;
 using protocol::IJSONStruct;
 
-/// A structure without its type.
-struct Entry {
-    const char* name;
-    const FieldTable* table;
-    std::size_t size;
-    bool inbound;
-    IJSONStruct* (*construct)(void* memory);
-    void (*destroy)(void* memory);
-};
-
-template <class T>
-Entry MakeEntry(const char* name)
+const std::vector<const FieldTable*>& AllTables()
 {
-    return {name,
-            &T::kFields,
-            sizeof(T),
-            std::is_base_of<protocol::IInboundData, T>::value,
-            [](void* memory) -> IJSONStruct* { return new (memory) T; },
-            [](void* memory) { static_cast<T*>(memory)->~T(); }};
-}
-
-const std::vector<Entry>& AllStructures()
-{
-    static const std::vector<Entry> entries = {
-#define STRUCTURE(T) MakeEntry<T>(#T),
-#include "structures.inc"
-#undef STRUCTURE
-    };
-    return entries;
+    static const std::vector<const FieldTable*> tables = [] {
+        std::vector<const FieldTable*> all;
+        for (const nexwire::core::StructureGroup& group : nexwire::core::AllStructures()) {
+            for (std::size_t i = 0; i < group.count; ++i) {
+                all.push_back(*group.tables[i]);
+            }
+        }
+        return all;
+    }();
+    return tables;
 }
 
 /// One object of a structure in memory that was filled with a pattern before.
 class Object {
 public:
-    explicit Object(const Entry& entry, int pattern = 0) : entry_(entry), memory_(entry.size / 8 + 1)
+    explicit Object(const FieldTable& table, int pattern = 0) : table_(table)
     {
-        std::memset(memory_.data(), pattern, memory_.size() * 8);
-        structure_ = entry_.construct(memory_.data());
+        memory_ = ::operator new(table.ops.size);
+        std::memset(memory_, pattern, table.ops.size);
+        table.ops.construct(memory_);
     }
-    ~Object() { entry_.destroy(memory_.data()); }
+    ~Object() { nexwire::core::Destroy(table_, memory_); }
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    IJSONStruct& operator*() { return *structure_; }
-    unsigned char* Bytes() { return reinterpret_cast<unsigned char*>(memory_.data()); }
+    IJSONStruct& operator*() { return *table_.ops.asStruct(memory_); }
+    unsigned char* Bytes() { return static_cast<unsigned char*>(memory_); }
+    void* get() { return memory_; }
     std::string Printed() const
     {
-        const JsonTree tree(structure_->ToJson());
+        const JsonTree tree(table_.ops.asStruct(memory_)->ToJson());
         return nexwire::core::PrintFormatted(tree.get());
     }
 
 private:
-    const Entry& entry_;
-    std::vector<std::uint64_t> memory_;
-    IJSONStruct* structure_;
+    const FieldTable& table_;
+    void* memory_;
 };
 
 TEST(AllStructures, AreListed)
 {
-    EXPECT_GT(AllStructures().size(), 40u);
+    EXPECT_GT(AllTables().size(), 40u);
 }
 
 /// Offsets that the constructor wrote although neither base nor table accounts for them. Padding keeps the pattern
 /// it had before.
-std::vector<std::size_t> Unaccounted(const Entry& entry)
+std::vector<std::size_t> Unaccounted(const FieldTable& entry)
 {
     Object first(entry, 0xAA);
     Object second(entry, 0x55);
     const std::size_t filter = sizeof(protocol::SerializationIgnoreItemFeatures);
-    std::vector<bool> known(entry.size);
+    std::vector<bool> known(entry.ops.size);
     std::fill_n(known.begin(), sizeof(protocol::IInboundData) - filter, true);
     std::fill_n(known.end() - static_cast<std::ptrdiff_t>(filter), filter, true);
-    for (const Field& field : *entry.table) {
+    for (const Field& field : entry) {
         std::fill_n(known.begin() + field.offset, field.size, true);
     }
     std::vector<std::size_t> offsets;
-    for (std::size_t i = 0; i < entry.size; ++i) {
+    for (std::size_t i = 0; i < entry.ops.size; ++i) {
         if (!known[i] && (first.Bytes()[i] != 0xAA || second.Bytes()[i] != 0x55)) {
             offsets.push_back(i);
         }
@@ -121,32 +104,32 @@ std::vector<std::size_t> Unaccounted(const Entry& entry)
 
 TEST(AllStructures, HaveNoMemberTheirTableMisses)
 {
-    EXPECT_EQ(Unaccounted(MakeEntry<sample::Leaky>("Leaky")).size(), 1u);
-    for (const Entry& entry : AllStructures()) {
+    EXPECT_EQ(Unaccounted(sample::Leaky::kFields).size(), 1u);
+    for (const FieldTable* table : AllTables()) {
+        const FieldTable& entry = *table;
         for (const std::size_t offset : Unaccounted(entry)) {
             ADD_FAILURE() << entry.name << " has a member at offset " << offset << " that its table misses";
         }
     }
 }
 
-TEST(AllStructures, HaveDistinctKeysAndOnlyRequestsARootName)
+TEST(AllStructures, HaveDistinctKeysAndNoEmptyRootName)
 {
-    for (const Entry& entry : AllStructures()) {
+    for (const FieldTable* table : AllTables()) {
+        const FieldTable& entry = *table;
         std::set<std::string> keys;
-        for (const Field& field : *entry.table) {
+        for (const Field& field : entry) {
             EXPECT_TRUE(keys.insert(field.key).second) << entry.name << " has two members " << field.key;
             EXPECT_STRNE(field.key, "") << entry.name;
         }
-        EXPECT_EQ(entry.table->rootName != nullptr, entry.inbound) << entry.name;
-        if (entry.inbound) {
-            EXPECT_STRNE(entry.table->rootName, "") << entry.name;
-        }
+        EXPECT_TRUE(entry.rootName == nullptr || *entry.rootName != '\0') << entry.name;
     }
 }
 
 TEST(AllStructures, ComeBackFromTheWireAsTheyWereSent)
 {
-    for (const Entry& entry : AllStructures()) {
+    for (const FieldTable* table : AllTables()) {
+        const FieldTable& entry = *table;
         Object fresh(entry);
         const std::string defaults = fresh.Printed();
         Object again(entry);
@@ -155,17 +138,31 @@ TEST(AllStructures, ComeBackFromTheWireAsTheyWereSent)
         EXPECT_EQ(again.Printed(), defaults) << entry.name;
 
         int counter = 0;
-        const JsonTree filled(test::Filled(*entry.table, counter, 0));
+        const JsonTree filled(test::Filled(entry, counter, 0));
         Object read(entry);
         (*read).Parse(filled.get());
         EXPECT_EQ(read.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
         (*read).Parse(nullptr);
         EXPECT_EQ(read.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
 
+        // Neither does it lose anything on the way from a fresh result into the caller's, nor in a list.
+        Object moved(entry);
+        entry.ops.move(moved.get(), read.get());
+        EXPECT_EQ(moved.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
+        void* const list = entry.ops.createList();
+        entry.ops.append(list);
+        entry.ops.append(list)->Parse(filled.get());
+        EXPECT_EQ(entry.ops.count(list), 2u);
+        const JsonTree second(entry.ops.at(list, 1)->ToJson());
+        EXPECT_EQ(nexwire::core::PrintFormatted(second.get()), nexwire::core::PrintFormatted(filled.get()));
+        entry.ops.clear(list);
+        EXPECT_EQ(entry.ops.count(list), 0u);
+        entry.ops.destroyList(list);
+
         // Every value of the wrong type, then of none: lists end empty, nothing else may break.
         for (const char* wrong : {"null", "[null,1,\"x\",{}]", "{\"x\":1}", "\"x\"", "1e300", "false"}) {
             const JsonTree object(cJSON_CreateObject());
-            for (const Field& field : *entry.table) {
+            for (const Field& field : entry) {
                 cJSON_AddItemToObject(object.get(), field.key, cJSON_Parse(wrong));
             }
             (*read).Parse(object.get());

@@ -186,7 +186,7 @@ public:
     /// @param port  decimal.
     static void init(const std::string& host, const std::string& port);
 
-    /// The last error of the calling thread, whichever family left it.
+    /// The last error of the calling thread, whichever family left it. Sends nothing.
     static TWErrorInfo getLastError();
 
     // ---- Decoders ----
