@@ -202,10 +202,9 @@ bool CEmapElementComm::getMapPicture(const std::string& mapGuid, const std::stri
 
 bool CEmapElementComm::putMapPicture(const std::string& mapGuid, const std::string& file)
 {
-    Upload upload{"image/jpeg"};
-    upload.query = "totalBytes=";
+    const Upload upload{"image/jpeg"};
     std::string answer;
-    return !mapGuid.empty() && UploadInSlices(MapPath(mapGuid, "/pictures"), upload, {}, file, nullptr, answer);
+    return !mapGuid.empty() && UploadInSlices(MapPath(mapGuid, "/pictures"), upload, nullptr, file, nullptr, answer);
 }
 
 } // namespace nexwire

@@ -114,7 +114,7 @@ struct NEXWIRE_API HotSpot : IInboundData {
     double dXPos = 0.0;
     double dYPos = 0.0;
     std::string color;
-    std::int32_t picIndex = 0; ///< 0 to 255: which icon of the client's set.
+    std::int32_t picIndex = 0; ///< Which icon of the client's set, 0 to 255.
     double startAngle = 0.0;   ///< Degrees, 0 to the right, clockwise.
     double spanAngle = 0.0;    ///< Degrees, 0 without sector to 360.
     double sectorRadius = 0.0; ///< Pixels.
@@ -169,7 +169,7 @@ struct NEXWIRE_API HotZone : IInboundData {
     double dXPos = 0.0;        ///< Where its icon stands.
     double dYPos = 0.0;
     std::string color;
-    std::int32_t picIndex = 0;           ///< 0 to 255: which icon of the client's set.
+    std::int32_t picIndex = 0;           ///< Which icon of the client's set, 0 to 255.
     std::vector<HotZonePoint> pointList; ///< Corners in order; at least 3, or none for the icon alone.
     NEXWIRE_JSON
 };

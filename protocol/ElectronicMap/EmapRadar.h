@@ -54,7 +54,7 @@ struct NEXWIRE_API DetectInfoCapData : IInboundData {
 
 /// How the zones of a radar come about.
 struct NEXWIRE_API ZoneDrawingMode : IInboundData {
-    std::string mode;         ///< One of: "manual", "walking": drawn on the map, or walked along on the ground.
+    std::string mode;         ///< One of: "manual" drawn on the map, "walking" walked along on the ground.
     bool keepPosition = true; ///< Zones stay where they are on the map when the radar's view is turned.
     NEXWIRE_JSON
 };
@@ -66,7 +66,7 @@ struct NEXWIRE_API ZoneIn : IInboundData {
     std::string zoneType;    ///< One of: "detection", "ignored", "line".
     bool enable = false;
     std::int32_t subSysNo = 0;         ///< Subsystem that arms it.
-    std::int32_t alarmDelay = 0;       ///< Seconds from entering the zone to the alarm, 0 to 300.
+    std::int32_t alarmDelay = 0;       ///< From entering the zone to the alarm, 0 to 300 s.
     std::string direction;             ///< Of a line. One of: "both", "leftToRight", "rightToLeft".
     std::vector<RadarPoint> pointList; ///< Corners in order; two for a line.
     NEXWIRE_JSON
@@ -173,7 +173,7 @@ struct NEXWIRE_API LandformsLearningDataCap : IInboundData {
 struct NEXWIRE_API LandformsLearning : IInboundData {
     std::int32_t zoneNo = 0;
     std::string status;                  ///< One of: "idle", "learning", "done", "failed".
-    std::int32_t progress = 0;           ///< Per cent, 0 to 100.
+    std::int32_t progress = 0;           ///< 0 to 100 %.
     std::string learnedTime;             ///< When it was done, ISO 8601; empty: never.
     std::vector<RadarPoint> outlineList; ///< Edge of what it can see.
     NEXWIRE_JSON
@@ -188,7 +188,7 @@ struct NEXWIRE_API LandformsLearningDataRe : IInboundData {
 /// How a radar reports targets to maps.
 struct NEXWIRE_API DisplayMode : IInboundData {
     std::string mode;               ///< One of: "target", "track", "pointCloud".
-    std::int32_t trackHoldTime = 0; ///< Seconds that the track of a lost target stays, 0 to 600.
+    std::int32_t trackHoldTime = 0; ///< How long the track of a lost target stays, 0 to 600 s.
     bool showTargetNo = false;
     NEXWIRE_JSON
 };
@@ -200,7 +200,7 @@ struct NEXWIRE_API VideoLinkage : IInboundData {
     std::string cameraGuid;
     std::int32_t channelNo = 0; ///< Of the camera, from 1.
     std::int32_t presetNo = 0;  ///< Preset that it turns to; 0: it follows the target.
-    std::int32_t dwellTime = 0; ///< Seconds that it stays, 0 to 600.
+    std::int32_t dwellTime = 0; ///< How long it stays, 0 to 600 s.
     NEXWIRE_JSON
 };
 
@@ -249,7 +249,7 @@ struct NEXWIRE_API EnvironmentManualLearningCapData : IInboundData {
 /// How far learning has come.
 struct NEXWIRE_API LearningStatus : IInboundData {
     std::string status;         ///< One of: "idle", "learning", "done", "failed".
-    std::int32_t progress = 0;  ///< Per cent, 0 to 100.
+    std::int32_t progress = 0;  ///< 0 to 100 %.
     std::int32_t remaining = 0; ///< Seconds; 0 when it does not learn.
     NEXWIRE_JSON
 };

@@ -14,7 +14,7 @@ struct NEXWIRE_API MatrialResource : IInboundData {
     std::string fileName;       ///< With its ending; empty for texts and pages.
     std::string fileData;       ///< The file, Base64; empty for texts and pages.
     std::string content;        ///< The text, or the page's address.
-    std::int32_t duration = 10; ///< Seconds that it stays, 1 to 86400.
+    std::int32_t duration = 10; ///< How long it stays, 1 to 86400 s.
     std::string remark;         ///< Up to 256 characters.
     NEXWIRE_JSON
 };
@@ -62,7 +62,7 @@ struct NEXWIRE_API MatrialResourceRespone : IReturnData {
 /// A material's place in what is published.
 struct NEXWIRE_API PublishItem : IInboundData {
     std::string materialGuid;
-    std::int32_t duration = 0; ///< Seconds, 0 to 86400; 0: as the material says.
+    std::int32_t duration = 0; ///< 0 to 86400 s; 0: as the material says.
     std::string region;        ///< Part of the screen. One of: "full", "top", "bottom", "left", "right".
     NEXWIRE_JSON
 };
@@ -70,7 +70,7 @@ struct NEXWIRE_API PublishItem : IInboundData {
 /// What is to be published, and on which terminals.
 struct NEXWIRE_API CachePublishData : IInboundData {
     std::string name;        ///< Up to 64 characters.
-    std::string publishMode; ///< One of: "schedule", "insert", "clear": by the clock, at once, or take everything off.
+    std::string publishMode; ///< One of: "schedule" by the clock, "insert" at once, "clear" everything off.
     std::string beginTime;   ///< Empty: at once.
     std::string endTime;     ///< Empty: until something else is published.
     std::vector<std::string> deviceGuidList;   ///< Release servers.
@@ -91,7 +91,7 @@ struct NEXWIRE_API CachePublishDataResult : IReturnData {
 struct NEXWIRE_API TerminalProgress : IReturnData {
     std::string terminalGuid;
     std::string terminalName;
-    std::int32_t progress = 0;  ///< Per cent, 0 to 100.
+    std::int32_t progress = 0;  ///< 0 to 100 %.
     std::string state;          ///< One of: "waiting", "running", "done", "failed", "stopped".
     std::int32_t errorCode = 0; ///< Why it failed, the terminal's number; 0 none.
     NEXWIRE_JSON
@@ -99,7 +99,7 @@ struct NEXWIRE_API TerminalProgress : IReturnData {
 
 /// How far a release has come.
 struct NEXWIRE_API PublicReleaseProgress : IReturnData {
-    std::int32_t progress = 0; ///< Per cent over all terminals, 0 to 100.
+    std::int32_t progress = 0; ///< Over all terminals, 0 to 100 %.
     std::string state;         ///< One of: "waiting", "running", "done", "failed", "stopped".
     std::vector<TerminalProgress> terminalProgressList;
     NEXWIRE_JSON
@@ -117,7 +117,7 @@ struct NEXWIRE_API TerminalUpgrade : IInboundData {
 
 /// How far an upgrade has come.
 struct NEXWIRE_API TerminalUpgradeProgress : IReturnData {
-    std::int32_t progress = 0; ///< Per cent over all terminals, 0 to 100.
+    std::int32_t progress = 0; ///< Over all terminals, 0 to 100 %.
     std::string state;         ///< One of: "waiting", "running", "done", "failed", "stopped".
     std::vector<TerminalProgress> terminalProgressList;
     NEXWIRE_JSON
@@ -127,8 +127,8 @@ struct NEXWIRE_API TerminalUpgradeProgress : IReturnData {
 struct NEXWIRE_API TerminalScreenShot : IInboundData {
     std::string terminalGuid;
     std::string pictureFormat; ///< One of: "jpeg", "png".
-    std::int32_t width = 0;    ///< Pixels, 0 to 7680; 0: as the screen.
-    std::int32_t height = 0;   ///< Pixels, 0 to 4320; 0: as the screen.
+    std::int32_t width = 0;    ///< 0 to 7680 pixels; 0: as the screen.
+    std::int32_t height = 0;   ///< 0 to 4320 pixels; 0: as the screen.
     NEXWIRE_JSON
 };
 

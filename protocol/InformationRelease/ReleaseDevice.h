@@ -37,7 +37,7 @@ struct NEXWIRE_API DeviceUpgradeCon : IInboundData {
 
 /// How far a transfer, an upgrade or a connection has come.
 struct NEXWIRE_API BatchProgressValue : IInboundData {
-    std::int32_t progress = 0;  ///< Per cent, 0 to 100.
+    std::int32_t progress = 0;  ///< 0 to 100 %.
     std::string state;          ///< One of: "waiting", "running", "done", "failed", "stopped".
     std::int32_t errorCode = 0; ///< Why it failed, the server's number; 0 none.
     std::string detail;         ///< What it is doing, or the words for the failure; may be empty.
@@ -77,7 +77,7 @@ struct NEXWIRE_API RemoteConnectParam : IInboundData {
     std::string terminalGuid;  ///< Empty: the server itself.
     std::string address;       ///< Where the connection is to come to.
     std::int32_t port = 0;     ///< 1 to 65535.
-    std::int32_t duration = 0; ///< Minutes until it closes by itself, 0 to 1440; 0: when it is closed.
+    std::int32_t duration = 0; ///< Until it closes by itself, 0 to 1440 min; 0: when it is closed.
     NEXWIRE_JSON
 };
 
