@@ -463,18 +463,6 @@ private:
 
 // ---- Plain records ----
 
-const RecordTable* FindRecord(const std::string& name)
-{
-    for (const HeaderRows* header : AllHeaders()) {
-        for (const RecordTable& record : header->records) {
-            if (name == record.name) {
-                return &record;
-            }
-        }
-    }
-    return nullptr;
-}
-
 using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
 template <class T>
@@ -787,6 +775,18 @@ const TypeOps& PlainType<AnyStructure>()
 {
     static const Plain<AnyStructure> type(Shape::AnyStructure, "void*");
     return type;
+}
+
+const RecordTable* FindRecord(const std::string& name)
+{
+    for (const HeaderRows* header : AllHeaders()) {
+        for (const RecordTable& record : header->records) {
+            if (name == record.name) {
+                return &record;
+            }
+        }
+    }
+    return nullptr;
 }
 
 const TypeOps& NamedType(const std::string& name, bool list)

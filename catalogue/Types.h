@@ -112,6 +112,10 @@ const TypeOps& PlainType<protocol::ReturnData>();
 template <>
 const TypeOps& PlainType<AnyStructure>();
 
+struct RecordTable;
+/// The plain record of that name, or null.
+const RecordTable* FindRecord(const std::string& name);
+
 /// The structure or record of that name, or a list of them.
 const TypeOps& NamedType(const std::string& name, bool list);
 

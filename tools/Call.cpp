@@ -7,6 +7,7 @@
 #include <keel/Log.h>
 
 #include "catalogue/Find.h"
+#include "catalogue/Observed.h"
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
@@ -17,8 +18,8 @@
 #include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
 #include "tools/Example.h"
-#include "tools/Observed.h"
 #include "tools/Secrets.h"
+#include "tools/Verbs.h"
 
 namespace nexwire {
 namespace tools {

@@ -2,9 +2,10 @@
 
 #include "catalogue/Comments.h"
 #include "catalogue/Find.h"
+#include "catalogue/Observed.h"
 #include "tools/Commands.h"
 #include "tools/Example.h"
-#include "tools/Observed.h"
+#include "tools/Verbs.h"
 
 namespace nexwire {
 namespace tools {
@@ -28,7 +29,7 @@ std::string Indented(const std::string& text, const std::string& indent)
     return result;
 }
 
-std::string Request(const Observed& observed, const Style& style)
+std::string Request(const catalogue::Observed& observed, const Style& style)
 {
     std::string text = style.Heading("Request") + "\n";
     if (!observed.sent) {
@@ -61,7 +62,7 @@ std::string Request(const Observed& observed, const Style& style)
     return text + "\n";
 }
 
-std::string Body(const Observed& observed, const Style& style)
+std::string Body(const catalogue::Observed& observed, const Style& style)
 {
     std::string text = style.Heading("Body") + "\n";
     if (observed.request.body.empty()) {
@@ -78,8 +79,8 @@ std::string Body(const Observed& observed, const Style& style)
     return text;
 }
 
-std::string Arguments(const catalogue::Function& function, const catalogue::FunctionDoc& doc, Observer& observer,
-                      const Style& style)
+std::string Arguments(const catalogue::Function& function, const catalogue::FunctionDoc& doc,
+                      catalogue::Observer& observer, const Style& style)
 {
     if (function.Arguments().empty()) {
         return "";
@@ -105,21 +106,21 @@ std::string Arguments(const catalogue::Function& function, const catalogue::Func
     return text + "\n";
 }
 
-std::string Structures(const Observed& observed, const Style& style)
+std::string Structures(const catalogue::Observed& observed, const Style& style)
 {
     std::string text;
-    for (const std::string& name : Reachable(StructuresOf(observed))) {
-        const StructureView view = ViewOf(name);
+    for (const std::string& name : catalogue::Reachable(catalogue::StructuresOf(observed))) {
+        const catalogue::StructureView view = catalogue::ViewOf(name);
         text += (text.empty() ? style.Heading("Structures") + "\n" : "\n") + std::string("  ") + style.Name(name) +
                 (view.rootName.empty() ? "" : style.Faint("  sent as \"" + view.rootName + "\"")) + "\n";
         text += Wrapped(view.doc, kTextWidth - 4, "    ");
         std::size_t keys = 0;
         std::size_t types = 0;
-        for (const MemberView& member : view.members) {
+        for (const catalogue::MemberView& member : view.members) {
             keys = std::max(keys, member.key.size());
             types = std::max(types, member.type.size());
         }
-        for (const MemberView& member : view.members) {
+        for (const catalogue::MemberView& member : view.members) {
             const std::string line = "    " + Padded(member.key, keys) + "  " + Padded(member.type, types);
             const std::size_t room = line.size() + 22 < kTextWidth ? kTextWidth - line.size() : 20;
             std::string doc = Wrapped(member.doc, room, std::string(line.size() + 2, ' '));
@@ -133,7 +134,7 @@ std::string Structures(const Observed& observed, const Style& style)
     return text;
 }
 
-std::string Page(const Observed& observed, Observer& observer, const Style& style)
+std::string Page(const catalogue::Observed& observed, catalogue::Observer& observer, const Style& style)
 {
     const catalogue::Function& function = *observed.function;
     const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
@@ -144,8 +145,9 @@ std::string Page(const Observed& observed, Observer& observer, const Style& styl
     }
     text += Wrapped(catalogue::DocOfClass(function.ClassName()), kTextWidth, "  ");
     text += Wrapped(catalogue::RemarkOfClass(function.ClassName()), kTextWidth, "  ");
-    text +=
-        "\n" + Indented("#include <" + std::string(function.Header()) + ">\n" + DeclarationOf(function), "  ") + "\n";
+    text += "\n" +
+            Indented("#include <" + std::string(function.Header()) + ">\n" + catalogue::DeclarationOf(function), "  ") +
+            "\n";
     text += Request(observed, style) + Arguments(function, doc, observer, style) + Body(observed, style);
     text += style.Heading("Result") + "\n";
     if (observed.outputStructure.empty()) {
@@ -188,7 +190,7 @@ int Describe(const DescribeOptions& options, const Style& style)
         Complain(text);
         return kUsage;
     }
-    Observer observer;
+    catalogue::Observer observer;
     Print(Page(observer.Observe(*found.front()), observer, style));
     return kDone;
 }

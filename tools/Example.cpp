@@ -8,8 +8,8 @@
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 
+#include "catalogue/Observed.h"
 #include "tools/Console.h"
-#include "tools/Observed.h"
 
 namespace nexwire {
 namespace tools {
@@ -44,7 +44,7 @@ using Outer = std::vector<std::string>;
 
 rapidjson::Value SampleOf(const std::string& structure, Outer& outer, Allocator& allocator);
 
-rapidjson::Value SampleOf(const MemberView& member, Outer& outer, Allocator& allocator)
+rapidjson::Value SampleOf(const catalogue::MemberView& member, Outer& outer, Allocator& allocator)
 {
     rapidjson::Value value;
     if (!member.structure.empty()) {
@@ -80,7 +80,7 @@ rapidjson::Value SampleOf(const std::string& structure, Outer& outer, Allocator&
 {
     rapidjson::Value object(rapidjson::kObjectType);
     outer.push_back(structure);
-    for (const MemberView& member : ViewOf(structure).members) {
+    for (const catalogue::MemberView& member : catalogue::ViewOf(structure).members) {
         object.AddMember(rapidjson::Value(member.key.c_str(), allocator), SampleOf(member, outer, allocator),
                          allocator);
     }
@@ -88,9 +88,9 @@ rapidjson::Value SampleOf(const std::string& structure, Outer& outer, Allocator&
     return object;
 }
 
-const MemberView* Find(const StructureView& view, const char* key)
+const catalogue::MemberView* Find(const catalogue::StructureView& view, const char* key)
 {
-    for (const MemberView& member : view.members) {
+    for (const catalogue::MemberView& member : view.members) {
         if (member.key == key) {
             return &member;
         }
@@ -100,10 +100,10 @@ const MemberView* Find(const StructureView& view, const char* key)
 
 void Fill(rapidjson::Value& object, const std::string& structure, Outer& outer, Allocator& allocator)
 {
-    const StructureView view = ViewOf(structure);
+    const catalogue::StructureView view = catalogue::ViewOf(structure);
     outer.push_back(structure);
     for (auto& entry : object.GetObject()) {
-        const MemberView* const member = Find(view, entry.name.GetString());
+        const catalogue::MemberView* const member = Find(view, entry.name.GetString());
         if (member == nullptr) {
             continue;
         }
@@ -125,7 +125,7 @@ void Fill(rapidjson::Value& object, const std::string& structure, Outer& outer, 
 }
 
 /// The object that has the structure's members.
-rapidjson::Value* MembersIn(rapidjson::Value& value, const StructureView& view)
+rapidjson::Value* MembersIn(rapidjson::Value& value, const catalogue::StructureView& view)
 {
     if (!value.IsObject()) {
         return nullptr;
@@ -150,12 +150,12 @@ public:
         const std::string indent(depth * 2, ' ');
         if (value.IsObject() && value.MemberCount() > 0) {
             lines_.push_back({indent + before + "{", comment});
-            const StructureView view = ViewOf(structure);
+            const catalogue::StructureView view = catalogue::ViewOf(structure);
             std::size_t left = value.MemberCount();
             for (const auto& entry : value.GetObject()) {
                 const std::string key = entry.name.GetString();
                 const bool wraps = !root.empty() && key == root && value.MemberCount() == 1;
-                const MemberView* const member = wraps ? nullptr : Find(view, key.c_str());
+                const catalogue::MemberView* const member = wraps ? nullptr : Find(view, key.c_str());
                 const std::string inner = wraps ? structure : member == nullptr ? "" : member->structure;
                 const std::string doc = wraps ? view.doc : member == nullptr ? "" : member->doc;
                 Value(entry.value, inner, "", depth + 1, Text(entry.name) + ": ", --left > 0 ? "," : "", doc);
@@ -246,7 +246,7 @@ std::string Filled(const std::string& json, const std::string& structure)
     if (document.Parse(json.c_str()).HasParseError()) {
         return json;
     }
-    rapidjson::Value* const members = MembersIn(document, ViewOf(structure));
+    rapidjson::Value* const members = MembersIn(document, catalogue::ViewOf(structure));
     if (members != nullptr) {
         Outer outer;
         Fill(*members, structure, outer, document.GetAllocator());
@@ -264,7 +264,7 @@ std::string Commented(const std::string& json, const std::string& structure)
         return json + "\n";
     }
     Commenter commenter;
-    commenter.Value(document, structure, ViewOf(structure).rootName, 0, "", "", "");
+    commenter.Value(document, structure, catalogue::ViewOf(structure).rootName, 0, "", "", "");
     return commenter.Finished();
 }
 

@@ -1,8 +1,9 @@
 #include <algorithm>
 
 #include "catalogue/Find.h"
+#include "catalogue/Observed.h"
 #include "tools/Commands.h"
-#include "tools/Observed.h"
+#include "tools/Verbs.h"
 
 namespace nexwire {
 namespace tools {
@@ -20,7 +21,7 @@ struct Row {
     std::string wire;
 };
 
-std::string Wire(const Observed& observed)
+std::string Wire(const catalogue::Observed& observed)
 {
     if (!observed.sent) {
         return "sends nothing";
@@ -50,9 +51,9 @@ int List(const ListOptions& options, const Style& style)
             }
         }
     } else {
-        Observer observer;
+        catalogue::Observer observer;
         for (const catalogue::Function& function : catalogue::All()) {
-            const Observed observed = observer.Observe(function);
+            const catalogue::Observed observed = observer.Observe(function);
             const std::string text =
                 catalogue::SearchText(function) + " " +
                 catalogue::LowerCase(observed.path + " " + observed.bodyStructure + " " + Wire(observed));

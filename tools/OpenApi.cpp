@@ -11,10 +11,11 @@
 
 #include "catalogue/Comments.h"
 #include "catalogue/Find.h"
+#include "catalogue/Observed.h"
 #include "catalogue/Structures.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 #include "tools/Example.h"
-#include "tools/Observed.h"
+#include "tools/Verbs.h"
 
 namespace nexwire {
 namespace tools {
@@ -76,7 +77,7 @@ std::vector<std::string> Vocabulary(const std::string& doc)
     return words;
 }
 
-std::string OperationId(const Observed& observed)
+std::string OperationId(const catalogue::Observed& observed)
 {
     std::string id = observed.name;
     for (std::size_t at = id.find("::"); at != std::string::npos; at = id.find("::")) {
@@ -101,10 +102,10 @@ public:
     {
         document_.SetObject();
         Info();
-        Observer observer;
-        std::vector<Observed> all;
+        catalogue::Observer observer;
+        std::vector<catalogue::Observed> all;
         for (const catalogue::Function& function : catalogue::All()) {
-            Observed observed = observer.Observe(function);
+            catalogue::Observed observed = observer.Observe(function);
             if (observed.sent) {
                 all.push_back(std::move(observed));
             }
@@ -120,7 +121,7 @@ public:
     }
 
 private:
-    using Group = std::vector<const Observed*>;
+    using Group = std::vector<const catalogue::Observed*>;
 
     Value Text(const std::string& text)
     {
@@ -210,11 +211,11 @@ private:
         return servers;
     }
 
-    void Tags(const std::vector<Observed>& all)
+    void Tags(const std::vector<catalogue::Observed>& all)
     {
         Value tags = Array();
         std::set<std::string> seen;
-        for (const Observed& observed : all) {
+        for (const catalogue::Observed& observed : all) {
             if (seen.insert(observed.function->Module()).second) {
                 Value tag = Object();
                 Add(tag, "name", observed.function->Module());
@@ -224,12 +225,12 @@ private:
         Add(document_, "tags", std::move(tags));
     }
 
-    void Paths(const std::vector<Observed>& all)
+    void Paths(const std::vector<catalogue::Observed>& all)
     {
         // In the order of the catalogue; the first function names the identifiers.
         std::vector<std::string> order;
         std::map<std::string, std::map<std::string, Group>> byPath;
-        for (const Observed& observed : all) {
+        for (const catalogue::Observed& observed : all) {
             const std::string bare = WithoutNames(observed.path);
             if (byPath.find(bare) == byPath.end()) {
                 order.push_back(bare);
@@ -240,7 +241,7 @@ private:
         for (const std::string& bare : order) {
             Value item = Object();
             const std::map<std::string, Group>& verbs = byPath[bare];
-            const Observed& first = *verbs.begin()->second.front();
+            const catalogue::Observed& first = *verbs.begin()->second.front();
             if (first.direct) {
                 Add(item, "servers", Server("http://{host}:{port}", "The video wall service", "127.0.0.1", "8090"));
             }
@@ -276,7 +277,7 @@ private:
         return parameters;
     }
 
-    std::string Told(const Observed& observed)
+    std::string Told(const catalogue::Observed& observed)
     {
         const catalogue::FunctionDoc doc = catalogue::DocOfFunction(*observed.function);
         return doc.text.empty() ? catalogue::DocOfClass(observed.function->ClassName()) : doc.text;
@@ -293,7 +294,7 @@ private:
     {
         std::string text;
         if (!group.front()->passThrough) {
-            for (const Observed* observed : group) {
+            for (const catalogue::Observed* observed : group) {
                 const std::string told = Told(*observed);
                 text += (text.empty() ? "" : "\n\n") + std::string("`") + observed->name + "`" +
                         (told.empty() ? "" : ": " + told);
@@ -302,7 +303,7 @@ private:
         }
         text = "Relays a command to the device. `inBuffer` and `outBuffer` carry JSON as text.\n\n"
                "| command | condition | function | inBuffer | outBuffer |\n|---|---|---|---|---|";
-        for (const Observed* observed : group) {
+        for (const catalogue::Observed* observed : group) {
             const bool given = !observed->deviceInput.empty();
             text += "\n| " + (observed->command == 0 ? "the caller's" : std::to_string(observed->command)) + " | " +
                     observed->condition + " | `" + observed->name + "` | " +
@@ -322,7 +323,7 @@ private:
 
     Value Operation(const Group& group)
     {
-        const Observed& first = *group.front();
+        const catalogue::Observed& first = *group.front();
         Value operation = Object();
         Add(operation, "operationId", OperationId(first));
         const std::string summary = first.passThrough ? "Command to a device" : FirstSentence(Told(first));
@@ -331,7 +332,7 @@ private:
         Value tags = Array();
         std::set<std::string> modules;
         Value functions = Array();
-        for (const Observed* observed : group) {
+        for (const catalogue::Observed* observed : group) {
             if (modules.insert(observed->function->Module()).second) {
                 Push(tags, Text(observed->function->Module()));
             }
@@ -347,8 +348,8 @@ private:
         if (!headers.Empty()) {
             Add(operation, "parameters", std::move(headers));
         }
-        const bool anyBody =
-            std::any_of(group.begin(), group.end(), [](const Observed* each) { return !each->request.body.empty(); });
+        const bool anyBody = std::any_of(group.begin(), group.end(),
+                                         [](const catalogue::Observed* each) { return !each->request.body.empty(); });
         if (anyBody) {
             Add(operation, "requestBody", Body(group));
         }
@@ -363,7 +364,7 @@ private:
     {
         Value headers = Array();
         std::set<std::string> seen;
-        for (const Observed* observed : group) {
+        for (const catalogue::Observed* observed : group) {
             for (const auto& header : observed->request.headers) {
                 const std::string lower = catalogue::LowerCase(header.first);
                 if (lower == "accept" || lower == "content-type" || lower == "authorization" ||
@@ -386,13 +387,13 @@ private:
         return headers;
     }
 
-    Value BodySchema(const Observed& observed)
+    Value BodySchema(const catalogue::Observed& observed)
     {
         if (observed.bodyStructure.empty()) {
             return observed.direct && !observed.inputStructure.empty() ? Reference(observed.inputStructure)
                                                                        : OfType("object");
         }
-        const std::string root = ViewOf(observed.bodyStructure).rootName;
+        const std::string root = catalogue::ViewOf(observed.bodyStructure).rootName;
         Value properties = Object();
         Add(properties, root, Reference(observed.bodyStructure));
         Value required = Array();
@@ -409,7 +410,7 @@ private:
         std::map<std::string, Value> examples;
         std::set<std::string> seen;
         bool always = true;
-        for (const Observed* observed : group) {
+        for (const catalogue::Observed* observed : group) {
             if (observed->request.body.empty()) {
                 always = false;
                 continue;
@@ -451,7 +452,7 @@ private:
     }
 
     /// What "data" holds.
-    Value DataSchema(const Observed& observed)
+    Value DataSchema(const catalogue::Observed& observed)
     {
         if (observed.passThrough) {
             const bool batch = observed.path.find("/batch") != std::string::npos;
@@ -469,7 +470,7 @@ private:
     {
         std::vector<Value> data;
         std::set<std::string> seen;
-        for (const Observed* observed : group) {
+        for (const catalogue::Observed* observed : group) {
             const std::string key = observed->passThrough ? WithoutNames(observed->path) : observed->outputStructure;
             if (seen.insert(key).second) {
                 data.push_back(DataSchema(*observed));
@@ -499,7 +500,7 @@ private:
         return response;
     }
 
-    Value MemberSchema(const MemberView& member)
+    Value MemberSchema(const catalogue::MemberView& member)
     {
         Value element;
         if (!member.structure.empty()) {
@@ -559,15 +560,15 @@ private:
         for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
             used_.insert(structure.name);
         }
-        const std::vector<std::string> all = Reachable(std::vector<std::string>(used_.begin(), used_.end()));
+        const std::vector<std::string> all = catalogue::Reachable(std::vector<std::string>(used_.begin(), used_.end()));
         for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
-            const StructureView view = ViewOf(name);
+            const catalogue::StructureView view = catalogue::ViewOf(name);
             Value schema = OfType("object");
             if (!view.doc.empty()) {
                 Add(schema, "description", view.doc);
             }
             Value properties = Object();
-            for (const MemberView& member : view.members) {
+            for (const catalogue::MemberView& member : view.members) {
                 Add(properties, member.key, MemberSchema(member));
             }
             if (!view.members.empty()) {

@@ -9,9 +9,10 @@
 
 #include "catalogue/Comments.h"
 #include "catalogue/Find.h"
+#include "catalogue/Observed.h"
 #include "catalogue/Structures.h"
 #include "tools/Example.h"
-#include "tools/Observed.h"
+#include "tools/Verbs.h"
 
 namespace nexwire {
 namespace tools {
@@ -39,7 +40,8 @@ void Member(Json& json, const char* key, const std::string& text)
     }
 }
 
-void Arguments(Json& json, const Observed& observed, const catalogue::FunctionDoc& doc, Observer& observer)
+void Arguments(Json& json, const catalogue::Observed& observed, const catalogue::FunctionDoc& doc,
+               catalogue::Observer& observer)
 {
     const std::vector<Argument>& arguments = observed.function->Arguments();
     json.Key("arguments");
@@ -70,7 +72,8 @@ void Lines(Json& json, const char* key, const std::map<std::string, std::string>
     json.EndArray();
 }
 
-void FunctionData(Json& json, const Observed& observed, Observer& observer, std::set<std::string>& used)
+void FunctionData(Json& json, const catalogue::Observed& observed, catalogue::Observer& observer,
+                  std::set<std::string>& used)
 {
     const catalogue::Function& function = *observed.function;
     const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
@@ -78,7 +81,7 @@ void FunctionData(Json& json, const Observed& observed, Observer& observer, std:
     Member(json, "name", observed.name);
     Member(json, "module", function.Module());
     Member(json, "class", function.ClassName());
-    Member(json, "declaration", DeclarationOf(function));
+    Member(json, "declaration", catalogue::DeclarationOf(function));
     Member(json, "header", function.Header());
     Member(json, "doc", doc.text);
     Member(json, "returns", doc.returns);
@@ -119,7 +122,7 @@ void FunctionData(Json& json, const Observed& observed, Observer& observer, std:
     json.Bool(observed.outputIsList);
     json.Key("structures");
     json.StartArray();
-    for (const std::string& name : StructuresOf(observed)) {
+    for (const std::string& name : catalogue::StructuresOf(observed)) {
         used.insert(name);
         Text(json, name);
     }
@@ -129,14 +132,14 @@ void FunctionData(Json& json, const Observed& observed, Observer& observer, std:
 
 void StructureData(Json& json, const std::string& name)
 {
-    const StructureView view = ViewOf(name);
+    const catalogue::StructureView view = catalogue::ViewOf(name);
     json.Key(name.c_str());
     json.StartObject();
     Member(json, "doc", view.doc);
     Member(json, "root", view.rootName);
     json.Key("members");
     json.StartArray();
-    for (const MemberView& member : view.members) {
+    for (const catalogue::MemberView& member : view.members) {
         json.StartArray();
         Text(json, member.key);
         Text(json, member.type);
@@ -152,7 +155,7 @@ std::string Data()
 {
     rapidjson::StringBuffer buffer;
     Json json(buffer);
-    Observer observer;
+    catalogue::Observer observer;
     std::vector<std::string> modules;
     std::set<std::string> classes;
     std::set<std::string> used;
@@ -188,7 +191,7 @@ std::string Data()
     for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
         used.insert(structure.name);
     }
-    const std::vector<std::string> all = Reachable(std::vector<std::string>(used.begin(), used.end()));
+    const std::vector<std::string> all = catalogue::Reachable(std::vector<std::string>(used.begin(), used.end()));
     for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
         StructureData(json, name);
     }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <keel/GuidUtil.h>
@@ -43,6 +44,24 @@ public:
         return text.str();
     }
 
+    /// What has been logged since the last call, without time, thread and place: "INFO text" or "ERROR text".
+    std::vector<std::string> NewLines()
+    {
+        const std::string text = Text();
+        std::vector<std::string> lines;
+        while (read_ < text.size()) {
+            const std::size_t end = text.find('\n', read_);
+            const std::string line = text.substr(read_, end - read_);
+            const std::size_t level = line.find(' ', line.find(' ') + 1) + 1;
+            const std::size_t message = line.find(" root ") + 6;
+            const std::size_t place = line.rfind(" [", line.rfind(".cpp:"));
+            lines.push_back(line.substr(level, line.find(' ', level) - level) + " " +
+                            line.substr(message, place - message));
+            read_ = end + 1;
+        }
+        return lines;
+    }
+
     /// How often `part` was logged.
     std::size_t Count(const std::string& part) const
     {
@@ -58,6 +77,7 @@ private:
     static Keel::details::CLog& Log() { return Keel::CSingleton<Keel::details::CLog>::Instance(); }
 
     std::filesystem::path path_;
+    std::size_t read_ = 0;
 };
 
 } // namespace test

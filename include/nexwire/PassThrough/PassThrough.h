@@ -31,10 +31,12 @@ public:
                                           const protocol::DagPassThroughReq& request, const std::string& deviceGuid,
                                           int timeoutMs);
 
-    /// One step of a batch on the internal route. @param errorText  receives the last error's text on failure.
+    /// One step of a batch on the internal route. @param errorText  receives on failure the text of the executor's
+    /// error, or what else went wrong.
     static bool batchPassThroughRequest(const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
                                         protocol::BatchPassThroughRspData& response, std::string& errorText);
-    /// One step of a batch on the external route. @param error  receives the last error on failure.
+    /// One step of a batch on the external route. @param error  receives on failure the executor's error, or {0, 0}
+    /// with a text when nothing was sent or the answer could not be read.
     static bool batchPassThroughRequestExternal(protocol::BatchPassThroughRspData& response,
                                                 Keel::Error::ErrorCode& error,
                                                 const protocol::BatchPassThroughReq& request,
@@ -43,7 +45,7 @@ public:
     /// Sets the structure that `data` points at with a command of the caller's choice, on the external route.
     ///
     /// @param data       a structure derived from `protocol::IInboundData`; null sends no input.
-    /// @param errorText  receives the last error's text on failure.
+    /// @param errorText  as for batches.
     static bool setSchedule(int command, void* data, const std::string& deviceGuid, std::string& errorText);
 };
 

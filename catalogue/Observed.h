@@ -6,15 +6,17 @@
 #include "catalogue/Catalogue.h"
 
 namespace nexwire {
-namespace tools {
+namespace catalogue {
 
 /// A member of a structure as everything that documents it shows it.
 struct MemberView {
     std::string key;
+    core::Kind kind = core::Kind::Text;
     std::string type;      ///< "text", "list of integers", "PersonnelAdd", "list of PersonnelAdd".
     std::string structure; ///< Set for members that are one or a list of them.
     bool list = false;
     std::string doc;
+    const Limits* limits = nullptr; ///< Never null in a view.
 };
 
 /// A structure or a plain record.
@@ -33,8 +35,8 @@ std::vector<std::string> Reachable(const std::vector<std::string>& structures);
 
 /// What is known of a function from running it once.
 struct Observed {
-    const catalogue::Function* function = nullptr;
-    std::string name; ///< Unique, see `catalogue::UniqueName`.
+    const Function* function = nullptr;
+    std::string name; ///< Unique, see `UniqueName`.
     bool sent = false;
     bool direct = false; ///< Straight to the video wall service.
     RequestParams request{"", 0};
@@ -45,8 +47,10 @@ struct Observed {
     std::string outputStructure; ///< Of "data", or of the text that a device answers; empty without one.
     bool outputIsList = false;   ///< The result is a list of them.
     std::string bodyStructure;   ///< Of the whole body, where a structure has its root name.
+    std::string root;            ///< That name: the only key of a body that is an object with one member.
 
     bool passThrough = false; ///< Relayed to a device.
+    bool batch = false;       ///< As one step of a batch.
     int command = 0;          ///< Code of the relayed command.
     std::string condition;    ///< Its condition, with arguments by name in braces.
     std::string deviceInput;  ///< JSON of the structure that the device receives.
@@ -60,25 +64,20 @@ struct Observed {
 std::vector<std::string> StructuresOf(const Observed& observed);
 
 /// The function's declaration in its header, the parameters on lines of their own when it is long.
-std::string DeclarationOf(const catalogue::Function& function);
+std::string DeclarationOf(const Function& function);
 
 /// Runs functions against a recorder. Not more than one at a time in a process; the library must not be initialised.
 class Observer {
 public:
-    Observed Observe(const catalogue::Function& function);
+    Observed Observe(const Function& function);
 
     /// Whether what an argument holds before the call has a part in the request. Results do not, unless they are
     /// requests that come back filled.
-    bool Travels(const catalogue::Function& function, std::size_t index);
+    bool Travels(const Function& function, std::size_t index);
 
 private:
-    catalogue::Recorder recorder_;
+    Recorder recorder_;
 };
 
-/// The verb that the host kit maps a method code to.
-std::string VerbOf(int method);
-/// What the code stands for: "read", "write", "query", "remove".
-std::string MeaningOf(int method);
-
-} // namespace tools
+} // namespace catalogue
 } // namespace nexwire

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "VideoWall/Wall.h"
 #include "nexwire/VideoWall/VideoWall.h"
 #include "simulator/VideoWallService.h"
-#include "videowall/Wall.h"
 
 namespace wall_test {
 namespace {

@@ -1,6 +1,6 @@
 // A program of its own: nobody here says where the service is.
 
-#include "videowall/Wall.h"
+#include "VideoWall/Wall.h"
 
 namespace wall_test {
 namespace {

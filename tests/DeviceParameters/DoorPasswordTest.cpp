@@ -1,8 +1,9 @@
 #include <stdexcept>
 
 #include "nexwire/DeviceParameters/AcsParam.h"
+#include "support/DeviceAnswer.h"
 #include "support/LogCapture.h"
-#include "support/RequestVectors.h"
+#include "support/StubExecutor.h"
 
 namespace {
 
@@ -179,24 +180,6 @@ TEST(DoorPasswordWithoutEncryption, CountsAsFailure)
     EXPECT_EQ(door.doorName, "before");
     EXPECT_EQ(log.Count("AESEncryption failed!"), 1U);
     EXPECT_EQ(log.Count("AESDecryption failed!"), 0U);
-}
-
-TEST(DoorPasswordOnThePlatform, AreEncryptedByAnExchangeOfTheirOwn)
-{
-    test::Library library;
-    library.wire.AnswerWith(R"({"code":"0-0","data":{"ciphertextList":[{"plaintext":"1","ciphertext":"x"},)"
-                            R"({"plaintext":"2","ciphertext":"y"},{"plaintext":"","ciphertext":"z"}]}})");
-    protocol::AcsDoorParamCfg door;
-    door.stressPassword = "1";
-    door.superPassword = "2";
-    EXPECT_TRUE(AcsParamConfig::setAcsDoorParamRequest(door, "d", 4));
-    ASSERT_EQ(library.wire.requests.size(), 2U);
-    EXPECT_EQ(library.wire.requests[0].url, "/7730/v1/internal/framework/encryption");
-    EXPECT_TRUE(library.wire.requests[0].headers.empty());
-    EXPECT_NE(library.wire.requests[1].body.find(R"(\"stressPassword\":\t\"x\",\n\t\t\"superPassword\":\t\"y\",)"
-                                                 R"(\n\t\t\"unlockPassword\":\t\"z\")"),
-              std::string::npos)
-        << library.wire.requests[1].body;
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "tools/Observed.h"
+#include "catalogue/Observed.h"
 
 #include <algorithm>
 #include <set>
@@ -11,79 +11,48 @@
 #include "catalogue/Comments.h"
 #include "catalogue/Find.h"
 #include "catalogue/Structures.h"
-#include "nexwire/host/HttpRequestExecutor.h"
 
 namespace nexwire {
-namespace tools {
-
-using catalogue::Argument;
-using catalogue::Shape;
+namespace catalogue {
 
 namespace {
 
-MemberView FromField(const core::Field& field)
+/// How people are told what a member is.
+std::string Told(core::Kind kind, const std::string& structure)
 {
-    MemberView member;
-    member.key = field.key;
-    switch (field.kind) {
+    switch (kind) {
     case core::Kind::Text:
-        member.type = "text";
-        break;
+        return "text";
     case core::Kind::Int:
-        member.type = "integer";
-        break;
+        return "integer";
     case core::Kind::Int64:
-        member.type = "integer of 64 bits";
-        break;
+        return "integer of 64 bits";
     case core::Kind::Real:
-        member.type = "number";
-        break;
+        return "number";
     case core::Kind::Bool:
-        member.type = "true or false";
-        break;
+        return "true or false";
     case core::Kind::Struct:
-        member.structure = catalogue::NameOf(*field.ops->fields);
-        member.type = member.structure;
-        break;
+        return structure;
     case core::Kind::TextList:
-        member.list = true;
-        member.type = "list of texts";
-        break;
+        return "list of texts";
     case core::Kind::IntList:
-        member.list = true;
-        member.type = "list of integers";
-        break;
+        return "list of integers";
     case core::Kind::StructList:
-        member.list = true;
-        member.structure = catalogue::NameOf(*field.ops->fields);
-        member.type = "list of " + member.structure;
-        break;
+        return "list of " + structure;
     }
-    return member;
+    return "";
 }
 
-/// From the C++ type of a plain record's member.
-MemberView FromDeclaration(const catalogue::MemberDoc& declared)
+MemberView MakeView(const MemberDoc& declared, core::Kind kind, const std::string& structure)
 {
     MemberView member;
     member.key = declared.key;
+    member.kind = kind;
+    member.type = Told(kind, structure);
+    member.structure = structure;
+    member.list = kind == core::Kind::TextList || kind == core::Kind::IntList || kind == core::Kind::StructList;
     member.doc = declared.text;
-    std::string type = declared.type;
-    const std::string vector = "std::vector<";
-    if (type.compare(0, vector.size(), vector) == 0) {
-        member.list = true;
-        type = type.substr(vector.size(), type.size() - vector.size() - 1);
-    }
-    if (type == "std::string") {
-        member.type = member.list ? "list of texts" : "text";
-    } else if (type == "int") {
-        member.type = member.list ? "list of integers" : "integer";
-    } else if (type == "bool") {
-        member.type = "true or false";
-    } else {
-        member.structure = type;
-        member.type = (member.list ? "list of " : "") + type;
-    }
+    member.limits = declared.limits;
     return member;
 }
 
@@ -145,8 +114,7 @@ std::string UnlikeDefaults(const core::FieldTable& fields)
 /// The path and the condition with everything that varies by name.
 class Placeholders {
 public:
-    Placeholders(const catalogue::Recorder& recorder, const catalogue::Function& function)
-        : recorder_(recorder), call_(function)
+    Placeholders(const Recorder& recorder, const Function& function) : recorder_(recorder), call_(function)
     {
         std::string ignored;
         for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
@@ -176,7 +144,7 @@ public:
         }
     }
 
-    catalogue::Call& call() { return call_; }
+    Call& call() { return call_; }
 
     std::string Named(std::string text) const
     {
@@ -190,8 +158,8 @@ private:
     /// No number of the contract comes near.
     static constexpr int kFirstNumber = 1913774000;
 
-    const catalogue::Recorder& recorder_;
-    catalogue::Call call_;
+    const Recorder& recorder_;
+    Call call_;
     std::vector<std::pair<std::string, std::string>> numbers_;
 };
 
@@ -199,6 +167,7 @@ struct DeviceCommand {
     int command = 0;
     std::string condition;
     std::string input;
+    bool batch = false;
 };
 
 /// Whether a body relays a command to a device, and which.
@@ -214,6 +183,7 @@ bool ReadDeviceCommand(const std::string& body, DeviceCommand& command)
         !request.HasMember("command")) {
         return false;
     }
+    command.batch = root == "batchPassThroughReq";
     command.command = request["command"].GetInt();
     const auto text = [&](const char* key) {
         const auto found = request.FindMember(key);
@@ -224,8 +194,16 @@ bool ReadDeviceCommand(const std::string& body, DeviceCommand& command)
     return true;
 }
 
+std::string RootOf(const std::string& body)
+{
+    rapidjson::Document document;
+    const bool wraps = !document.Parse(body.c_str()).HasParseError() && document.IsObject() &&
+                       document.MemberCount() == 1 && document.MemberBegin()->value.IsObject();
+    return wraps ? document.MemberBegin()->name.GetString() : "";
+}
+
 /// The structure whose members a body's root name announces: one of the function's own, or else one that has them all.
-std::string StructureOfBody(const catalogue::Function& function, const std::string& body)
+std::string StructureOfBody(const Function& function, const std::string& body)
 {
     rapidjson::Document document;
     if (document.Parse(body.c_str()).HasParseError() || !document.IsObject() || document.MemberCount() != 1 ||
@@ -240,7 +218,7 @@ std::string StructureOfBody(const catalogue::Function& function, const std::stri
             return argument.type->name();
         }
     }
-    for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+    for (const StructureInfo& structure : Structures()) {
         if (!structure.inbound || root != structure.fields->rootName) {
             continue;
         }
@@ -262,21 +240,22 @@ StructureView ViewOf(const std::string& structure)
 {
     StructureView view;
     view.name = structure;
-    view.doc = catalogue::DocOfStruct(structure);
-    const catalogue::StructureInfo* const known = catalogue::FindStructure(structure);
-    if (known == nullptr) {
-        for (const catalogue::MemberDoc& declared : catalogue::MembersOf(structure)) {
-            view.members.push_back(FromDeclaration(declared));
+    view.doc = DocOfStruct(structure);
+    const std::vector<MemberDoc> docs = MembersOf(structure);
+    const StructureInfo* const known = FindStructure(structure);
+    const RecordTable* const record = known == nullptr ? FindRecord(structure) : nullptr;
+    if (known != nullptr) {
+        view.rootName = known->fields->rootName == nullptr ? "" : known->fields->rootName;
+        for (std::size_t i = 0; i < docs.size(); ++i) {
+            const core::Field& field = known->fields->fields[i];
+            view.members.push_back(
+                MakeView(docs[i], field.kind, field.ops == nullptr ? "" : NameOf(*field.ops->fields)));
         }
-        return view;
-    }
-    view.rootName = known->fields->rootName == nullptr ? "" : known->fields->rootName;
-    const std::vector<catalogue::MemberDoc> docs = catalogue::MembersOf(structure);
-    for (const core::Field& field : *known->fields) {
-        view.members.push_back(FromField(field));
-        const auto doc = std::find_if(docs.begin(), docs.end(),
-                                      [&](const catalogue::MemberDoc& each) { return each.key == field.key; });
-        view.members.back().doc = doc == docs.end() ? "" : doc->text;
+    } else if (record != nullptr) {
+        for (std::size_t i = 0; i < docs.size(); ++i) {
+            const RecordMember& member = record->members.data[i];
+            view.members.push_back(MakeView(docs[i], member.kind, member.record));
+        }
     }
     return view;
 }
@@ -307,19 +286,19 @@ std::string Observed::ShownBody() const
     if (deviceInput.empty() || document.Parse(request.body.c_str()).HasParseError()) {
         return request.body;
     }
-    const std::string root = document.MemberBegin()->name.GetString();
-    rapidjson::Pointer(("/" + root + "/inBuffer").c_str()).Set(document, "<JSON text, see below>");
+    const std::string wrapper = document.MemberBegin()->name.GetString();
+    rapidjson::Pointer(("/" + wrapper + "/inBuffer").c_str()).Set(document, "<JSON text, see below>");
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
     document.Accept(writer);
     return std::string(buffer.GetString(), buffer.GetSize());
 }
 
-Observed Observer::Observe(const catalogue::Function& function)
+Observed Observer::Observe(const Function& function)
 {
     Observed observed;
     observed.function = &function;
-    observed.name = catalogue::UniqueName(function);
+    observed.name = UniqueName(function);
     for (const Argument& argument : function.Arguments()) {
         if (!argument.type->IsStructure()) {
             continue;
@@ -336,7 +315,7 @@ Observed Observer::Observe(const catalogue::Function& function)
         }
     }
 
-    catalogue::Trace trace = recorder_.Run(function);
+    Trace trace = recorder_.Run(function);
     observed.sent = trace.sent;
     observed.direct = trace.direct;
     observed.before = std::move(trace.before);
@@ -348,13 +327,15 @@ Observed Observer::Observe(const catalogue::Function& function)
     }
     DeviceCommand command;
     observed.passThrough = ReadDeviceCommand(observed.request.body, command);
+    observed.batch = command.batch;
     observed.command = command.command;
     observed.condition = command.condition;
     observed.deviceInput = command.input;
     observed.bodyStructure = StructureOfBody(function, observed.request.body);
+    observed.root = RootOf(observed.request.body);
 
     Placeholders placeholders(recorder_, function);
-    const catalogue::Trace named = recorder_.Run(placeholders.call());
+    const Trace named = recorder_.Run(placeholders.call());
     if (named.sent) {
         observed.path = placeholders.Named(named.request.url);
         if (ReadDeviceCommand(named.request.body, command)) {
@@ -382,10 +363,10 @@ std::vector<std::string> StructuresOf(const Observed& observed)
     return names;
 }
 
-std::string DeclarationOf(const catalogue::Function& function)
+std::string DeclarationOf(const Function& function)
 {
     constexpr std::size_t kLong = 98;
-    std::string declaration = catalogue::DocOfFunction(function).declaration;
+    std::string declaration = DocOfFunction(function).declaration;
     if (declaration.empty()) {
         declaration = function.Signature();
     }
@@ -404,7 +385,7 @@ std::string DeclarationOf(const catalogue::Function& function)
     return text;
 }
 
-bool Observer::Travels(const catalogue::Function& function, std::size_t index)
+bool Observer::Travels(const Function& function, std::size_t index)
 {
     const Argument& argument = function.Arguments()[index];
     if (!argument.output) {
@@ -413,32 +394,19 @@ bool Observer::Travels(const catalogue::Function& function, std::size_t index)
     if (!argument.input()) {
         return false;
     }
-    catalogue::Call plain(function);
-    catalogue::Call changed(function);
+    Call plain(function);
+    Call changed(function);
     if (argument.type->shape == Shape::Record) {
         changed.Sample(index);
     } else {
         std::string ignored;
         changed.Set(index, UnlikeDefaults(*argument.type->fields()), ignored);
     }
-    const catalogue::Trace before = recorder_.Run(plain);
-    const catalogue::Trace after = recorder_.Run(changed);
+    const Trace before = recorder_.Run(plain);
+    const Trace after = recorder_.Run(changed);
     return before.sent != after.sent || before.request.url != after.request.url ||
            before.request.body != after.request.body;
 }
 
-std::string VerbOf(int method)
-{
-    static const host::HttpExecutorOptions options;
-    const auto verb = options.verbs.find(method);
-    return verb == options.verbs.end() ? "?" : verb->second;
-}
-
-std::string MeaningOf(int method)
-{
-    static const char* const meanings[] = {"read", "write", "query", "remove"};
-    return method >= 0 && method < 4 ? meanings[method] : "unknown";
-}
-
-} // namespace tools
+} // namespace catalogue
 } // namespace nexwire
