@@ -8,6 +8,7 @@
 #endif
 
 #include "core/Download.h"
+#include "nexwire/ElectronicMap/EmapElement.h"
 #include "nexwire/LibraryErrors.h"
 #include "support/StubExecutor.h"
 #include "support/TempFolder.h"
@@ -192,6 +193,26 @@ TEST_F(Downloads, NothingIsAskedForATargetThatCannotBeWritten)
     EXPECT_TRUE(library.wire.requests.empty());
     file = target;
     ExpectTarget("before");
+}
+
+TEST_F(Downloads, WithoutAMapOrAFileNothingIsSent)
+{
+    EXPECT_FALSE(CEmapElementComm::getMapPicture("", file));
+    EXPECT_FALSE(CEmapElementComm::getMapPicture("M1", ""));
+    EXPECT_FALSE(CEmapElementComm::putMapPicture("", file));
+    EXPECT_FALSE(CEmapElementComm::putMapPicture("M1", ""));
+    EXPECT_TRUE(library.wire.requests.empty());
+    Fill(10);
+    EXPECT_TRUE(CEmapElementComm::getMapPicture("M1", file));
+    EXPECT_EQ(library.wire.Last().url, "/7730/v1/electronicMap/maps/M1/pictures");
+    ExpectTarget(content);
+    library.wire.handler = nullptr;
+    EXPECT_TRUE(CEmapElementComm::putMapPicture("M1", file));
+    const RequestParams& upload = library.wire.Last();
+    EXPECT_EQ(upload.url, "/7730/v1/electronicMap/maps/M1/pictures");
+    EXPECT_EQ(upload.method, 1);
+    EXPECT_EQ(upload.headers.at("query"), "totalBytes=10");
+    EXPECT_NE(upload.body.find("\r\nContent-Type: image/jpeg\r\n\r\n" + content + "\r\n--"), std::string::npos);
 }
 
 #ifdef __linux__
