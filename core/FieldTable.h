@@ -31,7 +31,7 @@ struct StructOps {
     /// Makes a new one where there is room for `size` bytes.
     void (*construct)(void* memory);
     /// Moves one structure into another of the same type.
-    void (*move)(void* to, void* from);
+    void (*move)(protocol::IJSONStruct& to, protocol::IJSONStruct& from);
     protocol::IJSONStruct* (*asStruct)(void* object);
     void* (*createList)();
     void (*destroyList)(void* list);
@@ -73,7 +73,9 @@ constexpr StructOps MakeOps(const FieldTable* fields)
         fields,
         sizeof(T),
         [](void* memory) { new (memory) T; },
-        [](void* to, void* from) { *static_cast<T*>(to) = std::move(*static_cast<T*>(from)); },
+        [](protocol::IJSONStruct& to, protocol::IJSONStruct& from) {
+            static_cast<T&>(to) = std::move(static_cast<T&>(from));
+        },
         [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
         []() -> void* { return new List; },
         [](void* list) { delete static_cast<List*>(list); },
@@ -116,7 +118,7 @@ inline void Destroy(const FieldTable& fields, void* object)
     }
 }
 
-/// An object of a structure that is known by its table only.
+/// A new object of a structure that is known by its table only.
 class AnyObject {
 public:
     explicit AnyObject(const FieldTable& fields) : fields_(fields), object_(Create(fields)) {}
@@ -124,12 +126,62 @@ public:
     AnyObject(const AnyObject&) = delete;
     AnyObject& operator=(const AnyObject&) = delete;
 
-    void* get() const { return object_; }
     protocol::IJSONStruct& operator*() const { return *fields_.ops.asStruct(object_); }
 
 private:
     const FieldTable& fields_;
     void* object_;
+};
+
+/// The caller's structure that a request fills, whatever its type.
+class Target {
+public:
+    Target(protocol::IReturnData& result) : structure_(result), fields_(result.Fields()) {}
+    Target(protocol::IInboundData& result) : structure_(result), fields_(result.Fields()) {}
+
+    /// Has `fill` fill a new structure, which replaces the caller's when that was good.
+    template <class Fill>
+    bool ReplaceBy(Fill&& fill) const
+    {
+        const AnyObject fresh(fields_);
+        if (!fill(*fresh)) {
+            return false;
+        }
+        fields_.ops.move(structure_, *fresh);
+        return true;
+    }
+
+private:
+    protocol::IJSONStruct& structure_;
+    const FieldTable& fields_;
+};
+
+/// The caller's list that a request appends to, whatever its elements' type.
+class TargetList {
+public:
+    template <class Element>
+    TargetList(std::vector<Element>& list) : list_(&list), ops_(Element::kFields.ops)
+    {
+    }
+
+    /// Key that an element stands under in a text of its own.
+    const char* RootName() const { return ops_.fields->rootName; }
+
+    /// Has `fill` fill a new element, which is appended when that was good.
+    template <class Fill>
+    bool AppendBy(Fill&& fill) const
+    {
+        const AnyObject fresh(*ops_.fields);
+        if (!fill(*fresh)) {
+            return false;
+        }
+        ops_.move(*ops_.append(list_), *fresh);
+        return true;
+    }
+
+private:
+    void* list_;
+    const StructOps& ops_;
 };
 
 template <class Member>

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
+#include <system_error>
 
 namespace nexwire {
 namespace core {
@@ -95,7 +97,19 @@ bool AppendNumber(std::string& out, const cJSON& node)
     if (cJSON_PrintPreallocated(const_cast<cJSON*>(&node), text, sizeof(text), 0) == 0) {
         return false;
     }
-    out += text;
+    // cJSON stops at 15 digits when what they say is nearly the value; positions have to come back as they were.
+    constexpr int kEnoughDigits = 17;
+    const std::string_view printed(text);
+    double read = 0.0; // And so it stays where 15 digits are beyond the largest number.
+    const bool isNumber =
+        std::from_chars(printed.data(), printed.data() + printed.size(), read).ec != std::errc::invalid_argument;
+    if (isNumber && (read < value || read > value)) {
+        const std::to_chars_result result =
+            std::to_chars(text, text + sizeof(text), value, std::chars_format::general, kEnoughDigits);
+        out.append(text, static_cast<std::size_t>(result.ptr - text));
+        return true;
+    }
+    out += printed;
     return true;
 }
 

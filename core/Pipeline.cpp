@@ -238,6 +238,16 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
     return true;
 }
 
+bool RunInto(const Operation& operation, Target result, Verdict verdict) noexcept
+{
+    return Guard([&] {
+        return result.ReplaceBy([&](protocol::IJSONStruct& fresh) {
+            protocol::ReturnData envelope(Borrow(fresh));
+            return Run(operation, envelope, verdict);
+        });
+    });
+}
+
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
 {
     return Guard([&] {
@@ -261,6 +271,11 @@ bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& c
 
 } // namespace core
 
+bool Exchange(const Operation& operation, core::Target result) noexcept
+{
+    return core::RunInto(operation, result, core::Verdict::Accept);
+}
+
 bool Exchange(const Operation& operation) noexcept
 {
     return core::RunWithoutResult(operation, core::Verdict::Accept);
@@ -274,6 +289,11 @@ bool ExchangeForText(const Operation& operation, std::string& text) noexcept
     });
 }
 
+bool ExchangeJudged(const Operation& operation, core::Target result) noexcept
+{
+    return core::RunInto(operation, result, core::Verdict::Judge);
+}
+
 bool ExchangeJudged(const Operation& operation) noexcept
 {
     return core::RunWithoutResult(operation, core::Verdict::Judge);
@@ -282,6 +302,14 @@ bool ExchangeJudged(const Operation& operation) noexcept
 bool ExchangeForCode(const Operation& operation, int& code) noexcept
 {
     return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
+}
+
+bool ExchangeForCode(const Operation& operation, core::Target result, int& code) noexcept
+{
+    return core::Guard([&] {
+        return result.ReplaceBy(
+            [&](protocol::IJSONStruct& fresh) { return core::RunForCode(operation, &fresh, code); });
+    });
 }
 
 bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/FieldTable.h"
 #include "core/Guard.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 #include "nexwire/LastExchange.h"
@@ -223,20 +224,7 @@ std::shared_ptr<protocol::IJSONStruct> Borrow(Result& result)
     return {std::shared_ptr<void>(), &result};
 }
 
-template <class Result>
-bool RunInto(const Operation& operation, Result& result, Verdict verdict) noexcept
-{
-    return Guard([&] {
-        Result fresh;
-        protocol::ReturnData envelope(Borrow(fresh));
-        if (!Run(operation, envelope, verdict)) {
-            return false;
-        }
-        result = std::move(fresh);
-        return true;
-    });
-}
-
+bool RunInto(const Operation& operation, Target result, Verdict verdict) noexcept;
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept;
 bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code);
 
@@ -245,11 +233,7 @@ bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& c
 // ---- Endings ----
 
 /// True when the envelope parsed, whatever its code; `result` is replaced then and untouched otherwise.
-template <class Result>
-bool Exchange(const Operation& operation, Result& result) noexcept
-{
-    return core::RunInto(operation, result, core::Verdict::Accept);
-}
+bool Exchange(const Operation& operation, core::Target result) noexcept;
 
 /// The same without a result.
 bool Exchange(const Operation& operation) noexcept;
@@ -291,11 +275,7 @@ bool ExchangeBothWays(const Operation& operation, Structure& structure) noexcept
 
 /// True when the envelope parsed and its number is 0. Any other code becomes the last error, and `result` is
 /// untouched.
-template <class Result>
-bool ExchangeJudged(const Operation& operation, Result& result) noexcept
-{
-    return core::RunInto(operation, result, core::Verdict::Judge);
-}
+bool ExchangeJudged(const Operation& operation, core::Target result) noexcept;
 
 /// The same without a result.
 bool ExchangeJudged(const Operation& operation) noexcept;
@@ -303,18 +283,7 @@ bool ExchangeJudged(const Operation& operation) noexcept;
 /// As `ExchangeJudged`; besides, `code` receives the envelope's number whenever the envelope parsed.
 bool ExchangeForCode(const Operation& operation, int& code) noexcept;
 
-template <class Result>
-bool ExchangeForCode(const Operation& operation, Result& result, int& code) noexcept
-{
-    return core::Guard([&] {
-        Result fresh;
-        if (!core::RunForCode(operation, &fresh, code)) {
-            return false;
-        }
-        result = std::move(fresh);
-        return true;
-    });
-}
+bool ExchangeForCode(const Operation& operation, core::Target result, int& code) noexcept;
 
 /// True when the envelope parsed, whatever its code; `envelope` receives it without its data.
 bool ExchangeForEnvelope(const Operation& operation, protocol::ReturnData& envelope) noexcept;

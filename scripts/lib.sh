@@ -7,8 +7,8 @@ readonly ROOT
 # Debian packages by purpose.
 declare -rA PACKAGES=(
     [build]="g++ cmake ninja-build pkg-config bash-completion ca-certificates libboost-dev libboost-thread-dev
-             libcjson-dev libcli11-dev libcurl4-openssl-dev libgmock-dev libgtest-dev liblog4cxx-dev libsqlite3-dev
-             libssl-dev rapidjson-dev"
+             libcjson-dev libcli11-dev libcurl4-openssl-dev libgmock-dev libgtest-dev liblog4cxx-dev libpugixml-dev
+             libsqlite3-dev libssl-dev rapidjson-dev"
     [clang]="clang libclang-rt-dev llvm"
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
     [lint]="clang clang-format clang-tidy git shellcheck"

@@ -12,6 +12,13 @@ const protocol::IInboundData* AsInput(void* data)
     return static_cast<const protocol::IInboundData*>(data);
 }
 
+/// Reads a structure that stands under its root name in a device's text.
+bool ReplaceByText(protocol::IInboundData& output, const std::string& text)
+{
+    return core::Target(output).ReplaceBy(
+        [&](protocol::IJSONStruct& fresh) { return protocol::ParseJSONText(fresh, output.RootName(), text); });
+}
+
 bool SetUntyped(int command, void* data, const std::string& deviceGuid)
 {
     protocol::DagPassThroughRsp answer;
@@ -53,6 +60,16 @@ bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std
         }
         answer = std::move(response.dagPassThroughRsp);
         return true;
+    });
+}
+
+bool DeviceGet(Route route, int command, const std::string& deviceGuid, protocol::IInboundData& output,
+               std::string_view condition, int timeoutMs, const protocol::IInboundData* input) noexcept
+{
+    return core::Guard([&] {
+        protocol::DagPassThroughRsp answer;
+        return DeviceExchange(route, command, deviceGuid, condition, input, answer, timeoutMs) &&
+               ReplaceByText(output, answer.outBuffer);
     });
 }
 
@@ -109,10 +126,32 @@ bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const 
     });
 }
 
+bool AppendPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
+                core::TargetList list, std::string& batchGuid, bool& finished, std::string* errorText) noexcept
+{
+    return BatchPage(route, request, deviceGuid, batchGuid, finished, errorText,
+                     [&list](const protocol::BatchReturnData& item) {
+                         return list.AppendBy([&](protocol::IJSONStruct& element) {
+                             return protocol::ParseJSONText(element, list.RootName(), item.outBuffer);
+                         });
+                     });
+}
+
 bool KestrelExchange(Route route, const std::string& deviceGuid, const protocol::KestrelPassThroughReq& request,
                      protocol::KestrelPassThroughRspData& answer) noexcept
 {
     return Exchange(Query(DevicePath(route, deviceGuid, "/kestrelPassThrough"), request), answer);
+}
+
+bool KestrelGet(const std::string& deviceGuid, std::string_view requestLine, protocol::IInboundData& output) noexcept
+{
+    return core::Guard([&] {
+        protocol::KestrelPassThroughReq request;
+        request.url = requestLine;
+        protocol::KestrelPassThroughRspData answer;
+        return KestrelExchange(Route::External, deviceGuid, request, answer) &&
+               ReplaceByText(output, answer.kestrelPassThroughRsp.outBuffer);
+    });
 }
 
 bool NetsdkExchange(const std::string& deviceGuid, const protocol::NetsdkPassThroughReq& request,

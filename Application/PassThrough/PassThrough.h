@@ -47,22 +47,9 @@ bool DeviceExchange(Route route, int command, const std::string& deviceGuid, std
 /// its root name; `output` is untouched then.
 ///
 /// @param input  what is asked for, where that takes a structure.
-template <class Structure>
-bool DeviceGet(Route route, int command, const std::string& deviceGuid, Structure& output,
+bool DeviceGet(Route route, int command, const std::string& deviceGuid, protocol::IInboundData& output,
                std::string_view condition = {}, int timeoutMs = 0,
-               const protocol::IInboundData* input = nullptr) noexcept
-{
-    return core::Guard([&] {
-        protocol::DagPassThroughRsp answer;
-        Structure fresh;
-        if (!DeviceExchange(route, command, deviceGuid, condition, input, answer, timeoutMs) ||
-            !protocol::TParseJSONStr(fresh, answer.outBuffer)) {
-            return false;
-        }
-        output = std::move(fresh);
-        return true;
-    });
-}
+               const protocol::IInboundData* input = nullptr) noexcept;
 
 /// Writes a structure to a device.
 bool DeviceSet(Route route, int command, const std::string& deviceGuid, const protocol::IInboundData& input,
@@ -87,43 +74,16 @@ bool BatchPage(Route route, const protocol::BatchPassThroughReq& request, const 
                const std::function<bool(const protocol::BatchReturnData& item)>& read) noexcept;
 
 /// The same where each item carries a structure under its root name, which is appended to `list`.
-template <class Structure>
 bool AppendPage(Route route, const protocol::BatchPassThroughReq& request, const std::string& deviceGuid,
-                std::vector<Structure>& list, std::string& batchGuid, bool& finished,
-                std::string* errorText = nullptr) noexcept
-{
-    return BatchPage(route, request, deviceGuid, batchGuid, finished, errorText,
-                     [&list](const protocol::BatchReturnData& item) {
-                         Structure element;
-                         if (!protocol::TParseJSONStr(element, item.outBuffer)) {
-                             return false;
-                         }
-                         list.push_back(std::move(element));
-                         return true;
-                     });
-}
+                core::TargetList list, std::string& batchGuid, bool& finished,
+                std::string* errorText = nullptr) noexcept;
 
 /// Sends a request to a device's HTTP interface and hands out what it answers.
 bool KestrelExchange(Route route, const std::string& deviceGuid, const protocol::KestrelPassThroughReq& request,
                      protocol::KestrelPassThroughRspData& answer) noexcept;
 
 /// Reads a structure that stands under its root name in a device's HTTP answer.
-template <class Structure>
-bool KestrelGet(const std::string& deviceGuid, std::string_view requestLine, Structure& output) noexcept
-{
-    return core::Guard([&] {
-        protocol::KestrelPassThroughReq request;
-        request.url = requestLine;
-        protocol::KestrelPassThroughRspData answer;
-        Structure fresh;
-        if (!KestrelExchange(Route::External, deviceGuid, request, answer) ||
-            !protocol::TParseJSONStr(fresh, answer.kestrelPassThroughRsp.outBuffer)) {
-            return false;
-        }
-        output = std::move(fresh);
-        return true;
-    });
-}
+bool KestrelGet(const std::string& deviceGuid, std::string_view requestLine, protocol::IInboundData& output) noexcept;
 
 /// Sends a command to a device's own programming interface.
 bool NetsdkExchange(const std::string& deviceGuid, const protocol::NetsdkPassThroughReq& request,

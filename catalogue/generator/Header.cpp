@@ -301,7 +301,7 @@ private:
                 seen = token.text == "public";
                 at_ += 2;
                 Forget();
-            } else if (Is(token, "NEXWIRE_JSON")) {
+            } else if (Is(token, "NEXWIRE_JSON") || Is(token, "ABACUS_PART") || Is(token, "ABACUS_DOCUMENT")) {
                 type.compiled = true;
                 ++at_;
             } else if (Is(token, "class") || Is(token, "struct")) {

@@ -4,8 +4,8 @@
 //   nexwire_read_headers OUTPUT ROOT FILE
 //
 // FILE names the headers, one a line. Those below ROOT/include/nexwire/<Module> give the functions, those below
-// ROOT/protocol the structures; what all of them mark for export is listed in OUTPUT/exports.txt. A file that is right
-// already is left alone.
+// ROOT/protocol the structures, those of Abacus plain records; what all of them mark for export is listed in
+// OUTPUT/exports.txt. A file that is right already is left alone.
 
 #include <algorithm>
 #include <fstream>
@@ -44,7 +44,7 @@ bool WriteIfChanged(const std::string& name, const std::string& text)
 void Place(generator::Header& header, const std::string& root)
 {
     header.include = header.file;
-    for (const std::string& start : {root + "/include/", root + "/"}) {
+    for (const std::string& start : {root + "/include/", root + "/platform/abacus/include/", root + "/"}) {
         if (header.file.compare(0, start.size(), start) == 0) {
             header.include = header.file.substr(start.size());
             break;

@@ -91,7 +91,7 @@ Rows::Rows(std::vector<Header> headers) : headers_(std::move(headers))
     for (const Header& header : headers_) {
         for (const Type& type : header.types) {
             if (Gives(header)) {
-                known_[type.name] = {&type, header.module.empty(), &header};
+                known_[type.name] = {&type, StartsWith(header.include, "protocol/"), &header};
             }
         }
     }
@@ -116,7 +116,7 @@ Rows::Rows(std::vector<Header> headers) : headers_(std::move(headers))
 
 bool Rows::Gives(const Header& header)
 {
-    return !header.module.empty() || StartsWith(header.include, "protocol/");
+    return !header.module.empty() || StartsWith(header.include, "protocol/") || StartsWith(header.include, "abacus/");
 }
 
 std::string Rows::FileOf(const Header& header)
@@ -307,7 +307,7 @@ void Rows::WriteRecord(std::ostream& out, const Type& type, std::size_t number) 
 void Rows::Write(std::ostream& out, const Header& header) const
 {
     out << "// Made from " << header.include << ".\n";
-    if (!header.module.empty()) {
+    if (!StartsWith(header.include, "protocol/")) {
         out << "#include " << Quoted(header.include) << "\n";
     }
     out << "#include \"catalogue/Rows.h\"\n\nnamespace nexwire {\nnamespace catalogue {\nnamespace {\n\n";

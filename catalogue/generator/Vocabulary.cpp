@@ -76,6 +76,13 @@ bool TakeValues(std::string& comment, const std::string& form, Vocabulary& vocab
     const std::size_t end = EndOf(comment, begin, ".;");
     bool numbers = false;
     for (const std::string& piece : Pieces(comment.substr(begin, end - begin), ",")) {
+        // What a value means may have commas of its own.
+        const bool goesOn =
+            !vocabulary.values.empty() && !piece.empty() && std::isalpha(static_cast<unsigned char>(piece[0])) != 0;
+        if (goesOn) {
+            vocabulary.values.back().means += ", " + piece;
+            continue;
+        }
         bool number = false;
         vocabulary.values.push_back(ReadChoice(piece, number));
         if (vocabulary.values.size() > 1 && number != numbers) {

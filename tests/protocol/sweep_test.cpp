@@ -63,7 +63,6 @@ public:
 
     IJSONStruct& operator*() { return *table_.ops.asStruct(memory_); }
     unsigned char* Bytes() { return static_cast<unsigned char*>(memory_); }
-    void* get() { return memory_; }
     std::string Printed() const
     {
         const JsonTree tree(table_.ops.asStruct(memory_)->ToJson());
@@ -147,7 +146,7 @@ TEST(AllStructures, ComeBackFromTheWireAsTheyWereSent)
 
         // Neither does it lose anything on the way from a fresh result into the caller's, nor in a list.
         Object moved(entry);
-        entry.ops.move(moved.get(), read.get());
+        entry.ops.move(*moved, *read);
         EXPECT_EQ(moved.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
         void* const list = entry.ops.createList();
         entry.ops.append(list);

@@ -622,8 +622,10 @@ std::string RowRun::Expected(std::size_t place, const Made& made, const std::str
         if (shape == Shape::Text) {
             return Quoted(Given(place, text, id));
         }
-        const std::string json = WithInJson(text, id);
-        return shape == Shape::Structure || shape == Shape::Record ? Overlaid(base, json) : json;
+        const bool replaced = text.compare(0, 4, "new{") == 0;
+        const std::string json = WithInJson(replaced ? text.substr(3) : text, id);
+        return shape == Shape::Structure || shape == Shape::Record ? Overlaid(replaced ? blank_[place] : base, json)
+                                                                   : json;
     }
     if (!IsResult(place)) {
         return made.before[place];
