@@ -45,7 +45,7 @@ _nexwire()
             list) options+=' --names' ;;
             describe) options+=' --arguments' ;;
             call) options+=' --body --server --db --dry-run --compact --header --timeout --ca --insecure --proxy --record --replay' ;;
-            platform) options+=' --port --wall-port --db --time-scale --verbose' ;;
+            platform) options+=' --port --wall-port --db --time-scale --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;
             reference) options+=' --html' ;;

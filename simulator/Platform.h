@@ -4,11 +4,12 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace nexwire::simulator {
 
 /// One answered request, as handed to `Options::onExchange`.
-struct Exchange {
+struct Served {
     std::int64_t timeMs = 0;        ///< When the request was complete, ms since 1970 UTC.
     std::string verb;               ///< HTTP verb as received.
     std::string path;               ///< Target as received, query included.
@@ -20,7 +21,7 @@ struct Exchange {
 };
 
 /// One line without a line end: time (UTC), verb, path, status, code, bytes in/out, ms.
-std::string ToLine(const Exchange& exchange);
+std::string ToLine(const Served& exchange);
 
 struct Options {
     std::uint16_t port = 0;   ///< 0 takes a free one; see `Platform::Port`.
@@ -31,10 +32,24 @@ struct Options {
     std::uint64_t bodyLimit = 64u * 1024u * 1024u; ///< Largest accepted request body in bytes.
     unsigned idleSeconds = 60;                     ///< A connection that is silent so long is closed.
     /// Called once per exchange on a worker thread, one call at a time. Must neither throw nor stop the platform.
-    std::function<void(const Exchange&)> onExchange;
+    std::function<void(const Served&)> onExchange;
     /// Replaces the system clock: milliseconds since 1970 UTC. Must be callable from any thread.
     std::function<std::int64_t()> now;
 };
+
+/// How the platform answers a request function.
+struct Coverage {
+    enum How {
+        kBehaviour, ///< A resource file, or the video wall service, says what it does.
+        kState,     ///< What is written is kept and given back.
+        kSample,    ///< An answer made from the structure of the result, or none.
+    };
+    std::string function; ///< "Class::function".
+    How how = kSample;
+};
+
+/// All functions that send, in the order of the library's document.
+std::vector<Coverage> CoverageOfFunctions();
 
 /// The other side of the wire: a management platform on 127.0.0.1 that keeps its state in SQLite and is described
 /// by the JSON files under `resources/`.

@@ -36,7 +36,7 @@ public:
         std::uint64_t bodyLimit = 4u * 1024u * 1024u; ///< Largest accepted request body in bytes.
         unsigned idleSeconds = 60;                    ///< A connection that is silent so long is closed.
         /// Called once per exchange on a worker thread, one call at a time. Must not stop the service.
-        std::function<void(const Exchange&)> onExchange;
+        std::function<void(const Served&)> onExchange;
         /// Replaces the clock: milliseconds since 1970 UTC. Must be callable from any thread.
         std::function<std::int64_t()> now;
     };

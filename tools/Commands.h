@@ -55,6 +55,7 @@ struct PlatformOptions {
     bool verbose = false;
     bool wall = false; ///< Run the video wall service, too.
     std::uint16_t wallPort = 0;
+    bool coverage = false; ///< Say how functions are answered instead of running.
 };
 int RunPlatform(const PlatformOptions& options);
 

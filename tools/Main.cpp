@@ -130,6 +130,8 @@ private:
         CLI::Option* const wall = platform->add_option(
             "--wall-port", platform_.wallPort,
             "Run the video wall service, too, on this port; its address is printed behind the other");
+        platform->add_flag("--coverage", platform_.coverage,
+                           "Only list how it answers each function: with behaviour, kept state or a sample");
         platform->add_flag("--verbose", platform_.verbose, "One line per exchange on standard error");
         platform->callback([this, wall] {
             platform_.wall = wall->count() > 0;

@@ -1,6 +1,7 @@
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"
 
+#include <array>
 #include <csignal>
 #include <cstdio>
 
@@ -18,10 +19,29 @@ std::string Loopback(std::uint16_t port)
     return "http://127.0.0.1:" + std::to_string(port);
 }
 
+int ListCoverage()
+{
+    static const char* const names[] = {"behaviour", "state", "sample"};
+    std::array<std::size_t, 3> counts{};
+    std::string text;
+    for (const simulator::Coverage& each : simulator::CoverageOfFunctions()) {
+        ++counts[each.how];
+        text += Padded(names[each.how], 11) + each.function + "\n";
+    }
+    for (std::size_t how = 0; how < counts.size(); ++how) {
+        text += std::to_string(counts[how]) + " " + names[how] + (how + 1 < counts.size() ? ", " : "\n");
+    }
+    Print(text);
+    return kDone;
+}
+
 } // namespace
 
 int RunPlatform(const PlatformOptions& options)
 {
+    if (options.coverage) {
+        return ListCoverage();
+    }
     // Taken before anything runs, so that no signal finds the platform half started.
     boost::asio::io_context context;
     boost::asio::signal_set signals(context, SIGINT, SIGTERM);
@@ -35,7 +55,7 @@ int RunPlatform(const PlatformOptions& options)
     wallOptions.port = options.wallPort;
     wallOptions.timeScale = options.timeScale;
     if (options.verbose) {
-        own.onExchange = [](const simulator::Exchange& exchange) {
+        own.onExchange = [](const simulator::Served& exchange) {
             std::fputs((simulator::ToLine(exchange) + "\n").c_str(), stderr);
         };
         wallOptions.onExchange = own.onExchange;

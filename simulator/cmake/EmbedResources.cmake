@@ -1,5 +1,5 @@
-# Writes OUTPUT, a source file that holds DOCUMENT and the files of FOLDER/*.json as bytes: no string literal is long
-# enough for every compiler, and nothing has to be found at run time.
+# Writes OUTPUT, a source file that holds DOCUMENT and the files of FOLDER, so that nothing has to be found at run time.
+# In pieces: no string literal is long enough for every compiler, and lists of bytes take long to compile.
 file(GLOB_RECURSE files "${FOLDER}/*.json")
 list(SORT files)
 set(arrays "")
@@ -8,28 +8,44 @@ set(index 0)
 foreach(path IN LISTS DOCUMENT files)
     file(RELATIVE_PATH name "${FOLDER}" "${path}")
     file(READ "${path}" bytes HEX)
-    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${bytes}")
-    string(APPEND arrays "const unsigned char kFile${index}[] = {${bytes}0x00};\n")
+    string(LENGTH "${bytes}" length)
+    set(pieces "")
+    set(at 0)
+    while(at LESS length)
+        string(SUBSTRING "${bytes}" ${at} 8000 piece)
+        string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" piece "${piece}")
+        string(APPEND pieces "    \"${piece}\",\n")
+        math(EXPR at "${at} + 8000")
+    endwhile()
+    string(APPEND arrays "const char* const kFile${index}[] = {\n${pieces}};\n")
     if(index GREATER 0)
-        string(APPEND rows "        {\"${name}\", View(kFile${index}, sizeof kFile${index} - 1)},\n")
+        string(APPEND rows "        {\"${name}\", Joined(kFile${index})},\n")
     endif()
     math(EXPR index "${index} + 1")
 endforeach()
-file(WRITE "${OUTPUT}" "#include \"src/Description.h\"
+file(WRITE "${OUTPUT}" "#include <string>
+
+#include \"src/Description.h\"
 #include \"src/Wire.h\"
 
 namespace nexwire::simulator {
 namespace {
 ${arrays}
-std::string_view View(const unsigned char* bytes, std::size_t size)
+template <std::size_t Count>
+std::string Joined(const char* const (&pieces)[Count])
 {
-    return {reinterpret_cast<const char*>(bytes), size};
+    std::string text;
+    for (const char* piece : pieces) {
+        text += piece;
+    }
+    return text;
 }
 } // namespace
 
 std::string_view EmbeddedDocument()
 {
-    return View(kFile0, sizeof kFile0 - 1);
+    static const std::string text = Joined(kFile0);
+    return text;
 }
 
 const std::vector<ResourceFile>& EmbeddedResources()

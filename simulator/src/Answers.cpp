@@ -130,14 +130,18 @@ Json FreshMember(Handling& handling, const WireMember& member, bool ability)
         return Json(rapidjson::kArrayType);
     }
     if (member.kind == WireKind::kBool) {
-        return Json(ability);
+        return Json(ability || member.usual.number != 0);
+    }
+    if (!member.usual.text.empty() || member.usual.number != 0) {
+        return member.kind == WireKind::kText ? MakeText(member.usual.text, memory) : Json(member.usual.number);
     }
     if (!member.values.empty()) {
         return OfValue(member, memory);
     }
     if (member.IsNumber()) {
         const double least = member.least.value_or(0);
-        return least > 0 || member.most.value_or(0) < 0 ? Json(static_cast<std::int64_t>(least)) : Json(0);
+        const bool zero = std::find(member.also.begin(), member.also.end(), 0.0) != member.also.end();
+        return !zero && (least > 0 || member.most.value_or(0) < 0) ? Json(static_cast<std::int64_t>(least)) : Json(0);
     }
     return member.kind == WireKind::kText ? MakeText("", memory) : Json(rapidjson::kObjectType);
 }
@@ -252,7 +256,9 @@ Json ComposeMember(Handling& handling, const WireMember& member, const Source& s
         if (!said.IsNull()) {
             return said;
         }
-        const bool guid = member.kind == WireKind::kText && EndsWith(member.key, "guid");
+        const Collection* collection = handling.action == nullptr ? nullptr : handling.action->collection;
+        const bool guid = member.kind == WireKind::kText &&
+                          (EndsWith(member.key, "guid") || (collection != nullptr && member.key == collection->key));
         if (const Json* made = handling.Named("guid"); guid && made != nullptr) {
             return Copy(*made, memory);
         }
@@ -286,7 +292,8 @@ Json SampleStructure(Handling& handling, const WireStructure& structure, int dep
 std::string SampleText(const WireStructure& owner, const WireMember& member)
 {
     const std::string& key = member.key;
-    std::string text = EndsWith(key, "guid")                             ? Hash(owner.name + "." + key)
+    std::string text = !member.example.empty()                           ? member.example
+                       : EndsWith(key, "guid")                           ? Hash(owner.name + "." + key)
                        : EndsWith(key, "time")                           ? "2024-01-01T08:00:00+00:00"
                        : EndsWith(key, "date")                           ? "2024-01-01"
                        : EndsWith(key, "ip") || EndsWith(key, "address") ? "192.0.2.10"
@@ -294,9 +301,10 @@ std::string SampleText(const WireStructure& owner, const WireMember& member)
                        : Is(key, kMessages)                              ? std::string(kSuccess)
                        : Is(key, kCodes)                                 ? "0-0"
                                                                          : key;
-    if (member.mostCharacters && *member.mostCharacters >= 0) {
+    if (member.mostCharacters) {
         text = text.substr(0, static_cast<std::size_t>(*member.mostCharacters));
     }
+    text.resize(std::max(text.size(), static_cast<std::size_t>(member.leastCharacters.value_or(0))), '0');
     return text;
 }
 

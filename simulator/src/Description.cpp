@@ -299,6 +299,7 @@ Endpoint& Description::EndpointOf(const std::string& verb, const std::string& pa
         throw std::runtime_error("a path begins with a slash");
     }
     Node* node = routes_.get();
+    Node* above = node;
     std::vector<std::string_view> names;
     std::vector<std::string> parents;
     std::optional<std::size_t> device;
@@ -321,6 +322,7 @@ Endpoint& Description::EndpointOf(const std::string& verb, const std::string& pa
         if (next == nullptr) {
             next = std::make_unique<Node>();
         }
+        above = node;
         node = next.get();
     }
     auto& same = node->verbs[verb];
@@ -339,6 +341,15 @@ Endpoint& Description::EndpointOf(const std::string& verb, const std::string& pa
         endpoint.endsWithIdentifier = last;
         endpoint.device = device;
         same.push_back(&endpoint);
+        // An identifier at the end of a text may be nothing.
+        const Segment end(Segments(path).back());
+        if (end.identifier && !end.before.empty() && end.after.empty()) {
+            std::unique_ptr<Node>& bare = above->literals[std::string(end.before)];
+            if (bare == nullptr) {
+                bare = std::make_unique<Node>();
+            }
+            bare->verbs[verb].push_back(&endpoint);
+        }
     }
     for (std::size_t i = 0; i < names.size(); ++i) {
         endpoint.names.emplace(names[i], i);
@@ -732,7 +743,7 @@ Description::Route Description::Find(std::string_view verb, std::string_view pat
         for (std::size_t i = 0; i < pattern.size(); ++i) {
             const Segment segment(pattern[i]);
             if (segment.identifier) {
-                route.identifiers.emplace_back(segment.Taken(segments[i]));
+                route.identifiers.emplace_back(segment.Fits(segments[i]) ? segment.Taken(segments[i]) : "");
             }
         }
     }

@@ -18,8 +18,8 @@ namespace nexwire::simulator {
 
 /// One embedded resource file.
 struct ResourceFile {
-    std::string_view name;
-    std::string_view text;
+    std::string name;
+    std::string text;
 };
 
 /// All embedded files, in order of name.

@@ -265,7 +265,7 @@ private:
         }
         if (command.structure != nullptr) {
             try {
-                CheckShape(*command.structure, parsed.MemberBegin()->value, root, false);
+                CheckShape(*command.structure, parsed.MemberBegin()->value, root, Strictness::kPart);
             } catch (const Refusal& refusal) {
                 throw Refusal(Reason::kDeviceRefused, refusal.what());
             }

@@ -182,7 +182,12 @@ void Engine::Run(Handling& handling)
         handling.Define("device", handling.Need(*handling.description.FindCollection(kDevices), guid));
     }
     if (handling.body != nullptr && endpoint.body != nullptr) {
-        CheckShape(*endpoint.body, *handling.body, endpoint.root, endpoint.verb == "POST");
+        const bool part = std::any_of(endpoint.functions.begin(), endpoint.functions.end(),
+                                      [](const WireFunction* each) { return each->partial; });
+        CheckShape(*endpoint.body, *handling.body, endpoint.root,
+                   endpoint.verb == "POST" ? Strictness::kCondition
+                   : part                  ? Strictness::kPart
+                                           : Strictness::kWhole);
     }
     if (handling.action == nullptr) {
         KeepOrSample(handling);

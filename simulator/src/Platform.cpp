@@ -36,7 +36,7 @@ std::shared_ptr<const Cipher> MakeCipher(Store& store)
 
 } // namespace
 
-std::string ToLine(const Exchange& exchange)
+std::string ToLine(const Served& exchange)
 {
     // Civil time counted from 1 March of year 0: gmtime is not safe from several threads, and its safe forms differ by
     // system.

@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "src/HttpServer.h"
+#include "src/Shape.h"
 #include "src/VideoWallState.h"
 
 namespace nexwire::simulator {
@@ -56,6 +57,8 @@ public:
             return false;
         }
         try {
+            library_ = std::make_unique<Wire>(EmbeddedDocument());
+            bodies_ = library_->Direct();
             state_ = std::make_unique<VideoWallState>(options_);
             auto server = std::make_unique<HttpServer>(
                 HttpServer::Settings{options_.port, options_.threads, options_.bodyLimit, options_.idleSeconds},
@@ -96,12 +99,18 @@ private:
             if (!body.IsObject()) {
                 throw WallRefusal(WallCode::kNotJson);
             }
+            const auto shape = bodies_.find(request.path);
+            if (shape != bodies_.end()) {
+                CheckShape(*shape->second, body, "body", Strictness::kWhole);
+            }
             WallOutput output;
             const std::lock_guard<std::mutex> lock(working_);
             state_->Handle(request.path, WallInput(body), output);
             return Envelope(200, 0, "", output.Data());
         } catch (const WallRefusal& refusal) {
             return Refuse(refusal.Code() == WallCode::kUnknownPath ? 404 : 200, refusal.Code(), refusal.what());
+        } catch (const Refusal& refusal) {
+            return Refuse(200, WallCode::kMissingKey, refusal.what());
         } catch (const std::exception&) {
             return Refuse(500, WallCode::kInternal, WallText(WallCode::kInternal));
         }
@@ -117,6 +126,8 @@ private:
     }
 
     Options options_;
+    std::unique_ptr<Wire> library_;
+    std::map<std::string, const WireStructure*, std::less<>> bodies_;
     std::unique_ptr<VideoWallState> state_;
     std::unique_ptr<HttpServer> server_;
     std::atomic<std::uint16_t> port_{0};

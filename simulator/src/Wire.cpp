@@ -1,14 +1,10 @@
 #include "src/Wire.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 
 namespace nexwire::simulator {
 namespace {
-
-// The verb that the library's ready-made transport has for a method code.
-constexpr std::array<const char*, 4> kVerbs = {"GET", "PUT", "POST", "DELETE"};
 
 char Lower(char c)
 {
@@ -36,11 +32,7 @@ WireValue ReadValue(const Json& entry)
     const Json* plain = &entry;
     if (entry.IsObject()) {
         plain = Member(entry, "value");
-        for (const char* name : {"meaning", "label", "text"}) {
-            if (const Json* meaning = Member(entry, name); meaning != nullptr && value.meaning.empty()) {
-                value.meaning = AsText(meaning);
-            }
-        }
+        value.meaning = AsText(Member(entry, "means"));
     }
     if (plain != nullptr) {
         value.text = AsText(plain);
@@ -53,6 +45,12 @@ std::optional<double> Number(const Json& entry, const char* key)
 {
     const Json* value = Member(entry, key);
     return value != nullptr && value->IsNumber() ? std::optional<double>(value->GetDouble()) : std::nullopt;
+}
+
+std::optional<std::int64_t> Length(const Json& entry, const char* key)
+{
+    const Json* value = Member(entry, key);
+    return value != nullptr && value->IsInt64() ? std::optional<std::int64_t>(value->GetInt64()) : std::nullopt;
 }
 
 } // namespace
@@ -87,13 +85,11 @@ Wire::Wire(std::string_view text)
     if (structures == nullptr || functions == nullptr || !functions->IsArray()) {
         throw std::runtime_error("the library's document has no functions or no structures");
     }
-    if (structures->IsObject()) {
-        for (const auto& entry : structures->GetObject()) {
-            ReadStructure(AsText(&entry.name), entry.value);
-        }
-    } else {
-        for (const Json& entry : structures->GetArray()) {
-            ReadStructure(AsText(Member(entry, "name")), entry);
+    for (const Json* kind : {structures, Member(document, "records")}) {
+        if (kind != nullptr && kind->IsObject()) {
+            for (const auto& entry : kind->GetObject()) {
+                ReadStructure(AsText(&entry.name), entry.value);
+            }
         }
     }
     for (const Json& entry : functions->GetArray()) {
@@ -138,18 +134,27 @@ void Wire::ReadStructure(std::string_view name, const Json& entry)
         WireMember member;
         member.key = AsText(Member(each, "key"));
         member.kind = KindOf(AsText(Member(each, "kind")));
-        const Json* element = Member(each, "structure");
-        member.structure = Declare(AsText(element != nullptr ? element : Member(each, "element")));
-        if (const Json* values = Member(each, "values"); values != nullptr && values->IsArray()) {
-            for (const Json& value : values->GetArray()) {
-                member.values.push_back(ReadValue(value));
-            }
+        member.structure = Declare(AsText(Member(each, "element")));
+        for (const Json& value : Elements(Member(each, "values"))) {
+            member.values.push_back(ReadValue(value));
         }
-        member.least = Number(each, "minimum");
-        member.most = Number(each, "maximum");
-        if (const Json* most = Member(each, "maxLength"); most != nullptr && most->IsInt64()) {
-            member.mostCharacters = most->GetInt64();
+        for (const Json& number : Elements(Member(each, "also"))) {
+            member.also.push_back(number.IsNumber() ? number.GetDouble() : 0.0);
         }
+        for (const Json& example : Elements(Member(each, "examples"))) {
+            member.example = member.example.empty() ? std::string(AsText(&example)) : member.example;
+        }
+        member.mayBeEmpty = AsBool(Member(each, "empty"));
+        member.required = AsBool(Member(each, "required"));
+        member.least = Number(each, "min");
+        member.most = Number(each, "max");
+        member.leastCharacters = Length(each, "minLength");
+        member.mostCharacters = Length(each, "maxLength");
+        member.leastItems = Length(each, "minItems");
+        member.mostItems = Length(each, "maxItems");
+        const Json* usual = Member(each, "default");
+        member.usual.text = AsText(usual);
+        member.usual.number = AsBool(usual) ? 1 : AsInt(usual);
         structure.members.push_back(std::move(member));
     }
 }
@@ -185,16 +190,22 @@ const WireStructure* Wire::FromExample(const Json& example)
     return examples_.back().get();
 }
 
+// The members of both, those of the first as it has them.
+const WireStructure* Wire::Merged(const WireStructure& first, const WireStructure* second)
+{
+    auto merged = std::make_unique<WireStructure>(first);
+    for (const WireMember& member : second == nullptr ? std::vector<WireMember>() : second->members) {
+        if (merged->Find(member.key) == nullptr) {
+            merged->members.push_back(member);
+        }
+    }
+    examples_.push_back(std::move(merged));
+    return examples_.back().get();
+}
+
 void Wire::ReadFunction(const Json& entry)
 {
     const auto text = [&](const char* key) { return std::string(AsText(Member(entry, key))); };
-    const auto structure = [&](const char* key) -> const WireStructure* {
-        const Json* value = Member(entry, key);
-        if (value != nullptr && value->IsArray() && !value->Empty()) {
-            value = &(*value)[0];
-        }
-        return Declare(AsText(value));
-    };
     WireFunction function;
     function.path = text("path");
     if (function.path.empty()) {
@@ -202,30 +213,37 @@ void Wire::ReadFunction(const Json& entry)
     }
     function.path = function.path.substr(0, function.path.find('?'));
     function.module = text("module");
-    function.name = text("function");
-    if (function.name.find("::") == std::string::npos) {
-        function.name = text("class") + "::" + function.name;
+    function.name = text("class") + "::" + text("function");
+    function.signature = text("signature");
+    for (const Json& argument : Elements(Member(entry, "arguments"))) {
+        const std::string_view structure = AsText(Member(argument, "structure"));
+        if (!structure.empty()) {
+            function.structures.emplace_back(structure);
+        }
     }
-    function.overload = text("overload");
-    const Json* verb = Member(entry, "verb");
-    const std::int64_t code = AsInt(verb);
-    function.verb = verb != nullptr && verb->IsString()
-                        ? std::string(AsText(verb))
-                        : kVerbs[static_cast<std::size_t>(code < 0 || code > 3 ? 2 : code)];
+    function.verb = text("verb");
     function.direct = AsBool(Member(entry, "direct"));
     function.root = text("root");
-    function.body = structure("body");
-    function.result = structure("result");
+    function.body = Declare(text("body"));
     function.command = AsInt(Member(entry, "command"));
-    function.input = structure("input");
-    function.output = structure("output");
-    if (function.body == nullptr && !function.root.empty()) {
-        const std::string example = text("example");
-        const Document parsed = ParseOwn(example.empty() ? "{}" : example);
-        const Json* root = Member(parsed, function.root);
-        if (root != nullptr && root->IsObject()) {
-            function.body = FromExample(*root);
-        }
+    if (function.command != 0) {
+        function.input = Declare(text("deviceInput"));
+        function.output = function.input == nullptr ? Declare(text("result")) : nullptr;
+    } else {
+        function.result = Declare(text("result"));
+    }
+    const Json* sample = Member(entry, "sample");
+    const Json* root = sample == nullptr || function.direct ? sample : Member(*sample, function.root);
+    if (function.direct && root != nullptr && root->IsObject()) {
+        // What is sent is not quite the record: some members have other keys or none.
+        function.body = Merged(*FromExample(*root), function.body);
+    }
+    if (function.body == nullptr && root != nullptr && root->IsObject()) {
+        function.body = FromExample(*root);
+    } else if (function.body != nullptr && root != nullptr && root->IsObject()) {
+        const auto& members = function.body->members;
+        function.partial = std::any_of(members.begin(), members.end(),
+                                       [&](const WireMember& member) { return Member(*root, member.key) == nullptr; });
     }
     functions_.push_back(std::move(function));
 }
@@ -249,20 +267,35 @@ const WireStructure* Wire::Find(std::string_view name) const
 std::vector<const WireFunction*> Wire::Named(std::string_view name) const
 {
     const std::size_t bracket = name.find('(');
-    const std::string_view plain = name.substr(0, bracket);
-    const std::string_view inside =
-        bracket == std::string_view::npos ? std::string_view() : name.substr(bracket + 1, name.find(')') - bracket - 1);
+    std::vector<std::string> wanted;
+    for (std::size_t at = bracket; at != std::string_view::npos && at + 1 < name.size();) {
+        at = name.find_first_not_of(" ,(", at);
+        const std::size_t end = name.find_first_of(",)", at);
+        wanted.emplace_back(name.substr(at, end - at));
+        at = end == std::string_view::npos || name[end] == ')' ? std::string_view::npos : end;
+    }
     std::vector<const WireFunction*> found;
     for (const WireFunction& function : functions_) {
-        if (function.name != plain) {
-            continue;
-        }
-        const std::size_t at = inside.empty() ? 0 : function.overload.find(inside);
-        if (at != std::string::npos) {
+        const auto has = [&](const std::string& structure) {
+            return std::find(function.structures.begin(), function.structures.end(), structure) !=
+                   function.structures.end();
+        };
+        if (function.name == name.substr(0, bracket) && std::all_of(wanted.begin(), wanted.end(), has)) {
             found.push_back(&function);
         }
     }
     return found;
+}
+
+std::map<std::string, const WireStructure*, std::less<>> Wire::Direct() const
+{
+    std::map<std::string, const WireStructure*, std::less<>> bodies;
+    for (const WireFunction& function : functions_) {
+        if (function.direct && function.body != nullptr) {
+            bodies.emplace(function.path, function.body);
+        }
+    }
+    return bodies;
 }
 
 const WireMember* Wire::WithVocabulary(std::string_view key) const

@@ -31,9 +31,17 @@ struct WireMember {
     WireKind kind = WireKind::kAny;
     const WireStructure* structure = nullptr; ///< Of a struct, or of a list's elements.
     std::vector<WireValue> values;            ///< Empty: anything.
+    bool mayBeEmpty = false;                  ///< A text may be empty whatever else is said about it.
+    bool required = false;
     std::optional<double> least;
     std::optional<double> most;
+    std::vector<double> also; ///< Outside the range, and good all the same.
+    std::optional<std::int64_t> leastCharacters;
     std::optional<std::int64_t> mostCharacters;
+    std::optional<std::int64_t> leastItems;
+    std::optional<std::int64_t> mostItems;
+    std::string example; ///< A text to show; empty without one.
+    WireValue usual;     ///< What a new structure holds: text, number, or 1 for true.
 
     bool IsNumber() const { return kind == WireKind::kInt || kind == WireKind::kInt64 || kind == WireKind::kReal; }
     bool IsList() const
@@ -54,12 +62,14 @@ struct WireStructure {
 /// A request function as it reaches the wire.
 struct WireFunction {
     std::string module;
-    std::string name;     ///< "Class::function".
-    std::string overload; ///< With the types of its arguments.
-    std::string verb;     ///< GET, PUT, POST, DELETE.
-    std::string path;     ///< Identifiers by name, in braces.
-    std::string root;     ///< Empty: no body.
+    std::string name; ///< "Class::function".
+    std::string signature;
+    std::vector<std::string> structures; ///< Of its arguments, by name.
+    std::string verb;                    ///< GET, PUT, POST, DELETE.
+    std::string path;                    ///< Identifiers by name, in braces.
+    std::string root;                    ///< Empty: no body.
     const WireStructure* body = nullptr;
+    bool partial = false; ///< Sends some members of its body's structure only.
     const WireStructure* result = nullptr;
     bool direct = false;                   ///< Goes to the video wall service.
     std::int64_t command = 0;              ///< Of a relayed device command, else 0.
@@ -75,8 +85,10 @@ public:
 
     const std::vector<WireFunction>& Functions() const { return functions_; }
     const WireStructure* Find(std::string_view structure) const;
-    /// The functions that "Class::function" or "Class::function(Structure)" names.
+    /// The functions that "Class::function" or "Class::function(Structure, Structure)" names.
     std::vector<const WireFunction*> Named(std::string_view name) const;
+    /// What the video wall service receives under each path.
+    std::map<std::string, const WireStructure*, std::less<>> Direct() const;
     /// Any member of that key with a vocabulary, or with a range; null without one.
     const WireMember* WithVocabulary(std::string_view key) const;
     const WireMember* WithRange(std::string_view key) const;
@@ -84,6 +96,7 @@ public:
 private:
     const WireStructure* Declare(std::string_view name);
     const WireStructure* FromExample(const Json& example);
+    const WireStructure* Merged(const WireStructure& first, const WireStructure* second);
     void ReadStructure(std::string_view name, const Json& entry);
     void ReadFunction(const Json& entry);
 

@@ -99,8 +99,6 @@ TEST_F(DeviceTest, Refuses)
         {"input not JSON", 4102, "1", "{\"acsDoorParamCfg\":", 1, "4-43"},
         {"another structure", 4102, "1", "{\"acsHostParamCfg\":{}}", 1, "4-43"},
         {"a list", 4102, "1", "{\"acsDoorParamCfg\":[]}", 1, "4-43"},
-        {"unknown mode", 4102, "1", "{\"acsDoorParamCfg\":{\"doorContactType\":\"ajar\"}}", 1, "4-43"},
-        {"empty mode", 4102, "1", "{\"acsDoorParamCfg\":{\"doorContactType\":\"\"}}", 1, "4-43"},
         {"misspelled", 4102, "1", "{\"acsDoorParamCfg\":{\"openduration\":3}}", 1, "4-43"},
         {"text for a number", 4102, "1", "{\"acsDoorParamCfg\":{\"openDuration\":\"3\"}}", 1, "4-43"},
         {"too deep", 4102, "1", "{\"acsDoorParamCfg\":{\"a\":" + std::string(5000, '[') + "}}", 1, "4-43"},

@@ -333,7 +333,7 @@ TEST(PlatformTest, TellsOfEveryExchange)
     std::vector<std::string> lines;
     Options options;
     options.now = [] { return std::int64_t{1709210096789}; };
-    options.onExchange = [&](const nexwire::simulator::Exchange& exchange) {
+    options.onExchange = [&](const nexwire::simulator::Served& exchange) {
         const std::lock_guard<std::mutex> lock(mutex);
         lines.push_back(ToLine(exchange));
     };

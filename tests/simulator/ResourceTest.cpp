@@ -13,12 +13,12 @@ using testing::HasSubstr;
 
 const std::string kDocument = R"json({
     "functions": [
-        {"class": "A", "function": "add", "verb": 1, "path": "/a/{x}", "root": "r", "body": "S"},
-        {"class": "A", "function": "add", "overload": "A::add(T)", "verb": 1, "path": "/a/{y}", "root": "s", "body": "T"},
-        {"class": "A", "function": "deep", "verb": 0, "path": "/a/{x}/c"},
-        {"class": "A", "function": "plain", "verb": 0, "path": "/a/b"},
-        {"class": "A", "function": "get", "verb": 0, "path": "/a/{x}"},
-        {"class": "A", "function": "joined", "verb": 0, "path": "/ab{x}/c"}
+        {"class": "A", "function": "add", "verb": "PUT", "path": "/a/{x}", "root": "r", "body": "S"},
+        {"class": "A", "function": "add", "arguments": [{"name": "t", "structure": "T"}], "verb": "PUT", "path": "/a/{y}", "root": "s", "body": "T"},
+        {"class": "A", "function": "deep", "verb": "GET", "path": "/a/{x}/c"},
+        {"class": "A", "function": "plain", "verb": "GET", "path": "/a/b"},
+        {"class": "A", "function": "get", "verb": "GET", "path": "/a/{x}"},
+        {"class": "A", "function": "joined", "verb": "GET", "path": "/ab{x}/c"}
     ],
     "structures": {"S": {"root": "r", "members": [{"key": "k", "kind": "text"}]}, "T": {"root": "s", "members": []}}
 })json";

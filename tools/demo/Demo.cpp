@@ -172,7 +172,7 @@ public:
     {
         simulator::Options options;
         options.timeScale = kPace;
-        options.onExchange = [this](const simulator::Exchange& exchange) {
+        options.onExchange = [this](const simulator::Served& exchange) {
             // Polling would drown everything else.
             if (exchange.path.find("/downloadProgress/") == std::string::npos) {
                 screen_.Wire(exchange.verb + " " + exchange.path + "  " + std::to_string(exchange.requestBytes) +
@@ -411,7 +411,7 @@ private:
         screen_.Chapter("Video wall, over its own service");
         simulator::VideoWallService::Options options;
         options.timeScale = 20.0;
-        options.onExchange = [this](const simulator::Exchange& exchange) {
+        options.onExchange = [this](const simulator::Served& exchange) {
             if (exchange.path.find("/polling/task/get") == std::string::npos) {
                 screen_.Wire(exchange.verb + " " + exchange.path + " -> " + exchange.code);
             }
