@@ -391,8 +391,8 @@ bool Observer::Travels(const Function& function, std::size_t index)
     if (!argument.output) {
         return true;
     }
-    if (!argument.input()) {
-        return false;
+    if (!argument.input() || !argument.type->IsStructure()) {
+        return argument.input();
     }
     Call plain(function);
     Call changed(function);

@@ -43,6 +43,7 @@ struct Limits {
     Span<std::int64_t> also;    ///< Numbers outside the range that may stand, too.
     bool empty;                 ///< The text may also be empty.
     bool required;
+    bool readOnly; ///< Only answers say it; what a request says there does not count.
     const char* unit;
 };
 

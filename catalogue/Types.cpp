@@ -436,9 +436,10 @@ public:
         if (!Parse(document, text) || !document.IsArray()) {
             return false;
         }
-        ops().clear(value);
+        ops().renew(value, document.Size());
+        std::size_t index = 0;
         for (const rapidjson::Value& element : document.GetArray()) {
-            if (!ReadStructure(*ops().append(value), *fields(), TextOf(element))) {
+            if (!ReadStructure(*ops().at(value, index++), *fields(), TextOf(element))) {
                 return false;
             }
         }
@@ -448,7 +449,7 @@ public:
     {
         std::string json = "[";
         for (std::size_t i = 0; i < ops().count(value); ++i) {
-            json += (i > 0 ? "," : "") + protocol::StructureToJSON(*ops().at(value, i));
+            json += (i > 0 ? "," : "") + protocol::StructureToJSON(*ops().at(const_cast<void*>(value), i));
         }
         return json + "]";
     }

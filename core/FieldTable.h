@@ -35,11 +35,10 @@ struct StructOps {
     protocol::IJSONStruct* (*asStruct)(void* object);
     void* (*createList)();
     void (*destroyList)(void* list);
-    void (*clear)(void* list);
-    void (*reserve)(void* list, std::size_t count);
-    protocol::IJSONStruct* (*append)(void* list);
+    /// Replaces all elements by `count` new ones.
+    void (*renew)(void* list, std::size_t count);
     std::size_t (*count)(const void* list);
-    const protocol::IJSONStruct* (*at)(const void* list, std::size_t index);
+    protocol::IJSONStruct* (*at)(void* list, std::size_t index);
 };
 
 struct Field {
@@ -79,13 +78,10 @@ constexpr StructOps MakeOps(const FieldTable* fields)
         [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
         []() -> void* { return new List; },
         [](void* list) { delete static_cast<List*>(list); },
-        [](void* list) { static_cast<List*>(list)->clear(); },
-        [](void* list, std::size_t count) { static_cast<List*>(list)->reserve(count); },
-        [](void* list) -> protocol::IJSONStruct* { return &static_cast<List*>(list)->emplace_back(); },
+        // Growing a list would need a copy of its code for moving elements in each structure's.
+        [](void* list, std::size_t count) { *static_cast<List*>(list) = List(count); },
         [](const void* list) { return static_cast<const List*>(list)->size(); },
-        [](const void* list, std::size_t index) -> const protocol::IJSONStruct* {
-            return &(*static_cast<const List*>(list))[index];
-        },
+        [](void* list, std::size_t index) -> protocol::IJSONStruct* { return &(*static_cast<List*>(list))[index]; },
     };
 }
 
@@ -160,28 +156,32 @@ private:
 class TargetList {
 public:
     template <class Element>
-    TargetList(std::vector<Element>& list) : list_(&list), ops_(Element::kFields.ops)
+    TargetList(std::vector<Element>& list)
+        : list_(&list), fields_(Element::kFields), append_([](void* to, protocol::IJSONStruct& element) {
+              static_cast<std::vector<Element>*>(to)->push_back(std::move(static_cast<Element&>(element)));
+          })
     {
     }
 
     /// Key that an element stands under in a text of its own.
-    const char* RootName() const { return ops_.fields->rootName; }
+    const char* RootName() const { return fields_.rootName; }
 
     /// Has `fill` fill a new element, which is appended when that was good.
     template <class Fill>
     bool AppendBy(Fill&& fill) const
     {
-        const AnyObject fresh(*ops_.fields);
+        const AnyObject fresh(fields_);
         if (!fill(*fresh)) {
             return false;
         }
-        ops_.move(*ops_.append(list_), *fresh);
+        append_(list_, *fresh);
         return true;
     }
 
 private:
     void* list_;
-    const StructOps& ops_;
+    const FieldTable& fields_;
+    void (*append_)(void* list, protocol::IJSONStruct& element);
 };
 
 template <class Member>

@@ -79,7 +79,7 @@ void ClearLists(void* base, const FieldTable& table)
             At<std::vector<std::int32_t>>(base, field).clear();
             break;
         case Kind::StructList:
-            field.ops->clear(&At<char>(base, field));
+            field.ops->renew(&At<char>(base, field), 0);
             break;
         default:
             break;
@@ -143,9 +143,10 @@ void ReadField(void* base, const Field& field, const cJSON* node)
     case Kind::StructList:
         if (cJSON_IsArray(node) != 0) {
             void* const list = &At<char>(base, field);
-            field.ops->reserve(list, ChildCount(node));
+            field.ops->renew(list, ChildCount(node));
+            std::size_t index = 0;
             for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-                IJSONStruct* const element = field.ops->append(list);
+                IJSONStruct* const element = field.ops->at(list, index++);
                 if (cJSON_IsObject(child) != 0) {
                     element->Parse(child);
                 }
@@ -219,7 +220,7 @@ cJSON* MakeIntList(const std::vector<std::int32_t>& list)
     return array.Release();
 }
 
-cJSON* MakeStructList(const void* list, const StructOps& ops)
+cJSON* MakeStructList(void* list, const StructOps& ops)
 {
     JsonTree array(cJSON_CreateArray());
     const std::size_t count = ops.count(list);
@@ -263,7 +264,7 @@ cJSON* MakeItem(const void* base, const Field& field)
     case Kind::IntList:
         return MakeIntList(At<std::vector<std::int32_t>>(base, field));
     case Kind::StructList:
-        return MakeStructList(&At<char>(base, field), *field.ops);
+        return MakeStructList(const_cast<char*>(&At<char>(base, field)), *field.ops);
     }
     return nullptr;
 }

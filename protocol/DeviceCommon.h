@@ -43,7 +43,7 @@ struct NEXWIRE_API DateRange : IInboundData {
 
 /// The time segments of a day of the week.
 struct NEXWIRE_API DayPlan : IInboundData {
-    std::string week; ///< "Monday" to "Sunday".
+    std::string week; ///< One of: "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday".
     bool enable = false;
     std::vector<TimeSegment> timeSegmentList; ///< In order of time, without overlap; usually at most 8.
     NEXWIRE_JSON

@@ -66,12 +66,16 @@ rapidjson::Value SampleOf(const catalogue::MemberView& member, Outer& outer, All
         } else {
             value.PushBack(0, allocator);
         }
+    } else if (member.limits->closed) {
+        const char* const first = member.limits->values.data->value;
+        value = member.limits->numbers ? rapidjson::Value(static_cast<std::int64_t>(std::stoll(first)))
+                                       : rapidjson::Value(first, allocator);
     } else if (member.type == "text") {
         value.SetString("");
     } else if (member.type == "true or false") {
         value.SetBool(false);
     } else {
-        value.SetInt(0);
+        value.SetInt64(member.limits->minimum.set ? member.limits->minimum.value : 0);
     }
     return value;
 }

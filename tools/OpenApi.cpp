@@ -62,21 +62,6 @@ std::string WithoutNames(const std::string& path)
     return bare;
 }
 
-/// Words in double quotes: what a text may be, where its comment lists that.
-std::vector<std::string> Vocabulary(const std::string& doc)
-{
-    std::vector<std::string> words;
-    for (std::size_t open = doc.find('"'); open != std::string::npos; open = doc.find('"', open)) {
-        const std::size_t close = doc.find('"', open + 1);
-        if (close == std::string::npos) {
-            break;
-        }
-        words.push_back(doc.substr(open + 1, close - open - 1));
-        open = close + 1;
-    }
-    return words;
-}
-
 std::string OperationId(const catalogue::Observed& observed)
 {
     std::string id = observed.name;
@@ -500,6 +485,62 @@ private:
         return response;
     }
 
+    void AddBound(Value& schema, const char* key, const catalogue::Bound& bound)
+    {
+        if (bound.set) {
+            Add(schema, key, Value(bound.value));
+        }
+    }
+
+    /// Adds a schema beside another that may hold instead.
+    void AddInstead(Value& schema, Value first, Value second)
+    {
+        Value any = Array();
+        Push(any, std::move(first));
+        Push(any, std::move(second));
+        Add(schema, "anyOf", std::move(any));
+    }
+
+    /// What the comment says about the values of a plain member.
+    void AddLimits(Value& schema, const catalogue::Limits& limits)
+    {
+        Value values = Array();
+        for (const catalogue::Choice& choice : limits.values) {
+            Push(values,
+                 limits.numbers ? Value(static_cast<std::int64_t>(std::stoll(choice.value))) : Text(choice.value));
+        }
+        if (limits.closed && limits.empty) {
+            Push(values, Text(""));
+        }
+        if (!values.Empty()) {
+            Add(schema, limits.closed ? "enum" : "examples", std::move(values));
+        }
+        Value bounds = Object();
+        AddBound(bounds, "minimum", limits.minimum);
+        AddBound(bounds, "maximum", limits.maximum);
+        AddBound(bounds, "minLength", limits.minLength);
+        AddBound(bounds, "maxLength", limits.maxLength);
+        Value instead = Array();
+        for (const std::int64_t number : limits.also) {
+            Push(instead, Value(number));
+        }
+        if (limits.empty && limits.minLength.set) {
+            Push(instead, Text(""));
+        }
+        if (instead.Empty()) {
+            for (auto& bound : bounds.GetObject()) {
+                Add(schema, bound.name.GetString(), std::move(bound.value));
+            }
+        } else {
+            Value other = Object();
+            Add(other, "enum", std::move(instead));
+            AddInstead(schema, std::move(bounds), std::move(other));
+        }
+        if (limits.unit != nullptr && *limits.unit != '\0') {
+            Add(schema, "x-nexwire-unit", Text(limits.unit));
+        }
+    }
+
     Value MemberSchema(const catalogue::MemberView& member)
     {
         Value element;
@@ -507,14 +548,6 @@ private:
             element = Reference(member.structure);
         } else if (member.type == "text" || member.type == "list of texts") {
             element = OfType("string");
-            const std::vector<std::string> words = Vocabulary(member.doc);
-            if (words.size() > 1) {
-                Value examples = Array();
-                for (const std::string& word : words) {
-                    Push(examples, Text(word));
-                }
-                Add(element, "examples", std::move(examples));
-            }
         } else if (member.type == "true or false") {
             element = OfType("boolean");
         } else if (member.type == "number") {
@@ -523,10 +556,19 @@ private:
             element = OfType("integer");
             Add(element, "format", member.type == "integer of 64 bits" ? "int64" : "int32");
         }
+        const catalogue::Limits& limits = *member.limits;
+        if (member.structure.empty()) {
+            AddLimits(element, limits);
+        }
         if (member.list) {
             Value list = OfType("array");
             Add(list, "items", std::move(element));
+            AddBound(list, "minItems", limits.minItems);
+            AddBound(list, "maxItems", limits.maxItems);
             element = std::move(list);
+        }
+        if (limits.readOnly) {
+            Add(element, "readOnly", Value(true));
         }
         if (!member.doc.empty()) {
             Add(element, "description", member.doc);
@@ -568,11 +610,18 @@ private:
                 Add(schema, "description", view.doc);
             }
             Value properties = Object();
+            Value required = Array();
             for (const catalogue::MemberView& member : view.members) {
                 Add(properties, member.key, MemberSchema(member));
+                if (member.limits->required) {
+                    Push(required, Text(member.key));
+                }
             }
             if (!view.members.empty()) {
                 Add(schema, "properties", std::move(properties));
+            }
+            if (!required.Empty()) {
+                Add(schema, "required", std::move(required));
             }
             if (!view.rootName.empty()) {
                 Add(schema, "x-nexwire-root-name", view.rootName);

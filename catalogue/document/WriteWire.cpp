@@ -9,8 +9,8 @@
 
 #include <keel/Log.h>
 #include <rapidjson/document.h>
-#include <rapidjson/writer.h>
 #include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "catalogue/Comments.h"
 #include "catalogue/Find.h"
@@ -145,7 +145,7 @@ void WriteFunction(Json& json, const Observed& observed)
         json.Member("verb", VerbOf(observed.request.method));
         json.Member("path", observed.path);
         json.Member("before", observed.before);
-        json.Member("timeout", observed.request.timeoutMs);
+        json.Member("timeout", observed.direct ? 0 : observed.request.timeoutMs);
         json.Member("headers", observed.request.headers);
         json.Member("params", observed.request.params);
         json.Member("root", observed.root);
@@ -225,6 +225,7 @@ void WriteLimits(Json& json, const Limits& limits)
     json.Member("maxItems", limits.maxItems);
     json.Member("unit", limits.unit == nullptr ? "" : limits.unit);
     json.Member("required", limits.required);
+    json.Member("readOnly", limits.readOnly);
 }
 
 void WriteView(Json& json, const StructureView& view, const rapidjson::Value& fresh)

@@ -1,4 +1,4 @@
-#include "Header.h"
+#include "catalogue/generator/Header.h"
 
 #include <algorithm>
 #include <cctype>

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "Tokens.h"
-#include "Vocabulary.h"
+#include "catalogue/generator/Tokens.h"
+#include "catalogue/generator/Vocabulary.h"
 
 // What is read of a header.
 

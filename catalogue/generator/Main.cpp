@@ -12,7 +12,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "Rows.h"
+#include "catalogue/generator/Rows.h"
 
 namespace {
 

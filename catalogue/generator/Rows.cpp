@@ -1,4 +1,4 @@
-#include "Rows.h"
+#include "catalogue/generator/Rows.h"
 
 #include <algorithm>
 #include <set>
@@ -275,7 +275,8 @@ void Rows::WriteType(std::ostream& out, const Type& type, std::size_t number) co
                 << Optional(said.maximum) << ", " << Optional(said.minLength) << ", " << Optional(said.maxLength)
                 << ", " << Optional(said.minItems) << ", " << Optional(said.maxItems) << ", "
                 << (said.also.empty() ? "{}" : "{kAlso" + own + ", " + std::to_string(said.also.size()) + "}") << ", "
-                << Flag(said.empty) << ", " << Flag(said.required) << ", " << Quoted(said.unit) << "};\n";
+                << Flag(said.empty) << ", " << Flag(said.required) << ", " << Flag(said.readOnly) << ", "
+                << Quoted(said.unit) << "};\n";
         }
         rows += "    {" + Quoted(member.name) + ", " + Quoted(member.type) + ", " + Quoted(member.doc) + ", " +
                 (said.Any() ? "&kLimits" + own : "nullptr") + "},\n";

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Header.h"
+#include "catalogue/generator/Header.h"
 
 namespace generator {
 

@@ -1,4 +1,4 @@
-#include "Tokens.h"
+#include "catalogue/generator/Tokens.h"
 
 #include <cctype>
 

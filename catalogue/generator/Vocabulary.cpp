@@ -1,4 +1,4 @@
-#include "Vocabulary.h"
+#include "catalogue/generator/Vocabulary.h"
 
 #include <algorithm>
 #include <cctype>
@@ -6,7 +6,7 @@
 #include <regex>
 #include <stdexcept>
 
-#include "Tokens.h"
+#include "catalogue/generator/Tokens.h"
 
 namespace generator {
 namespace {
@@ -155,7 +155,7 @@ void TakeClause(const std::string& clause, Vocabulary& vocabulary)
     static const std::regex upTo("up to (-?[0-9]+)" + unit);
     static const std::regex exact("([0-9]+) (characters|character|digits|digit|bytes|elements|element)");
     static const std::regex also("(-?[0-9]+)(?:: .*| for .*)");
-    static const std::regex empty("empty(?:: .*| for .*)?");
+    static const std::regex empty("empty(?:[: ].*)?");
     static const std::regex onlyUnit("milliseconds|seconds|minutes|hours|days|per cent");
     std::smatch match;
     if (std::regex_match(clause, match, range)) {
@@ -172,6 +172,8 @@ void TakeClause(const std::string& clause, Vocabulary& vocabulary)
         vocabulary.empty = true;
     } else if (clause == "required") {
         vocabulary.required = true;
+    } else if (clause == "read only") {
+        vocabulary.readOnly = true;
     } else if (std::regex_match(clause, onlyUnit)) {
         vocabulary.unit = ShortUnit(clause);
     }
@@ -182,7 +184,7 @@ void TakeClause(const std::string& clause, Vocabulary& vocabulary)
 bool Vocabulary::Any() const
 {
     return !values.empty() || minimum.set || maximum.set || minLength.set || maxLength.set || minItems.set ||
-           maxItems.set || empty || required || !unit.empty();
+           maxItems.set || empty || required || readOnly || !unit.empty();
 }
 
 Vocabulary ReadVocabulary(const std::string& comment)

@@ -27,6 +27,7 @@ struct Vocabulary {
     std::vector<std::int64_t> also; ///< Numbers outside the range.
     bool empty = false;             ///< The text may also be empty.
     bool required = false;
+    bool readOnly = false; ///< Only answers say it.
     std::string unit;
 
     bool Any() const;

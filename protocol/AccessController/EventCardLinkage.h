@@ -9,8 +9,9 @@ namespace protocol {
 /// `linkageType` says which of the three sources counts: an event, a card or an employee.
 struct NEXWIRE_API EventCardLinkageCfg : IInboundData {
     bool enable = false;
-    std::string linkageType;                ///< "event", "card", "employee".
-    std::string eventType;                  ///< For "event": "device", "alarmIn", "door", "cardReader".
+    std::string linkageType;                ///< One of: "event", "card", "employee".
+    std::string eventType;                  ///< For "event" one of: "device", "alarmIn", "door", "cardReader"; empty
+                                            ///< otherwise.
     std::int32_t eventCode = 0;             ///< For "event": the device's number of the event within its type.
     std::int32_t sourceNo = 0;              ///< For "event": alarm input, door or reader it must come from; 0 for any.
     std::string cardNo;                     ///< For "card": decimal text.

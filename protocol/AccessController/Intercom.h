@@ -17,8 +17,8 @@ struct NEXWIRE_API DialInfo : IInboundData {
     std::string deviceGuid;      ///< The other station.
     std::string deviceName;
     std::string roomNo;            ///< As displayed, for example "1-1-1-101".
-    std::int32_t callType = 0;     ///< 0 received, 1 dialled.
-    std::int32_t callState = 0;    ///< 0 missed, 1 answered, 2 refused.
+    std::int32_t callType = 0;     ///< One of: 0 received, 1 dialled.
+    std::int32_t callState = 0;    ///< One of: 0 missed, 1 answered, 2 refused.
     std::int64_t beginTime = 0;    ///< Milliseconds since 1970-01-01 UTC.
     std::int32_t talkDuration = 0; ///< Seconds; 0 for a call that was not answered.
     NEXWIRE_JSON
@@ -53,7 +53,7 @@ struct NEXWIRE_API DailInfosGet : IInboundData {
     std::string personGUID;
     std::string deviceGuid;
     std::int32_t deviceType = -1; ///< Server vocabulary; -1: any.
-    std::int32_t callState = -1;  ///< As in `DialInfo`; -1: any.
+    std::int32_t callState = -1;  ///< One of: -1 any, 0 missed, 1 answered, 2 refused.
     std::int64_t beginTime = 0;   ///< Begin of the calls, from, milliseconds since 1970-01-01 UTC; 0: no limit.
     std::int64_t endTime = 0;     ///< Until, likewise.
     NEXWIRE_JSON
@@ -75,8 +75,8 @@ struct NEXWIRE_API DailInfosResponseDataData : IReturnData {
 
 /// A notice as an intercom device shows it.
 struct NEXWIRE_API NoticeInfo : IInboundData {
-    std::string noticeNumber; ///< The sender's, at most 32 bytes; a device replaces a notice of the same number.
-    std::string noticeType;   ///< "advertisement", "property", "alarm", "notice".
+    std::string noticeNumber; ///< The sender's. Up to 32 bytes; a device replaces a notice of the same number.
+    std::string noticeType;   ///< One of: "advertisement", "property", "alarm", "notice".
     std::string noticeTitle;
     std::string noticeContent;
     std::string noticeTime;            ///< "YYYY-MM-DDTHH:MM:SS", in the device's local time.
@@ -147,9 +147,9 @@ struct NEXWIRE_API NoticeInfosResponseDataData : IReturnData {
 
 /// What a gateway is to do with something attached to it.
 struct NEXWIRE_API ResourceControl : IInboundData {
-    std::string resourceType;      ///< "door", "lift", "alarmOut", "light".
+    std::string resourceType;      ///< One of: "door", "lift", "alarmOut", "light".
     std::int32_t resourceNo = 0;   ///< Number of the resource on the gateway, from 1.
-    std::string cmd;               ///< "open", "close", "alwaysOpen", "alwaysClose", "restore".
+    std::string cmd;               ///< One of: "open", "close", "alwaysOpen", "alwaysClose", "restore".
     std::int32_t openDuration = 0; ///< Seconds for "open"; 0 keeps the resource's own setting.
     std::int32_t floorNo = 0;      ///< Floor for a lift.
     std::string operatorName;      ///< For the gateway's log.
@@ -160,9 +160,10 @@ struct NEXWIRE_API ResourceControl : IInboundData {
 struct NEXWIRE_API RemoteControlGateway : IInboundData {
     std::int32_t gatewayNo = 1; ///< Door station behind the device, from 1.
     std::int32_t lockNo = 1;    ///< Lock of the station, from 1.
-    std::string cmd;           ///< "open", "close", "alwaysOpen", "alwaysClose", "visitorCallLift", "residentCallLift".
-    std::string controlSource; ///< "monitor" while watching, "calling" while talking.
-    std::string operatorName;  ///< For the device's log.
+    std::string cmd;            ///< One of: "open", "close", "alwaysOpen", "alwaysClose", "visitorCallLift",
+                                ///< "residentCallLift".
+    std::string controlSource;  ///< One of: "monitor" while watching, "calling" while talking.
+    std::string operatorName;   ///< For the device's log.
     NEXWIRE_JSON
 };
 
@@ -170,7 +171,7 @@ struct NEXWIRE_API RemoteControlGateway : IInboundData {
 struct NEXWIRE_API OutDoorUnit : IInboundData {
     std::int32_t unitIndex = 0; ///< Number of the station on the device, from 1.
     std::string deviceName;
-    std::string unitType; ///< "outdoor", "villa", "confirmatory", "outerDoor", "doorPhone".
+    std::string unitType; ///< One of: "outdoor", "villa", "confirmatory", "outerDoor", "doorPhone".
     std::string serialNumber;
     std::string ipAddress;
     std::int32_t port = 0; ///< 1 to 65535.

@@ -11,7 +11,8 @@ struct NEXWIRE_API LadderControlRelay : IInboundData {
     std::int32_t relayNo = 0;  ///< From 1, over all modules of the controller.
     std::int32_t moduleNo = 0; ///< Distributed module it sits on, 0 for the controller itself.
     bool enable = false;
-    std::string relayType;    ///< "floorButton" releases a button, "callLift" calls the lift, "auto" presses a button.
+    std::string relayType;    ///< One of: "floorButton" releases a button, "callLift" calls the lift, "auto" presses a
+                              ///< button.
     std::int32_t floorNo = 0; ///< Below ground negative; 0 for none.
     std::string floorName;    ///< As the lift shows it, at most 32 bytes.
     std::int32_t openDuration = 5; ///< How long the relay stays closed, seconds, 1 to 255.

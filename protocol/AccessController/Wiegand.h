@@ -6,7 +6,8 @@ namespace protocol {
 
 /// Where one part of the output lies in a Wiegand frame.
 struct NEXWIRE_API WiegandOutRule : IInboundData {
-    std::int32_t ruleType = 0; ///< Part of the frame: 0 card number, 1 site code, 2 manufacturer code, 3 OEM code.
+    std::int32_t ruleType = 0; ///< Part of the frame. One of: 0 card number, 1 site code, 2 manufacturer code, 3 OEM
+                               ///< code.
     std::int32_t beginBit = 0; ///< First bit, from 0.
     std::int32_t length = 0;   ///< Bits.
     NEXWIRE_JSON

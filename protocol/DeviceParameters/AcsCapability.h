@@ -120,7 +120,7 @@ struct NEXWIRE_API FDLibCapabilityData : IInboundData {
 struct NEXWIRE_API ALgorithmInfo : IInboundData {
     std::string algorithmId;
     std::string algorithmName;
-    std::string algorithmType;    ///< "face", "fingerPrint", "iris".
+    std::string algorithmType;    ///< One of: "face", "fingerPrint", "iris".
     std::string algorithmVersion; ///< "major.minor.build".
     std::int32_t modelBytes = 0;  ///< Size of one model.
     NEXWIRE_JSON
@@ -160,7 +160,7 @@ struct NEXWIRE_API CommonIntercomAbility : IInboundData {
 
 /// Where an intercom device stands and how it calls.
 struct NEXWIRE_API IntercomParamConfig : IInboundData {
-    std::string unitType; ///< "indoor", "outdoor", "villa", "confirm", "manage".
+    std::string unitType; ///< One of: "indoor", "outdoor", "villa", "confirm", "manage".
     std::int32_t periodNumber = 0;
     std::int32_t buildingNumber = 0;
     std::int32_t unitNumber = 0;
@@ -168,8 +168,8 @@ struct NEXWIRE_API IntercomParamConfig : IInboundData {
     std::int32_t roomNumber = 0;
     std::int32_t deviceIndex = 0; ///< Among devices of the same place; 0 for the main one.
     std::int32_t lockNum = 0;     ///< Locks that it opens.
-    std::int32_t maxRingTime = 0; ///< Seconds.
-    std::int32_t maxTalkTime = 0; ///< Seconds.
+    std::int32_t maxRingTime = 0; ///< 0 to 255 s.
+    std::int32_t maxTalkTime = 0; ///< 0 to 255 s.
     std::string manageCenterIp;   ///< Empty: none.
     std::int32_t manageCenterPort = 0;
     std::string sipServerIp; ///< Empty: none.
@@ -182,9 +182,9 @@ struct NEXWIRE_API IntercomParamConfig : IInboundData {
 /// State of one door.
 struct NEXWIRE_API AcsDoorWorkStatus : IInboundData {
     std::int32_t doorNo = 0;
-    std::string doorState;    ///< What it was told: "sleep", "remainOpen", "remainClosed", "normal".
-    std::string lockState;    ///< "closed", "open", "shorted", "cut", "abnormal".
-    std::string contactState; ///< "closed", "open", "shorted", "cut", "abnormal".
+    std::string doorState;    ///< What it was told. One of: "sleep", "remainOpen", "remainClosed", "normal".
+    std::string lockState;    ///< One of: "closed", "open", "shorted", "cut", "abnormal".
+    std::string contactState; ///< One of: "closed", "open", "shorted", "cut", "abnormal".
     NEXWIRE_JSON
 };
 
@@ -204,7 +204,7 @@ struct NEXWIRE_API AcsWorkStatus : IInboundData {
     std::vector<std::int32_t> armedAlarmInNoList;
     std::vector<std::int32_t> triggeredAlarmInNoList;
     std::vector<std::int32_t> activeAlarmOutNoList;
-    std::string powerSupply;   ///< "mains", "battery".
+    std::string powerSupply;   ///< One of: "mains", "battery".
     double batteryVoltage = 0; ///< Volts.
     bool batteryLow = false;
     bool hostTampered = false;
@@ -217,9 +217,9 @@ struct NEXWIRE_API AcsWorkStatus : IInboundData {
 
 /// How a device fares on the network.
 struct NEXWIRE_API DeviceStatusResponse : IInboundData {
-    std::string deviceState;      ///< "online", "offline", "abnormal".
-    std::string armState;         ///< Event channel to the platform: "armed", "disarmed".
-    std::string activationState;  ///< "active", "inactive".
+    std::string deviceState;      ///< One of: "online", "offline", "abnormal".
+    std::string armState;         ///< Event channel to the platform. One of: "armed", "disarmed".
+    std::string activationState;  ///< One of: "active", "inactive".
     std::string deviceTime;       ///< "YYYY-MM-DDTHH:MM:SS", local time of the device.
     std::int64_t upTime = 0;      ///< Since the last start, seconds.
     std::int32_t cpuUsage = 0;    ///< Per cent.

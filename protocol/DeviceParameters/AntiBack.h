@@ -12,8 +12,8 @@ namespace protocol {
 /// Anti-passback of the device as a whole.
 struct NEXWIRE_API AcsAntiSneakParamCfg : IInboundData {
     bool enable = false;
-    std::string antiSneakMode;          ///< "route": readers in a given order; "inOut": by reader direction.
-    std::string violationMode;          ///< Second passage: "deny", "alarmOnly".
+    std::string antiSneakMode;          ///< One of: "route" readers in a given order, "inOut" by reader direction.
+    std::string violationMode;          ///< Second passage. One of: "deny", "alarmOnly".
     std::int32_t startCardReaderNo = 0; ///< Reader where every route begins; 0: at any.
     bool firstPassFree = false;         ///< A person whose whereabouts are unknown passes everywhere.
     bool superCardFree = false;         ///< Super cards pass whatever the rules say.
@@ -25,7 +25,8 @@ struct NEXWIRE_API AcsAntiSneakParamCfg : IInboundData {
 struct NEXWIRE_API CardReaderAntiSneak : IInboundData {
     std::int32_t cardReaderNo = 0;
     bool enable = false;
-    std::string direction;                              ///< For mode "inOut": "in", "out", "none".
+    std::string direction;                              ///< For mode "inOut" one of: "in", "out", "none"; empty
+                                                        ///< otherwise.
     std::vector<std::int32_t> followUpCardReaderNoList; ///< For mode "route": readers that may come next.
     NEXWIRE_JSON
 };
@@ -47,7 +48,7 @@ struct NEXWIRE_API AcsClearAntiSneakParamCfg : IInboundData {
 
 /// Has a device forget who is where.
 struct NEXWIRE_API AcsClearAntiSneakRecord : IInboundData {
-    std::string clearMode;                   ///< "all", "employeeNo", "cardNo".
+    std::string clearMode;                   ///< One of: "all", "employeeNo", "cardNo".
     std::vector<std::string> employeeNoList; ///< Persons, for mode "employeeNo".
     std::vector<std::string> cardNoList;     ///< Cards, for mode "cardNo"; decimal texts.
     NEXWIRE_JSON
@@ -66,9 +67,10 @@ struct NEXWIRE_API ClearAntiSneak : IInboundData {
 /// When a device forgets by itself who is where.
 struct NEXWIRE_API AntiBackResetRuleConfig : IInboundData {
     bool enable = false;
-    std::string resetMode;                  ///< "daily", "weekly", "interval".
+    std::string resetMode;                  ///< One of: "daily", "weekly", "interval".
     std::vector<std::string> resetTimeList; ///< For "daily" and "weekly": "HH:MM:SS".
-    std::vector<std::string> weekList;      ///< For "weekly": "Monday" to "Sunday".
+    std::vector<std::string> weekList;      ///< For "weekly". One of: "Monday", "Tuesday", "Wednesday", "Thursday",
+                                            ///< "Friday", "Saturday", "Sunday".
     std::int32_t resetInterval = 0;         ///< For "interval": minutes after a person's last passage.
     NEXWIRE_JSON
 };
@@ -125,7 +127,8 @@ struct NEXWIRE_API MultiDoorInterLockGroup : IInboundData {
 /// Interlock of a device: all groups in an answer; those to change, whole, in an order.
 struct NEXWIRE_API MultiDoorInterLockParam : IInboundData {
     bool enable = false;
-    std::string lockMode;         ///< The others stay locked while a door is "open" or already when "unlocked".
+    std::string lockMode;         ///< When the others stay locked. One of: "open" while a door stands open, "unlocked"
+                                  ///< as soon as it is unlocked.
     bool releaseOnFire = false;   ///< A fire signal lifts the interlock.
     bool superCardFree = false;   ///< Super cards pass whatever the rules say.
     std::int32_t openTimeout = 0; ///< A door that stands open for longer raises an alarm, seconds; 0: no alarm.

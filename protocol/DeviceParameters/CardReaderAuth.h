@@ -54,13 +54,15 @@ struct NEXWIRE_API VerifyPlanTemplateParam : IInboundData {
 /// A part of a day with its mode.
 struct NEXWIRE_API VerifyTimeSegment : IInboundData {
     TimeSegment timeSegment;
-    std::string verifyMode; ///< As for readers: "card", "cardAndPassword", "fingerPrint", "face", ... or "sleep".
+    std::string verifyMode; ///< As for readers, and "sleep". For example: "card", "cardAndPassword", "fingerPrint",
+                            ///< "face", "sleep".
     NEXWIRE_JSON
 };
 
 /// A day of the week.
 struct NEXWIRE_API VerifyDayPlan : IInboundData {
-    std::string week;                               ///< "Monday" to "Sunday".
+    std::string week;                               ///< One of: "Monday", "Tuesday", "Wednesday", "Thursday", "Friday",
+                                                    ///< "Saturday", "Sunday".
     std::vector<VerifyTimeSegment> timeSegmentList; ///< In order of time, without overlap.
     NEXWIRE_JSON
 };

@@ -14,10 +14,10 @@ struct NEXWIRE_API SnapConfig : IInboundData {
     std::int32_t snapChannelNo = 0; ///< Camera, from 1.
     bool enable = false;
     std::int32_t snapTimes = 1;                 ///< Pictures per event.
-    std::vector<std::int32_t> snapIntervalList; ///< Before each picture but the first, milliseconds.
-    std::string resolution;                     ///< "CIF", "4CIF", "VGA", "720P", "1080P", "UXGA".
-    std::string pictureQuality;                 ///< "best", "better", "normal".
-    std::vector<std::string> snapEventList;     ///< "authPass", "authFail", "doorForced", "duress", "doorbell".
+    std::vector<std::int32_t> snapIntervalList; ///< Before each picture but the first. 0 to 60000 ms.
+    std::string resolution;                     ///< One of: "CIF", "4CIF", "VGA", "720P", "1080P", "UXGA".
+    std::string pictureQuality;                 ///< One of: "best", "better", "normal".
+    std::vector<std::string> snapEventList;     ///< One of: "authPass", "authFail", "doorForced", "duress", "doorbell".
     bool overlayTime = false;                   ///< Write time and door into the picture.
     bool uploadPicture = false;                 ///< Send pictures with their events.
     bool savePicture = false;                   ///< Keep pictures on the device.
@@ -44,10 +44,10 @@ struct NEXWIRE_API SnapConfigAbility : IInboundData {
 struct NEXWIRE_API M1CardEncryptCfg : IInboundData {
     bool enable = false;       ///< Refuse cards whose sector does not open with the key.
     std::int32_t sectorNo = 0; ///< Sector with the check data, from 0; sector 0 is the maker's.
-    std::string keyType;       ///< Key that opens it: "A", "B".
+    std::string keyType;       ///< Key that opens it. One of: "A", "B".
     std::string sectorKey;     ///< That key: 12 hexadecimal digits, plain text; devices answer it empty.
     std::string newSectorKey;  ///< Key to write to cards that are issued, likewise; empty: leave theirs.
-    std::string readContent;   ///< What becomes the card number: "serialNo", "sectorData".
+    std::string readContent;   ///< What becomes the card number. One of: "serialNo", "sectorData".
     std::int32_t blockNo = 0;  ///< For "sectorData": block in the sector, 0 to 2.
     NEXWIRE_JSON
 };
@@ -71,8 +71,8 @@ struct NEXWIRE_API AcsExternelDevice : IInboundData {
     std::int32_t externelNo = 0; ///< From 1.
     std::string externelName;
     bool enable = false;
-    std::string externelType; ///< "securityModule", "ladderModule", "ioModule", "fingerPrintModule", "keypad".
-    std::string connectType;  ///< "rs485", "wiegand", "network", "usb".
+    std::string externelType; ///< One of: "securityModule", "ladderModule", "ioModule", "fingerPrintModule", "keypad".
+    std::string connectType;  ///< One of: "rs485", "wiegand", "network", "usb".
     std::int32_t address = 0; ///< On its RS-485 line, 1 to 255; 0 otherwise.
     std::vector<std::int32_t> doorNoList; ///< Doors that it serves.
     bool offlineAlarm = false;            ///< Alarm when it does not answer.
@@ -80,34 +80,34 @@ struct NEXWIRE_API AcsExternelDevice : IInboundData {
     std::string model;                    ///< Read only, like the rest.
     std::string serialNo;
     std::string softwareVersion;
-    std::string onlineStatus; ///< "online", "offline".
+    std::string onlineStatus; ///< One of: "online", "offline".
     NEXWIRE_JSON
 };
 
 /// Modules of a device: all of them in an answer; those to change, whole, in an order. The names are spelled so.
 struct NEXWIRE_API AcsExternelParameters : IInboundData {
     std::vector<AcsExternelDevice> externelDeviceList;
-    std::int32_t offlineCheckTime = 0; ///< A module counts as off-line after this silence, seconds.
+    std::int32_t offlineCheckTime = 0; ///< A module counts as off-line after this silence. 0 to 255 s.
     NEXWIRE_JSON
 };
 
 /// How a terminal compares persons with their identity document or their stored face.
 struct NEXWIRE_API IdentityTerminal : IInboundData {
-    std::string terminalMode;             ///< "accessControl", "identityCheck": compares with the document only.
-    std::string cameraType;               ///< Built-in camera: "visible", "infrared", "dual"; read only.
-    std::string fingerPrintModule;        ///< "none", "optical", "capacitive"; read only.
+    std::string terminalMode;             ///< One of: "accessControl", "identityCheck" compares with the document only.
+    std::string cameraType;               ///< Built-in camera. One of: "visible", "infrared", "dual"; read only.
+    std::string fingerPrintModule;        ///< One of: "none", "optical", "capacitive"; read only.
     bool documentReader = false;          ///< Reads identity documents.
-    std::string documentReadMode;         ///< "fullInfo", "serialNo".
-    std::int32_t faceVerifyThreshold = 0; ///< Least likeness of face and document, per cent.
-    std::int32_t faceVerifyTimeout = 0;   ///< Longest comparison, seconds.
+    std::string documentReadMode;         ///< One of: "fullInfo", "serialNo".
+    std::int32_t faceVerifyThreshold = 0; ///< Least likeness of face and document. 1 to 100 %.
+    std::int32_t faceVerifyTimeout = 0;   ///< Longest comparison. 0 to 255 s.
     bool blockListCheck = false;          ///< Refuse persons of the block list.
     bool fingerPrintCheck = false;        ///< Compare the finger with the document as well.
     bool uploadDocumentInfo = false;      ///< Send what the document says with the event.
     bool saveCertifiedPicture = false;    ///< Keep the picture of a successful comparison.
     bool lowLightMode = false;            ///< Infrared comparison in the dark.
-    std::int32_t lowLightThreshold = 0;   ///< Least likeness then, per cent.
+    std::int32_t lowLightThreshold = 0;   ///< Least likeness then. 1 to 100 %.
     std::int32_t lowLightBrightness = 0;  ///< Darkness at which that starts, 0 (dark) to 8 (bright).
-    std::int32_t screenOffTimeout = 0;    ///< Screen goes dark after this rest, seconds; 0: never.
+    std::int32_t screenOffTimeout = 0;    ///< Screen goes dark after this rest. 0 to 255 s; 0: never.
     NEXWIRE_JSON
 };
 
@@ -135,10 +135,12 @@ struct NEXWIRE_API IdentityTerminalAbility : IInboundData {
 
 /// When a terminal offers one attendance state, and how.
 struct NEXWIRE_API AttendanceStatusRuleCfg : IInboundData {
-    std::string attendanceStatus; ///< "checkIn", "checkOut", "breakOut", "breakIn", "overtimeIn", "overtimeOut".
+    std::string attendanceStatus; ///< One of: "checkIn", "checkOut", "breakOut", "breakIn", "overtimeIn",
+                                  ///< "overtimeOut".
     bool enable = false;
     std::string statusName;           ///< What the terminal shows.
-    std::string statusKey;            ///< Key that chooses it: "up", "down", "left", "right", "esc", "ok", "none".
+    std::string statusKey;            ///< Key that chooses it. One of: "up", "down", "left", "right", "esc", "ok",
+                                      ///< "none".
     bool autoSwitch = false;          ///< The plan below chooses it without a key.
     std::vector<DayPlan> dayPlanList; ///< A segment says from when to when the state stands.
     NEXWIRE_JSON
@@ -157,10 +159,10 @@ struct NEXWIRE_API AttendanceStatusRuleCfgAbility : IInboundData {
 
 /// How a terminal comes by the attendance state of a passage.
 struct NEXWIRE_API AttendanceStatusModeCfg : IInboundData {
-    std::string attendanceStatusMode; ///< "disable", "manual", "auto", "manualAndAuto".
+    std::string attendanceStatusMode; ///< One of: "disable", "manual", "auto", "manualAndAuto".
     bool statusRequired = false;      ///< In the manual modes: no passage without a state.
-    std::string chooseOrder;          ///< The state is chosen "beforeAuth" or "afterAuth".
-    std::int32_t statusHoldTime = 0;  ///< A chosen state stands for this long, seconds; 0: until the next choice.
+    std::string chooseOrder;          ///< When the state is chosen. One of: "beforeAuth", "afterAuth".
+    std::int32_t statusHoldTime = 0;  ///< A chosen state stands for this long. 0 to 255 s; 0: until the next choice.
     bool statusPrompt = false;        ///< Say and show the state of each passage.
     NEXWIRE_JSON
 };

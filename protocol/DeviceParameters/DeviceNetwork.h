@@ -17,7 +17,7 @@ struct NEXWIRE_API NetworkCardParameters : IInboundData {
     std::string ipv4Address;
     std::string ipv4SubnetMask;
     std::string ipv4Gateway;
-    std::string ipv6Mode; ///< "disable", "manual", "dhcp", "routeAdvertisement".
+    std::string ipv6Mode; ///< One of: "disable", "manual", "dhcp", "routeAdvertisement".
     std::string ipv6Address;
     std::int32_t ipv6PrefixLength = 0; ///< Bits, 0 to 128.
     std::string ipv6Gateway;
@@ -26,13 +26,13 @@ struct NEXWIRE_API NetworkCardParameters : IInboundData {
     std::string secondaryDns;
     std::string macAddress;  ///< "00:11:22:aa:bb:cc"; read only on most devices.
     std::int32_t mtu = 1500; ///< Bytes.
-    std::string speedDuplex; ///< "auto", "10MHalf", "10MFull", "100MHalf", "100MFull", "1000MFull".
+    std::string speedDuplex; ///< One of: "auto", "10MHalf", "10MFull", "100MHalf", "100MFull", "1000MFull".
     NEXWIRE_JSON
 };
 
 /// Network cards of a device: all of them in an answer; those to change, whole, in an order.
 struct NEXWIRE_API MultiNetworkCardParameters : IInboundData {
-    std::string workMode;                  ///< Cards together: "independent", "loadBalance", "faultTolerance".
+    std::string workMode;                  ///< Cards together. One of: "independent", "loadBalance", "faultTolerance".
     std::int32_t defaultNetworkCardNo = 1; ///< Card with the default route.
     std::vector<NetworkCardParameters> networkCardList;
     NEXWIRE_JSON
@@ -77,8 +77,8 @@ struct NEXWIRE_API NetworkCap : IInboundData {
 struct NEXWIRE_API ReportTypeParameters : IInboundData {
     std::int32_t centerGroupNo = 0; ///< From 1.
     bool enable = false;
-    std::string reportType;                     ///< "all", "alarm", "event", "none".
-    std::string mainChannel;                    ///< "network1", "network2", "mobile1", "mobile2", "none".
+    std::string reportType;                     ///< One of: "all", "alarm", "event", "none".
+    std::string mainChannel;                    ///< One of: "network1", "network2", "mobile1", "mobile2", "none".
     std::vector<std::string> backupChannelList; ///< Tried in this order when the main channel fails.
     bool testReport = false;                    ///< Report regularly that the device is alive.
     std::int32_t testReportInterval = 0;        ///< Hours between two such reports.
@@ -103,17 +103,17 @@ struct NEXWIRE_API NetworkCenterParameters : IInboundData {
     std::int32_t centerNo = 0; ///< From 1; channel "network1" is centre 1.
     bool enable = false;
     std::string centerName;
-    std::string addressType;            ///< "ipv4", "ipv6", "domain".
+    std::string addressType;            ///< One of: "ipv4", "ipv6", "domain".
     std::string address;                ///< IP address or host name.
     std::int32_t port = 0;              ///< 1 to 65535.
-    std::string transport;              ///< "tcp", "udp".
+    std::string transport;              ///< One of: "tcp", "udp".
     std::string reportProtocol;         ///< As the ability lists them.
     std::string deviceAccount;          ///< Name the centre knows the device by.
     std::string password;               ///< Plain text; empty when the centre asks for none.
     bool encrypt = false;               ///< Reports travel encrypted.
-    std::int32_t heartbeatInterval = 0; ///< Seconds.
+    std::int32_t heartbeatInterval = 0; ///< 0 to 255 s.
     std::int32_t retryTimes = 0;        ///< Attempts before the next channel is tried.
-    std::int32_t retryInterval = 0;     ///< Between two attempts, seconds.
+    std::int32_t retryInterval = 0;     ///< Between two attempts. 0 to 255 s.
     NEXWIRE_JSON
 };
 
@@ -139,18 +139,18 @@ struct NEXWIRE_API NetCfgAbility : IInboundData {
 struct NEXWIRE_API WirelessCenterParameters : IInboundData {
     std::int32_t centerNo = 0; ///< From 1; channel "mobile1" is centre 1.
     bool enable = false;
-    std::string networkType; ///< "auto", "2G", "3G", "4G", "5G".
+    std::string networkType; ///< One of: "auto", "2G", "3G", "4G", "5G".
     std::string apn;         ///< Access point of the mobile network.
     std::string apnUserName;
     std::string apnPassword;            ///< Plain text.
-    std::string apnAuthType;            ///< "none", "pap", "chap", "auto".
+    std::string apnAuthType;            ///< One of: "none", "pap", "chap", "auto".
     std::string pinCode;                ///< Of the SIM card: 4 to 8 digits, empty: none.
-    std::string addressType;            ///< "ipv4", "ipv6", "domain".
+    std::string addressType;            ///< One of: "ipv4", "ipv6", "domain".
     std::string address;                ///< IP address or host name.
     std::int32_t port = 0;              ///< 1 to 65535.
-    std::string transport;              ///< "tcp", "udp".
+    std::string transport;              ///< One of: "tcp", "udp".
     std::string deviceAccount;          ///< Name the centre knows the device by.
-    std::int32_t heartbeatInterval = 0; ///< Seconds.
+    std::int32_t heartbeatInterval = 0; ///< 0 to 255 s.
     std::int32_t monthlyTraffic = 0;    ///< Stop at this volume, megabytes a month; 0: no limit.
     NEXWIRE_JSON
 };
@@ -178,15 +178,15 @@ struct NEXWIRE_API WirelessNetWorkCfgAbility : IInboundData {
 struct NEXWIRE_API CorvidParam : IInboundData {
     bool enable = false;
     std::string protocolVersion;        ///< As the ability lists them.
-    std::string addressType;            ///< "ipv4", "ipv6", "domain".
+    std::string addressType;            ///< One of: "ipv4", "ipv6", "domain".
     std::string address;                ///< IP address or host name of the platform.
     std::int32_t port = 0;              ///< 1 to 65535.
     std::string deviceID;               ///< Name that the device registers under.
     std::string corvidKey;              ///< Secret shared with the platform; plain text, never returned by devices.
-    std::string networkType;            ///< Way to the platform: "auto", "wired", "wireless", "mobile".
+    std::string networkType;            ///< Way to the platform. One of: "auto", "wired", "wireless", "mobile".
     bool tls = false;                   ///< Registration travels encrypted.
-    std::int32_t heartbeatInterval = 0; ///< Seconds.
-    std::string registerStatus;         ///< "online", "offline"; read only.
+    std::int32_t heartbeatInterval = 0; ///< 0 to 255 s.
+    std::string registerStatus;         ///< One of: "online", "offline"; read only.
     NEXWIRE_JSON
 };
 
@@ -213,13 +213,14 @@ struct NEXWIRE_API RS485Parameters : IInboundData {
     std::string portName;
     std::int32_t baudRate = 0;      ///< Bits a second.
     std::int32_t dataBits = 8;      ///< 5 to 8.
-    std::string stopBits;           ///< "1", "1.5", "2".
-    std::string parity;             ///< "none", "odd", "even", "mark", "space".
-    std::string flowControl;        ///< "none", "software", "hardware".
-    std::string duplex;             ///< "half", "full".
-    std::string workMode;           ///< What is on the line: "cardReader", "extensionModule", "host", "disable".
+    std::string stopBits;           ///< One of: "1", "1.5", "2".
+    std::string parity;             ///< One of: "none", "odd", "even", "mark", "space".
+    std::string flowControl;        ///< One of: "none", "software", "hardware".
+    std::string duplex;             ///< One of: "half", "full".
+    std::string workMode;           ///< What is on the line. One of: "cardReader", "extensionModule", "host",
+                                    ///< "disable".
     std::int32_t deviceAddress = 0; ///< The device's own address on the line when a host drives it, 1 to 255.
-    std::string outputType;         ///< What it reports to that host: "cardNo", "employeeNo".
+    std::string outputType;         ///< What it reports to that host. One of: "cardNo", "employeeNo".
     NEXWIRE_JSON
 };
 
@@ -243,13 +244,13 @@ struct NEXWIRE_API RS485ParametersAbility : IInboundData {
 struct NEXWIRE_API WigginParameters : IInboundData {
     std::int32_t wigginNo = 0; ///< From 1.
     bool enable = false;
-    std::string direction;          ///< "receive", "send".
-    std::string wigginMode;         ///< Frame: "wiegand26", "wiegand34", "custom".
-    std::string dataType;           ///< What a sent frame carries: "cardNo", "employeeNo".
-    std::string cardNoByteOrder;    ///< "normal", "reverse".
+    std::string direction;          ///< One of: "receive", "send".
+    std::string wigginMode;         ///< Frame. One of: "wiegand26", "wiegand34", "custom".
+    std::string dataType;           ///< What a sent frame carries. One of: "cardNo", "employeeNo".
+    std::string cardNoByteOrder;    ///< One of: "normal", "reverse".
     std::int32_t pulseWidth = 0;    ///< Of a sent pulse, microseconds.
     std::int32_t pulseInterval = 0; ///< Between two sent pulses, microseconds.
-    std::int32_t frameTimeout = 0;  ///< Silence that ends a received frame, milliseconds.
+    std::int32_t frameTimeout = 0;  ///< Silence that ends a received frame. 0 to 60000 ms.
     bool sendFailedAuth = false;    ///< Send failed authentications too.
     NEXWIRE_JSON
 };

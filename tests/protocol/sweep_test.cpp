@@ -149,12 +149,12 @@ TEST(AllStructures, ComeBackFromTheWireAsTheyWereSent)
         entry.ops.move(*moved, *read);
         EXPECT_EQ(moved.Printed(), nexwire::core::PrintFormatted(filled.get())) << entry.name;
         void* const list = entry.ops.createList();
-        entry.ops.append(list);
-        entry.ops.append(list)->Parse(filled.get());
+        entry.ops.renew(list, 2);
+        entry.ops.at(list, 1)->Parse(filled.get());
         EXPECT_EQ(entry.ops.count(list), 2u);
         const JsonTree second(entry.ops.at(list, 1)->ToJson());
         EXPECT_EQ(nexwire::core::PrintFormatted(second.get()), nexwire::core::PrintFormatted(filled.get()));
-        entry.ops.clear(list);
+        entry.ops.renew(list, 0);
         EXPECT_EQ(entry.ops.count(list), 0u);
         entry.ops.destroyList(list);
 

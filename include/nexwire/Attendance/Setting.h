@@ -26,6 +26,7 @@ public:
                            const protocol::CheckPointDeleteCondition& param);
 };
 
+/// Holidays.
 class NEXWIRE_API HolidayConfigComm {
 public:
     static bool addInfo(protocol::HolidayResult& result, const protocol::Holiday& param);
@@ -36,6 +37,7 @@ public:
     static bool removeInfo(protocol::HolidayDeleteResultData& result, const protocol::HolidayDeleteCondition& param);
 };
 
+/// Rules for overtime.
 class NEXWIRE_API OvertimeConfigComm {
 public:
     static bool getInfo(protocol::OvertimeConfigResult& result);
