@@ -36,7 +36,7 @@ std::shared_ptr<const Cipher> MakeCipher(Store& store)
 
 } // namespace
 
-std::string ToLine(const Exchange& exchange)
+std::string ToLine(const Served& exchange)
 {
     // Civil time counted from 1 March of year 0: gmtime is not safe from several threads, and its safe forms differ by
     // system.
@@ -92,6 +92,11 @@ public:
             AddDeviceTexts(services);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
+            AddPersonnel(services);
+            AddCredentials(services);
+            AddPersonGroups(services);
+            AddPersonJobs(services, options_.timeScale);
+            AddVisitors(services, options_.timeScale);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
         } catch (const std::exception& failure) {

@@ -30,4 +30,14 @@ void AddJobs(Services& services, double timeScale);
 /// Bytes that come and go: "files".
 void AddFiles(Services& services);
 
+/// The register of persons: persons, organisations, credentials.
+void AddPersonnel(Services& services);
+void AddCredentials(Services& services);
+void AddPersonGroups(Services& services);
+/// Persons from files, devices and enrolment stations.
+void AddPersonJobs(Services& services, double timeScale);
+
+/// Appointments, permissions and records of visitors.
+void AddVisitors(Services& services, double timeScale);
+
 } // namespace nexwire::simulator
