@@ -94,6 +94,11 @@ public:
             AddFiles(services);
             AddAttendance(services);
             AddStatistics(services);
+            AddPersonnel(services);
+            AddCredentials(services);
+            AddPersonGroups(services);
+            AddPersonJobs(services, options_.timeScale);
+            AddVisitors(services, options_.timeScale);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
         } catch (const std::exception& failure) {

@@ -38,5 +38,14 @@ void AddAttendance(Services& services);
 
 /// Figures that are made up and add up: people, alarms, heat maps.
 void AddStatistics(Services& services);
+/// The register of persons: persons, organisations, credentials.
+void AddPersonnel(Services& services);
+void AddCredentials(Services& services);
+void AddPersonGroups(Services& services);
+/// Persons from files, devices and enrolment stations.
+void AddPersonJobs(Services& services, double timeScale);
+
+/// Appointments, permissions and records of visitors.
+void AddVisitors(Services& services, double timeScale);
 
 } // namespace nexwire::simulator

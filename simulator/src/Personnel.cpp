@@ -1,0 +1,325 @@
+// Persons and organisations: what requests do to the register.
+
+#include <algorithm>
+
+#include "src/Register.h"
+#include "src/Services.h"
+
+namespace nexwire::simulator {
+namespace {
+
+Json Result(Handling& handling, std::string_view guid, Reason reason = Reason::kNone, std::string_view message = "")
+{
+    Allocator& memory = handling.Memory();
+    Json result(rapidjson::kObjectType);
+    SetMember(result, "guid", MakeText(guid, memory), memory);
+    SetMember(result, "resultCode", Json(static_cast<int>(reason)), memory);
+    SetMember(result, "resultMsg", MakeText(message, memory), memory);
+    return result;
+}
+
+/// One result for each element of a list; what `each` refuses becomes the element's code.
+template <class Each>
+void ForEach(Handling& handling, const char* list, const char* answer, const Each& each)
+{
+    Json results(rapidjson::kArrayType);
+    for (const Json& element : Elements(Member(*handling.body, list))) {
+        Json result;
+        try {
+            result = each(element);
+        } catch (const Refusal& refusal) {
+            result = Result(handling, AsText(element.IsObject() ? nullptr : &element), refusal.Why(), refusal.what());
+        }
+        results.PushBack(result, handling.Memory());
+    }
+    SetMember(handling.data, answer, std::move(results), handling.Memory());
+}
+
+// ---- Persons ----
+
+Json PersonResult(Handling& handling, const std::string& guid, const Json& person)
+{
+    Json result = Result(handling, guid);
+    SetMember(result, "personNo", MakeText(AsText(Member(person, "personnelNo")), handling.Memory()),
+              handling.Memory());
+    SetMember(result, "name", MakeText(AsText(Member(person, "personnelName")), handling.Memory()), handling.Memory());
+    return result;
+}
+
+void AddPersons(Handling& handling)
+{
+    Register persons(handling);
+    ForEach(handling, "personnelInfoList", "personnelResultList", [&](const Json& info) {
+        const std::string guid = persons.Add(info);
+        return PersonResult(handling, guid, persons.Need(guid));
+    });
+}
+
+void RemovePersons(Handling& handling)
+{
+    Register persons(handling);
+    ForEach(handling, "guidList", "personnelResultList", [&](const Json& element) {
+        const std::string guid(AsText(&element));
+        Json result = PersonResult(handling, guid, persons.Need(guid));
+        persons.Erase(guid);
+        return result;
+    });
+}
+
+// With an organisation in the path only its persons.
+void FindPersons(Handling& handling)
+{
+    Allocator& memory = handling.Memory();
+    Register persons(handling);
+    const Selection selection = persons.Matching(
+        *handling.body, handling.identifiers.empty() ? std::string_view() : std::string_view(handling.identifiers[0]));
+    const Json* wanted = Member(*handling.body, "sectionList");
+    Json list(rapidjson::kArrayType);
+    handling.Each(selection,
+                  [&](const std::string&, Json& person) { list.PushBack(persons.Info(person, wanted), memory); });
+    SetMember(handling.data, "totalNum", Json(handling.store.Count(selection)), memory);
+    SetMember(handling.data, "pageNo", Json(std::max<std::int64_t>(AsInt(Member(*handling.body, "pageNo"), 1), 1)),
+              memory);
+    SetMember(handling.data, "personnelInfoList", std::move(list), memory);
+}
+
+void CountPersons(Handling& handling)
+{
+    SetMember(handling.data, "numberPersonnel", Json(handling.store.Count({"persons"})), handling.Memory());
+}
+
+void GetPerson(Handling& handling)
+{
+    Allocator& memory = handling.Memory();
+    Register persons(handling);
+    const std::string& guid = handling.identifiers[0];
+    const Json person = persons.Need(guid);
+    SetMember(handling.data, "personnelInfo", persons.Info(person, Member(*handling.body, "sectionList")), memory);
+    const Json unit = persons.Shown(persons.NeedOrganisation(AsText(Member(person, "orgGuid"))));
+    SetMember(handling.data, "orgFullPath", Copy(*Member(unit, "fullPath"), memory), memory);
+    Json groups(rapidjson::kArrayType);
+    handling.store.Select(
+        {"accessGroups",
+         {{"personnelResList", Test::kHasElement, StoreValue("[" + PrintJson(MakeText(guid, memory)) + "]"),
+           "personnelGuid"}}},
+        [&](const std::string& key, const std::string&) { groups.PushBack(MakeText(key, memory), memory); });
+    SetMember(handling.data, "accessGroupGuidList", std::move(groups), memory);
+}
+
+void ChangePerson(Handling& handling)
+{
+    Register(handling).Change(handling.identifiers[0], *handling.body);
+}
+
+void NextNumber(Handling& handling)
+{
+    SetMember(handling.data, "defaultSn", MakeText(Register(handling).NextNumber(), handling.Memory()),
+              handling.Memory());
+}
+
+void SetRule(Handling& handling)
+{
+    const std::string_view prefix = AsText(Member(*handling.body, "prefix"));
+    if (static_cast<std::int64_t>(prefix.size()) >= AsInt(Member(*handling.body, "length"))) {
+        throw Refusal(Reason::kOutOfRange, "the prefix leaves no room for digits");
+    }
+    Json rule = Copy(*handling.body, handling.Memory());
+    SetMember(rule, "ruleInited", Json(true), handling.Memory());
+    handling.Save("_personnel", "rule", rule);
+}
+
+void GetRule(Handling& handling)
+{
+    handling.data = Register(handling).Rule();
+}
+
+// Values of a property go with it.
+void RemoveProperties(Handling& handling)
+{
+    Register persons(handling);
+    const Collection& properties = *handling.description.FindCollection("privateProperties");
+    ForEach(handling, "guidList", "privatePropertyResultList", [&](const Json& element) {
+        const std::string guid(AsText(&element));
+        handling.Need(properties, guid);
+        handling.store.Erase(properties.name, guid);
+        for (const std::string& key : persons.Holders("privateDataList[propertyGuid", Test::kHasElement, guid, "")) {
+            Json person = persons.Need(key);
+            Json& values = SectionList(person, "privateDataList", handling.Memory());
+            values.Erase(FindElement(values, "propertyGuid", guid));
+            persons.Save(key, person);
+        }
+        return Result(handling, guid);
+    });
+}
+
+// ---- Organisations ----
+
+constexpr const char* kOrganisations = "organizations";
+
+void CheckName(Handling& handling, const std::string& guid, const Json& organisation)
+{
+    const std::string name(AsText(Member(organisation, "name")));
+    if (name.empty()) {
+        throw Refusal(Reason::kMissingField, "name");
+    }
+    handling.store.Select(
+        {kOrganisations,
+         {{"parOrgGuid", Test::kEquals, StoreValue(std::string(AsText(Member(organisation, "parOrgGuid"))))},
+          {"name", Test::kEquals, StoreValue(name)}}},
+        [&](const std::string& key, const std::string&) {
+            if (key != guid) {
+                throw Refusal(Reason::kDuplicate, "name \"" + name + "\"");
+            }
+        });
+}
+
+void SaveOrganisation(Handling& handling, const std::string& guid, Json& organisation)
+{
+    Allocator& memory = handling.Memory();
+    const Json now = MakeText(IsoTime(handling.nowMs), memory);
+    if (Member(organisation, "createTime") == nullptr) {
+        SetMember(organisation, "createTime", Copy(now, memory), memory);
+    }
+    SetMember(organisation, "modifyTime", Copy(now, memory), memory);
+    SetMember(organisation, "guid", MakeText(guid, memory), memory);
+    handling.Save(kOrganisations, guid, organisation);
+}
+
+void AddOrganisations(Handling& handling)
+{
+    Register persons(handling);
+    ForEach(handling, "organizationList", "organizationInfoList", [&](const Json& element) {
+        Json organisation = Copy(element, handling.Memory());
+        std::string guid(AsText(Member(organisation, "guid")));
+        guid = guid.empty() ? NewGuid() : guid;
+        if (handling.store.Has(kOrganisations, guid)) {
+            throw Refusal(Reason::kDuplicate, "guid \"" + guid + "\"");
+        }
+        if (AsText(Member(organisation, "parOrgGuid")).empty()) {
+            SetMember(organisation, "parOrgGuid", MakeText(persons.Subtree("").front(), handling.Memory()),
+                      handling.Memory());
+        }
+        persons.NeedOrganisation(AsText(Member(organisation, "parOrgGuid")));
+        CheckName(handling, guid, organisation);
+        SaveOrganisation(handling, guid, organisation);
+        return persons.Shown(organisation);
+    });
+}
+
+void RemoveOrganisations(Handling& handling)
+{
+    Register persons(handling);
+    ForEach(handling, "guidList", "organizationInfoList", [&](const Json& element) {
+        const std::string guid(AsText(&element));
+        Json shown = persons.Shown(persons.NeedOrganisation(guid));
+        if (AsInt(Member(shown, "personNum")) + AsInt(Member(shown, "childNum")) > 0 ||
+            AsText(Member(shown, "parOrgGuid")).empty()) {
+            throw Refusal(Reason::kInUse, "\"" + guid + "\"");
+        }
+        handling.store.Erase(kOrganisations, guid);
+        return shown;
+    });
+}
+
+void ChangeOrganisation(Handling& handling)
+{
+    Register persons(handling);
+    const std::string& guid = handling.identifiers[0];
+    Json organisation = persons.NeedOrganisation(guid);
+    for (const auto& member : handling.body->GetObject()) {
+        const std::string_view key = AsText(&member.name);
+        if (key != "guid" && !(key == "parOrgGuid" && AsText(&member.value).empty())) {
+            SetMember(organisation, key, Copy(member.value, handling.Memory()), handling.Memory());
+        }
+    }
+    const std::string_view parent = AsText(Member(organisation, "parOrgGuid"));
+    const std::vector<std::string> below = persons.Subtree(guid);
+    if (std::find(below.begin(), below.end(), parent) != below.end()) {
+        throw Refusal(Reason::kInUse, "an organisation cannot go below itself");
+    }
+    if (!parent.empty()) {
+        persons.NeedOrganisation(parent);
+    }
+    CheckName(handling, guid, organisation);
+    SaveOrganisation(handling, guid, organisation);
+}
+
+// With an organisation in the path itself and what is below it.
+void FindOrganisations(Handling& handling)
+{
+    Register persons(handling);
+    const std::string top = handling.identifiers.empty() ? std::string(AsText(Member(*handling.body, "parOrgGuid")))
+                                                         : handling.identifiers[0];
+    if (!top.empty()) {
+        persons.NeedOrganisation(top);
+    }
+    const std::int64_t type = AsInt(Member(*handling.body, "orgType"));
+    const std::string name(AsText(Member(*handling.body, "name")));
+    const bool direct = AsInt(Member(*handling.body, "queryType")) == 1;
+    Json list(rapidjson::kArrayType);
+    for (const std::string& guid : persons.Subtree(top)) {
+        const Json organisation = persons.NeedOrganisation(guid);
+        const bool fits = (type == 0 || AsInt(Member(organisation, "orgType")) == type) &&
+                          (!direct || AsText(Member(organisation, "parOrgGuid")) == top) &&
+                          AsText(Member(organisation, "name")).find(name) != std::string_view::npos;
+        if (fits) {
+            list.PushBack(persons.Shown(organisation), handling.Memory());
+        }
+    }
+    SetMember(handling.data, "organizationInfoList", std::move(list), handling.Memory());
+}
+
+void GetOrganisation(Handling& handling)
+{
+    Register persons(handling);
+    handling.data = persons.Shown(persons.NeedOrganisation(handling.identifiers[0]));
+}
+
+void OrganisationOfPerson(Handling& handling)
+{
+    Register persons(handling);
+    const Json person = persons.Need(handling.identifiers[0]);
+    handling.data = persons.Shown(persons.NeedOrganisation(AsText(Member(person, "orgGuid"))));
+}
+
+void MovePersons(Handling& handling)
+{
+    Register persons(handling);
+    const std::string& guid = handling.identifiers[0];
+    const Json organisation = persons.NeedOrganisation(guid);
+    const std::string_view old = AsText(Member(*handling.body, "oldOrgGuid"));
+    for (const Json& each : Elements(Member(*handling.body, "personnelGuidList"))) {
+        Json person = persons.Need(AsText(&each));
+        if (old.empty() || AsText(Member(person, "orgGuid")) == old) {
+            SetMember(*Member(person, "basic"), "orgGuid", MakeText(guid, handling.Memory()), handling.Memory());
+            persons.Save(std::string(AsText(&each)), person);
+        }
+    }
+    handling.data = persons.Shown(organisation);
+}
+
+} // namespace
+
+void AddPersonnel(Services& services)
+{
+    services["personnel.unfold"] = [](Handling& handling) { Register(handling).Unfold(); };
+    services["persons.add"] = AddPersons;
+    services["persons.remove"] = RemovePersons;
+    services["persons.find"] = FindPersons;
+    services["persons.count"] = CountPersons;
+    services["persons.get"] = GetPerson;
+    services["persons.change"] = ChangePerson;
+    services["persons.nextNumber"] = NextNumber;
+    services["persons.setRule"] = SetRule;
+    services["persons.getRule"] = GetRule;
+    services["persons.organisation"] = OrganisationOfPerson;
+    services["persons.move"] = MovePersons;
+    services["properties.remove"] = RemoveProperties;
+    services["organisations.add"] = AddOrganisations;
+    services["organisations.remove"] = RemoveOrganisations;
+    services["organisations.change"] = ChangeOrganisation;
+    services["organisations.find"] = FindOrganisations;
+    services["organisations.get"] = GetOrganisation;
+}
+
+} // namespace nexwire::simulator
