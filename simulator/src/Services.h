@@ -38,6 +38,7 @@ void AddAttendance(Services& services);
 
 /// Figures that are made up and add up: people, alarms, heat maps.
 void AddStatistics(Services& services);
+
 /// The register of persons: persons, organisations, credentials.
 void AddPersonnel(Services& services);
 void AddCredentials(Services& services);
