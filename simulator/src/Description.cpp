@@ -437,7 +437,7 @@ void Description::LoadActions(const Json& file, std::string& where)
             NeedCollection(reference.collection);
         }
     });
-    ForMembers(Member(file, "functions"), [&](const std::string& function, const Json& entry) {
+    const auto load = [&](const std::string& function, const Json& entry) {
         where = name + ", " + function;
         Action action;
         const auto known = roles.find(function);
@@ -453,6 +453,14 @@ void Description::LoadActions(const Json& file, std::string& where)
             LoadAction(function, entry, action, file);
         }
         roles.erase(function);
+    };
+    ForMembers(Member(file, "functions"), [&](const std::string& functions, const Json& entry) {
+        const std::vector<std::string> each = SplitNames(functions);
+        const bool named =
+            std::any_of(each.begin(), each.end(), [&](const std::string& one) { return roles.count(one) != 0; });
+        for (const std::string& one : named ? each : std::vector<std::string>{functions}) {
+            load(one, entry);
+        }
     });
     const Json nothing(rapidjson::kObjectType);
     for (const auto& [function, role] : roles) {

@@ -1,7 +1,5 @@
 #include "src/Register.h"
 
-#include <boost/date_time/posix_time/posix_time.hpp>
-
 #include <algorithm>
 #include <random>
 #include <set>
@@ -34,12 +32,6 @@ constexpr CredentialKind kCredentials[] = {{"cardList", nullptr, nullptr, "_card
                                            {"irisList", "irisGuid", "irisData", "irises", 2}};
 
 } // namespace
-
-std::string IsoTime(std::int64_t ms)
-{
-    const boost::posix_time::ptime time(boost::gregorian::date(1970, 1, 1), boost::posix_time::seconds(ms / 1000));
-    return boost::posix_time::to_iso_extended_string(time) + "+00:00";
-}
 
 Json& SectionList(Json& person, std::string_view key, Allocator& memory)
 {

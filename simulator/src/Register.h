@@ -3,12 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "src/Clock.h"
 #include "src/Engine.h"
 
 namespace nexwire::simulator {
-
-/// "2026-03-01T08:00:00+00:00".
-std::string IsoTime(std::int64_t ms);
 
 /// The register of persons for one request. A person's document holds the sections that the library's structure names,
 /// and beside them what other services look at: personnelNo, personnelName, orgGuid, cards and counts of credentials.

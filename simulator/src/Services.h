@@ -46,6 +46,25 @@ void AddPersonGroups(Services& services);
 /// Persons from files, devices and enrolment stations.
 void AddPersonJobs(Services& services, double timeScale);
 
+/// Groups whose elements follow the resources of the platform.
+void AddGroups(Services& services);
+
+/// What the platform has been asked to do.
+void AddLog(Services& services);
+
+/// Nodes and links that a refresh finds. @param timeScale  as with `AddDownloads`.
+void AddTopology(Services& services, double timeScale);
+
+/// Users, their passwords and the one who is signed in.
+void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher);
+/// The first users, once for a store.
+void SeedUsers(Store& store, const Cipher& cipher);
+/// Name of the user who is signed in.
+std::string SignedIn(Store::Transaction& transaction);
+
+/// Recording templates and the addresses of files.
+void AddVideo(Services& services);
+
 /// Appointments, permissions and records of visitors.
 void AddVisitors(Services& services, double timeScale);
 

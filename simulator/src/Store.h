@@ -35,6 +35,8 @@ struct Condition {
     std::string element{}; ///< For `kHasElement`: the member of the list's elements to compare; empty for plain texts.
 };
 
+using StoreRow = std::vector<StoreValue>; ///< NULL is 0.
+
 struct Selection {
     std::string collection;
     std::vector<Condition> conditions{}; ///< All of them must hold, or one with `any`.
@@ -77,6 +79,10 @@ public:
         /// Documents in order. Reads all before the first call of `each`, which may write.
         void Select(const Selection& selection,
                     const std::function<void(const std::string& key, const std::string& document)>& each);
+        /// A statement over tables of one's own, the values in place of its question marks. Rows are handed over while
+        /// the statement runs, so `each` must not write.
+        void Run(const std::string& sql, const std::vector<StoreValue>& values,
+                 const std::function<void(const StoreRow& row)>& each = {});
 
     private:
         Store& store_;

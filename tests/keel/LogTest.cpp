@@ -8,10 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/TempFolder.h"
 #include "keel/Error.h"
 #include "keel/Log.h"
 #include "keel/StringUtil.h"
+#include "support/TempFolder.h"
 
 namespace {
 

@@ -9,13 +9,18 @@ namespace {
 bool HasType(const Function& function, const std::string& type)
 {
     const std::vector<Argument>& arguments = function.Arguments();
+    return std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
+        return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
+    });
+}
+
+std::string NamesOf(const Function& function)
+{
     std::string names;
-    for (const Argument& argument : arguments) {
+    for (const Argument& argument : function.Arguments()) {
         names += (names.empty() ? "" : ",") + argument.name;
     }
-    return type == names || std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
-               return argument.type->name() == type || nexwire::catalogue::Spelled(*argument.type) == type;
-           });
+    return names;
 }
 
 /// Whether it has the types of a list "A,!B": A among its arguments and B not.
@@ -41,7 +46,7 @@ std::vector<const Function*> Meant(const std::string& name)
     const std::string types = open == name.size() ? "" : name.substr(open + 1, name.size() - open - 2);
     std::vector<const Function*> meant;
     for (const Function& function : nexwire::catalogue::All()) {
-        if (function.Name() == name.substr(0, open) && Fits(function, types)) {
+        if (function.Name() == name.substr(0, open) && (NamesOf(function) == types || Fits(function, types))) {
             meant.push_back(&function);
         }
     }

@@ -22,9 +22,9 @@
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"
 #include "site.inc"
+#include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
 #include "tools/demo/Screen.h"
-#include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/VideoWallChapter.h"
 
 namespace nexwire {
