@@ -33,6 +33,7 @@ constexpr ReasonRow kReasons[] = {
     {Reason::kUnknownCommand, "unknownCommand", "The device does not know this command"},
     {Reason::kUnknownBatch, "unknownBatch", "There is no such batch transfer"},
     {Reason::kDeviceRefused, "deviceRefused", "The device refused the input"},
+    {Reason::kWrongPassword, "wrongPassword", "The password or an answer is wrong"},
     {Reason::kInternal, "internal", "The platform failed"},
 };
 

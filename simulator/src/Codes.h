@@ -37,6 +37,8 @@ enum class Reason {
     kUnknownCommand = 41,
     kUnknownBatch = 42,
     kDeviceRefused = 43,
+    // Users.
+    kWrongPassword = 60,
     // The platform itself.
     kInternal = 90,
 };

@@ -22,9 +22,12 @@ struct Source {
 };
 
 constexpr Source kSources[] = {
-    {"devices", "deviceGuid", "name", 1},          {"channels", "channelGuid", "channelName", 2},
-    {"alarmInputs", "alarmInGuid", "alarmInName", 3}, {"alarmOutputs", "alarmOutGuid", "alarmOutName", 4},
-    {"controlPoints", "objectGuid", "objectName", 5}, {"cardReaders", "readerGuid", "readerName", 6},
+    {"devices", "deviceGuid", "name", 1},
+    {"channels", "channelGuid", "channelName", 2},
+    {"alarmInputs", "alarmInGuid", "alarmInName", 3},
+    {"alarmOutputs", "alarmOutGuid", "alarmOutName", 4},
+    {"controlPoints", "objectGuid", "objectName", 5},
+    {"cardReaders", "readerGuid", "readerName", 6},
 };
 
 Json Abilities(Handling& handling, std::int64_t type)
@@ -44,33 +47,34 @@ void Settle(Handling& handling)
 {
     for (const Source& source : kSources) {
         const Selection all{source.collection};
-        if (handling.store.Count(all) == handling.store.Count({kElements, {{"elementType", Test::kEquals, source.type}}})) {
+        if (handling.store.Count(all) ==
+            handling.store.Count({kElements, {{"elementType", Test::kEquals, source.type}}})) {
             continue;
         }
-        handling.Each({kElements, {{"elementType", Test::kEquals, source.type}}},
-                      [&](const std::string& key, Json&) {
-                          if (!handling.store.Has(source.collection, key)) {
-                              handling.store.Erase(kElements, key);
-                          }
-                      });
+        handling.Each({kElements, {{"elementType", Test::kEquals, source.type}}}, [&](const std::string& key, Json&) {
+            if (!handling.store.Has(source.collection, key)) {
+                handling.store.Erase(kElements, key);
+            }
+        });
         handling.Each(all, [&](const std::string& key, Json& resource) {
             if (handling.store.Has(kElements, key)) {
                 return;
             }
             const Json* name = Member(resource, source.name);
             const std::string_view device = AsText(Member(resource, "deviceGuid"));
-            Json element = Fields(handling.Memory())
-                               .Text("elementGuid", key)
-                               .Text("elementName", AsText(name != nullptr ? name : Member(resource, "deviceName")))
-                               .Number("elementType", source.type)
-                               .Text("groupGuid", kAll)
-                               .Text("deviceGuid", device)
-                               .Number("elementNo", AsInt(Member(resource, "objectNo")))
-                               .Number("elementStatus", OutOfReach(handling, device) == Reason::kNone ? kOnline : kOffline)
-                               .Number("orderNo", 0)
-                               .Value("abilityList", Abilities(handling, source.type))
-                               .Text("description", "")
-                               .Take();
+            Json element =
+                Fields(handling.Memory())
+                    .Text("elementGuid", key)
+                    .Text("elementName", AsText(name != nullptr ? name : Member(resource, "deviceName")))
+                    .Number("elementType", source.type)
+                    .Text("groupGuid", kAll)
+                    .Text("deviceGuid", device)
+                    .Number("elementNo", AsInt(Member(resource, "objectNo")))
+                    .Number("elementStatus", OutOfReach(handling, device) == Reason::kNone ? kOnline : kOffline)
+                    .Number("orderNo", 0)
+                    .Value("abilityList", Abilities(handling, source.type))
+                    .Text("description", "")
+                    .Take();
             handling.Save(kElements, key, element);
         });
     }

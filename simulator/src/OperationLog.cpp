@@ -114,15 +114,15 @@ std::int64_t One(Store::Transaction& store, const std::string& sql, const std::v
 Json Choices(Handling& handling, const std::string& column)
 {
     Json list(rapidjson::kArrayType);
-    handling.store.Run("WITH RECURSIVE choices(value) AS (SELECT min(" + column + ") FROM logs UNION ALL SELECT (SELECT min(" +
-                           column + ") FROM logs WHERE " + column +
-                           ">value) FROM choices WHERE value IS NOT NULL) SELECT value FROM choices WHERE value IS NOT NULL",
-                       {}, [&](const StoreRow& row) {
-                           const bool text = std::holds_alternative<std::string>(row.front());
-                           list.PushBack(text ? MakeText(Text(row.front()), handling.Memory())
-                                              : Json(Number(row.front())),
-                                         handling.Memory());
-                       });
+    handling.store.Run(
+        "WITH RECURSIVE choices(value) AS (SELECT min(" + column + ") FROM logs UNION ALL SELECT (SELECT min(" +
+            column + ") FROM logs WHERE " + column +
+            ">value) FROM choices WHERE value IS NOT NULL) SELECT value FROM choices WHERE value IS NOT NULL",
+        {}, [&](const StoreRow& row) {
+            const bool text = std::holds_alternative<std::string>(row.front());
+            list.PushBack(text ? MakeText(Text(row.front()), handling.Memory()) : Json(Number(row.front())),
+                          handling.Memory());
+        });
     return list;
 }
 
@@ -154,9 +154,8 @@ void Report(Handling& handling, const Json& body, std::string_view backupPath)
     values.emplace_back(size);
     values.emplace_back((page - 1) * size);
     Json list(rapidjson::kArrayType);
-    handling.store.Run(std::string("SELECT ") + kColumns +
-                           " FROM logs WHERE place IN (SELECT place FROM logs WHERE " + where.sql + " ORDER BY " +
-                           order + " LIMIT ? OFFSET ?) ORDER BY " + order,
+    handling.store.Run(std::string("SELECT ") + kColumns + " FROM logs WHERE place IN (SELECT place FROM logs WHERE " +
+                           where.sql + " ORDER BY " + order + " LIMIT ? OFFSET ?) ORDER BY " + order,
                        values, [&](const StoreRow& row) { list.PushBack(EntryOf(handling, row), handling.Memory()); });
     const std::int64_t earliest = One(handling.store, "SELECT min(time) FROM logs");
     const std::int64_t latest = One(handling.store, "SELECT max(time) FROM logs");
@@ -214,10 +213,13 @@ void Backup(Handling& handling)
 /// Requests that carry method code 1 and change nothing, or that run inside others.
 bool OnlyReads(const Endpoint& endpoint)
 {
-    static constexpr std::array<std::string_view, 7> kReaders = {
-        "CEncryptionComm::request",      "CDecryptionComm::request",           "CGetCurrentUserInfoComm::request",
-        "CGetIsSuperUserComm::request",  "CGetComponentIDComm::request",       "CTemplateComm::request",
-        "CMainViewRequest::getAllViewWithTeamNo"};
+    static constexpr std::array<std::string_view, 7> kReaders = {"CEncryptionComm::request",
+                                                                 "CDecryptionComm::request",
+                                                                 "CGetCurrentUserInfoComm::request",
+                                                                 "CGetIsSuperUserComm::request",
+                                                                 "CGetComponentIDComm::request",
+                                                                 "CTemplateComm::request",
+                                                                 "CMainViewRequest::getAllViewWithTeamNo"};
     return !endpoint.Writes() || endpoint.functions.empty() ||
            std::find(kReaders.begin(), kReaders.end(), endpoint.functions.front()->name) != kReaders.end();
 }

@@ -7,7 +7,9 @@
 #include <ctime>
 #include <mutex>
 
+#include "src/Clock.h"
 #include "src/HttpServer.h"
+#include "src/OperationLog.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -38,22 +40,10 @@ std::shared_ptr<const Cipher> MakeCipher(Store& store)
 
 std::string ToLine(const Exchange& exchange)
 {
-    // Civil time counted from 1 March of year 0: gmtime is not safe from several threads, and its safe forms differ by
-    // system.
-    const std::int64_t days = exchange.timeMs / 86400000 + 719468;
-    const std::int64_t ofDay = exchange.timeMs % 86400000;
-    const std::int64_t era = days / 146097;
-    const std::int64_t dayOfEra = days - era * 146097;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t shifted = (5 * dayOfYear + 2) / 153;
-    const std::int64_t month = shifted < 10 ? shifted + 3 : shifted - 9;
-    const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
-    char time[64];
-    std::snprintf(time, sizeof time, "%04d-%02d-%02d %02d:%02d:%02d.%03d", static_cast<int>(year),
-                  static_cast<int>(month), static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1),
-                  static_cast<int>(ofDay / 3600000), static_cast<int>(ofDay / 60000 % 60),
-                  static_cast<int>(ofDay / 1000 % 60), static_cast<int>(ofDay % 1000));
+    const CivilTime at = ToCivil(exchange.timeMs);
+    char time[96];
+    std::snprintf(time, sizeof time, "%04d-%02d-%02d %02d:%02d:%02d.%03d", at.year, at.month, at.day, at.hour,
+                  at.minute, at.second, at.millisecond);
     char taken[32];
     std::snprintf(taken, sizeof taken, "%.1f", exchange.milliseconds);
     return std::string(time) + " " + exchange.verb + " " + exchange.path + " " + std::to_string(exchange.status) + " " +
@@ -86,7 +76,15 @@ public:
             store_ = std::make_unique<Store>();
             store_->Open(options_.databasePath);
             Services services;
-            AddEncryption(services, MakeCipher(*store_));
+            const std::shared_ptr<const Cipher> cipher = MakeCipher(*store_);
+            SeedUsers(*store_, *cipher);
+            log_ = std::make_unique<OperationLog>(*store_, *description_);
+            AddEncryption(services, cipher);
+            AddUsers(services, cipher);
+            AddGroups(services);
+            AddLog(services);
+            AddTopology(services, options_.timeScale);
+            AddVideo(services);
             AddDownloads(services, options_.timeScale);
             AddDeviceChannel(services, *description_);
             AddDeviceTexts(services);
@@ -104,7 +102,7 @@ public:
         try {
             auto server = std::make_unique<HttpServer>(
                 HttpServer::Settings{options_.port, options_.threads, options_.bodyLimit, options_.idleSeconds},
-                [this](const Request& request) { return engine_->Handle(request); },
+                [this](const Request& request) { return Answered(request); },
                 [this](const HttpServer::Done& done) { Observe(done); });
             server->Start();
             port_ = server->Port();
@@ -122,6 +120,7 @@ public:
         server_.reset();
         port_ = 0;
         engine_.reset();
+        log_.reset();
         store_.reset();
         description_.reset();
     }
@@ -130,6 +129,13 @@ public:
     std::uint64_t Count() const { return count_; }
 
 private:
+    Answer Answered(const Request& request)
+    {
+        Answer answer = engine_->Handle(request);
+        log_->Note(request, answer, options_.now());
+        return answer;
+    }
+
     void Observe(const HttpServer::Done& done)
     {
         ++count_;
@@ -143,6 +149,7 @@ private:
     Options options_;
     std::unique_ptr<Description> description_;
     std::unique_ptr<Store> store_;
+    std::unique_ptr<OperationLog> log_;
     std::unique_ptr<Engine> engine_;
     std::unique_ptr<HttpServer> server_;
     std::atomic<std::uint16_t> port_{0};

@@ -24,6 +24,26 @@ void AddDeviceChannel(Services& services, const Description& description);
 /// Texts that the platform relays to devices as they are: "kestrel" and "netsdk".
 void AddDeviceTexts(Services& services);
 
+/// Users with their passwords and safety questions, and the one who is signed in.
+void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher);
+/// Puts the first users into a fresh database.
+void SeedUsers(Store& store, const Cipher& cipher);
+/// Name of the user who is signed in.
+std::string SignedIn(Store::Transaction& transaction);
+
+/// Groups whose elements follow the resources of the platform.
+void AddGroups(Services& services);
+
+/// Writing, searching and saving the log; see OperationLog.h.
+void AddLog(Services& services);
+
+/// The network between the devices.
+/// @param timeScale  how much faster than a real network it is looked through; more than 0.
+void AddTopology(Services& services, double timeScale);
+
+/// Recording templates and addresses of stored files.
+void AddVideo(Services& services);
+
 /// Work that takes time: "jobs".
 void AddJobs(Services& services, double timeScale);
 

@@ -117,6 +117,23 @@ public:
         return text == nullptr ? std::string()
                                : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)));
     }
+    StoreRow Row()
+    {
+        StoreRow row;
+        for (int column = 0; column < sqlite3_column_count(statement_); ++column) {
+            switch (sqlite3_column_type(statement_, column)) {
+            case SQLITE_INTEGER:
+                row.emplace_back(Integer(column));
+                break;
+            case SQLITE_FLOAT:
+                row.emplace_back(sqlite3_column_double(statement_, column));
+                break;
+            default:
+                row.emplace_back(Text(column));
+            }
+        }
+        return row;
+    }
     std::int64_t Integer(int column) { return sqlite3_column_int64(statement_, column); }
 
 private:
@@ -296,6 +313,20 @@ void Store::Transaction::Select(const Selection& selection,
     }
     for (const auto& [name, body] : rows) {
         each(name, body);
+    }
+}
+
+void Store::Transaction::Run(const std::string& sql, const std::vector<StoreValue>& values,
+                             const std::function<void(const StoreRow& row)>& each)
+{
+    Statement statement(store_, sql);
+    for (const StoreValue& value : values) {
+        statement.Bind(value);
+    }
+    while (statement.Step()) {
+        if (each) {
+            each(statement.Row());
+        }
     }
 }
 

@@ -25,6 +25,9 @@ public:
 /// A value that a condition compares with; texts never equal numbers, true and false are 1 and 0.
 using StoreValue = std::variant<std::int64_t, double, std::string>;
 
+/// A row of a query; nothing stands as an empty text.
+using StoreRow = std::vector<StoreValue>;
+
 enum class Test { kEquals, kContains, kStartsWith, kOneOf, kAtLeast, kAtMost, kHasElement };
 
 /// One condition on the documents of a collection.
@@ -77,6 +80,11 @@ public:
         /// Documents in order. Reads all before the first call of `each`, which may write.
         void Select(const Selection& selection,
                     const std::function<void(const std::string& key, const std::string& document)>& each);
+
+        /// For what keeps tables of its own beside the documents: one statement with its values, row by row. `each`
+        /// must not touch the store.
+        void Run(const std::string& sql, const std::vector<StoreValue>& values,
+                 const std::function<void(const StoreRow& row)>& each = {});
 
     private:
         Store& store_;

@@ -185,8 +185,8 @@ void Settle(Handling& handling, double timeScale)
     const std::int64_t started = AsInt(Member(state, "startedMs"));
     const bool first = Member(state, "seen") == nullptr;
     const double needed = static_cast<double>(WorkOf(handling) * kMsPerNode) / timeScale;
-    const bool through = AsInt(Member(state, "refreshState")) == kRunning &&
-                         static_cast<double>(handling.nowMs - started) >= needed;
+    const bool through =
+        AsInt(Member(state, "refreshState")) == kRunning && static_cast<double>(handling.nowMs - started) >= needed;
     if (!first && !through) {
         return;
     }
@@ -229,19 +229,15 @@ void SetRoot(Handling& handling)
     handling.Save(kState, kState, state);
     Arrange(handling, root);
     Json list(rapidjson::kArrayType);
-    handling.Each({kNodes},
-                  [&](const std::string&, Json& node) { list.PushBack(std::move(node), handling.Memory()); });
+    handling.Each({kNodes}, [&](const std::string&, Json& node) { list.PushBack(std::move(node), handling.Memory()); });
     handling.data = Fields(handling.Memory()).Value("deviceNodeList", std::move(list)).Take();
 }
 
 void GetRoot(Handling& handling)
 {
     const Json node = handling.Load(kNodes, RootOf(State(handling)));
-    handling.data = Fields(handling.Memory())
-                        .Same("nodeGuid", node)
-                        .Same("nodeName", node)
-                        .Same("address", node)
-                        .Take();
+    handling.data =
+        Fields(handling.Memory()).Same("nodeGuid", node).Same("nodeName", node).Same("address", node).Take();
 }
 
 /// Devices behind a guarded port that are not on its list.
@@ -259,9 +255,8 @@ std::int64_t Strangers(Handling& handling, const Json& guard)
             continue;
         }
         const std::string_view mac = AsText(Member(peer, "macAddress"));
-        strangers += std::any_of(known.begin(), known.end(), [&](const Json& each) { return AsText(&each) == mac; })
-                         ? 0
-                         : 1;
+        strangers +=
+            std::any_of(known.begin(), known.end(), [&](const Json& each) { return AsText(&each) == mac; }) ? 0 : 1;
     }
     return strangers;
 }
@@ -309,13 +304,12 @@ void PortAlarms(Handling& handling)
             add(AsInt(Member(port, "portNo")), kLinkLost, "the link is lost");
         }
     }
-    handling.Each({kGuards, {{"nodeGuid", Test::kEquals, StoreValue(guid)}}},
-                  [&](const std::string&, Json& guard) {
-                      constexpr std::int64_t kDropSilently = 0;
-                      if (AsInt(Member(guard, "violationAction")) != kDropSilently && Strangers(handling, guard) > 0) {
-                          add(AsInt(Member(guard, "portNo")), kStranger, "a stranger at a guarded port");
-                      }
-                  });
+    handling.Each({kGuards, {{"nodeGuid", Test::kEquals, StoreValue(guid)}}}, [&](const std::string&, Json& guard) {
+        constexpr std::int64_t kDropSilently = 0;
+        if (AsInt(Member(guard, "violationAction")) != kDropSilently && Strangers(handling, guard) > 0) {
+            add(AsInt(Member(guard, "portNo")), kStranger, "a stranger at a guarded port");
+        }
+    });
     handling.data = Fields(handling.Memory()).Value("switchAlarmList", std::move(list)).Take();
 }
 

@@ -39,14 +39,28 @@ struct Seed {
 const std::vector<Seed>& Seeds()
 {
     static const std::vector<Seed> seeds = {
-        {"5E000000000000000000000000000001", "admin", "Platform administrator", 0, "Super user", "+47 555 0101",
+        {"5E000000000000000000000000000001",
+         "admin",
+         "Platform administrator",
+         0,
+         "Super user",
+         "+47 555 0101",
          {"system", "user", "device", "video", "access", "alarm", "log"}},
-        {"5E000000000000000000000000000002", "security", "Head of security", 1, "Administrator", "+47 555 0102",
+        {"5E000000000000000000000000000002",
+         "security",
+         "Head of security",
+         1,
+         "Administrator",
+         "+47 555 0102",
          {"user", "device", "video", "access", "alarm"}},
-        {"5E000000000000000000000000000003", "guard", "Guard at the gate", 2, "Operator", "+47 555 0103",
+        {"5E000000000000000000000000000003",
+         "guard",
+         "Guard at the gate",
+         2,
+         "Operator",
+         "+47 555 0103",
          {"video", "alarm"}},
-        {"5E000000000000000000000000000004", "reception", "Reception desk", 2, "Operator", "+47 555 0104",
-         {"access"}}};
+        {"5E000000000000000000000000000004", "reception", "Reception desk", 2, "Operator", "+47 555 0104", {"access"}}};
     return seeds;
 }
 
@@ -75,8 +89,7 @@ public:
     }
     Json Open(std::string_view userGuid)
     {
-        Json session =
-            Fields(Memory()).Text("userGuid", userGuid).Text("loginTime", IsoTime(handling_.nowMs)).Take();
+        Json session = Fields(Memory()).Text("userGuid", userGuid).Text("loginTime", IsoTime(handling_.nowMs)).Take();
         SaveSession(session);
         return session;
     }
@@ -246,8 +259,7 @@ void StoreAnswers(Handling& handling, Desk& desk)
         if (opened.empty()) {
             throw Refusal(Reason::kOutOfRange, "\"safetyAnswer\" must be enciphered");
         }
-        Fields(answers, desk.Memory())
-            .Text(std::to_string(AsInt(Member(answer, "problemId"))), Digest(opened, salt));
+        Fields(answers, desk.Memory()).Text(std::to_string(AsInt(Member(answer, "problemId"))), Digest(opened, salt));
     }
     if (answers.MemberCount() < kRequiredAnswers) {
         throw Refusal(Reason::kMissingField, "two answers at least");
@@ -320,8 +332,7 @@ void Lock(Handling& handling, Desk& desk)
         change.Flag("isLocked", !right).Number("failures", right ? 0 : failures + 1);
     }
     desk.SaveSession(session);
-    handling.data =
-        Fields(desk.Memory()).Value("userResponseInfo", desk.UserResponse(user, session)).Take();
+    handling.data = Fields(desk.Memory()).Value("userResponseInfo", desk.UserResponse(user, session)).Take();
 }
 
 void Token(Handling& handling, Desk& desk)
@@ -332,9 +343,7 @@ void Token(Handling& handling, Desk& desk)
     if (AsBool(Member(session, "isLocked"))) {
         throw Refusal(Reason::kWrongPassword, "the screen is locked");
     }
-    Fields(answer, desk.Memory())
-        .Text("token", NewGuid())
-        .Text("tokenExpireTime", IsoTime(handling.nowMs + kTokenMs));
+    Fields(answer, desk.Memory()).Text("token", NewGuid()).Text("tokenExpireTime", IsoTime(handling.nowMs + kTokenMs));
     handling.data = Fields(desk.Memory()).Value("userResponseInfo", std::move(answer)).Take();
 }
 
@@ -385,9 +394,8 @@ void Permissions(Handling& handling, Desk& desk)
         add(AsText(Member(each, "permissionCode")), AsText(Member(item, "permissionName")));
     }
     if (asked.Empty()) {
-        handling.Each({"permissionItems"}, [&](const std::string& code, Json& item) {
-            add(code, AsText(Member(item, "permissionName")));
-        });
+        handling.Each({"permissionItems"},
+                      [&](const std::string& code, Json& item) { add(code, AsText(Member(item, "permissionName"))); });
     }
     handling.data = Fields(desk.Memory()).Value("permissionCodeInfoList", std::move(list)).Take();
 }
@@ -397,10 +405,11 @@ void Permissions(Handling& handling, Desk& desk)
 void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher)
 {
     using Step = void (*)(Handling&, Desk&);
-    constexpr std::pair<const char*, Step> kSteps[] = {
-        {"userExists", Exists},     {"checkPassword", Check}, {"resetPassword", Reset}, {"storeAnswers", StoreAnswers},
-        {"hasAnswers", HasAnswers}, {"currentUser", Current}, {"lockScreen", Lock},     {"loginToken", Token},
-        {"isSuperUser", IsSuper},   {"permissions", Permissions}};
+    constexpr std::pair<const char*, Step> kSteps[] = {{"userExists", Exists},     {"checkPassword", Check},
+                                                       {"resetPassword", Reset},   {"storeAnswers", StoreAnswers},
+                                                       {"hasAnswers", HasAnswers}, {"currentUser", Current},
+                                                       {"lockScreen", Lock},       {"loginToken", Token},
+                                                       {"isSuperUser", IsSuper},   {"permissions", Permissions}};
     for (const auto& [name, step] : kSteps) {
         services[name] = [cipher, step = step](Handling& handling) {
             Desk desk(handling, *cipher);

@@ -22,7 +22,9 @@ void SetTemplates(Handling& handling)
             reason = handling.store.Has(kTemplates, guid) ? Reason::kDuplicate : Reason::kNone;
         } else {
             const Json known = handling.Load(kTemplates, guid);
-            reason = known.IsNull() ? Reason::kUnknownGuid : AsBool(Member(known, "isUsed")) && operation == kRemove ? Reason::kInUse : Reason::kNone;
+            reason = known.IsNull()                                            ? Reason::kUnknownGuid
+                     : AsBool(Member(known, "isUsed")) && operation == kRemove ? Reason::kInUse
+                                                                               : Reason::kNone;
         }
         if (reason == Reason::kNone && operation == kRemove) {
             handling.store.Erase(kTemplates, guid);
