@@ -1,5 +1,7 @@
 #include "src/Rules.h"
 
+#include "src/Clock.h"
+
 #include <algorithm>
 #include <unordered_map>
 
@@ -254,7 +256,10 @@ void Apply(Handling& handling, const Json& source, Json& document)
     }
     const std::string& stamp = handling.action->collection->stamp;
     if (!stamp.empty()) {
-        SetMember(document, stamp, Json(handling.nowMs), handling.Memory());
+        const WireMember* member = handling.action->collection->Find(stamp);
+        const bool text = member != nullptr && member->kind == WireKind::kText;
+        SetMember(document, stamp, text ? MakeText(IsoTime(handling.nowMs), handling.Memory()) : Json(handling.nowMs),
+                  handling.Memory());
     }
 }
 
