@@ -41,6 +41,7 @@ struct Row {
 struct Runs {
     double perSecond = 0.0; ///< Of the best: whatever else the machine does only ever takes time.
     std::map<std::string, std::vector<double>> counters;
+    std::string label;
 };
 
 class Report {
@@ -67,8 +68,10 @@ public:
                 return false;
             }
             Runs& runs = runs_[name];
+            runs.label = run.value("label", "");
             runs.perSecond = std::max(runs.perSecond, run.value("items_per_second", 0.0));
-            for (const char* counter : {"own_us", "call_us", "ratio"}) {
+            for (const char* counter :
+                 {"own_us", "call_us", "ratio", "turn_own", "turn_ratio", "turn_bar", "turn_held"}) {
                 if (run.contains(counter)) {
                     runs.counters[counter].push_back(run.at(counter));
                 }
@@ -92,6 +95,7 @@ public:
         Calls();
         Http();
         VideoWall();
+        TurnByTurn();
         rows_.insert(rows_.end(), lines_.begin(), lines_.end());
     }
 
@@ -253,6 +257,31 @@ private:
                 const double call = Median(calls->second);
                 Add({name.substr(0, name.rfind("/manual_time")), call, "us", "bare POST", {}, {}},
                     1 / Median(runs.counters.at("ratio")), 0);
+            }
+        }
+    }
+
+    /// Programs in which library and peer take turns and that say their bars themselves. Their label is "unit|peer".
+    void TurnByTurn()
+    {
+        for (const auto& [name, runs] : runs_) {
+            const auto bar = runs.counters.find("turn_bar");
+            if (bar == runs.counters.end()) {
+                continue;
+            }
+            const std::string title = name.substr(0, name.rfind("/real_time"));
+            const std::size_t cut = runs.label.find('|');
+            Add({title,
+                 Median(runs.counters.at("turn_own")),
+                 runs.label.substr(0, cut),
+                 runs.label.substr(cut + 1),
+                 {},
+                 {}},
+                Median(runs.counters.at("turn_ratio")), Median(bar->second));
+            const auto held = runs.counters.find("turn_held");
+            if (held != runs.counters.end()) {
+                const double most = *std::max_element(held->second.begin(), held->second.end());
+                Add({title + ", memory (ratio: MiB)", most, "MiB", "", {}, {}}, most, 32, true);
             }
         }
     }
