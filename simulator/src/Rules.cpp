@@ -234,7 +234,19 @@ bool Used(Handling& handling, const std::string& key)
 {
     const auto& uses = handling.action->collection->uses;
     return std::any_of(uses.begin(), uses.end(), [&](const UseRule& use) {
-        return handling.store.Count({use.collection, {{use.field, Test::kEquals, StoreValue(key)}}}) > 0;
+        if (use.field.find("List") == std::string::npos) {
+            return handling.store.Count({use.collection, {{use.field, Test::kEquals, StoreValue(key)}}}) > 0;
+        }
+        bool used = false;
+        handling.Each({use.collection}, [&](const std::string&, Json& document) {
+            Walk(document, use.field, {}, [&](const Json* value, const std::string&) {
+                const auto elements = Elements(value);
+                used = used || AsText(value) == key ||
+                       std::any_of(elements.begin(), elements.end(),
+                                   [&](const Json& each) { return AsText(&each) == key; });
+            });
+        });
+        return used;
     });
 }
 

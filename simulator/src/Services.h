@@ -34,7 +34,8 @@ void AddFiles(Services& services);
 bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes);
 
 /// Arrangements, clock records and what they come to.
-void AddAttendance(Services& services);
+/// @param timeScale  as with `AddDownloads`.
+void AddAttendance(Services& services, double timeScale);
 
 /// Figures that are made up and add up: people, alarms, heat maps.
 void AddStatistics(Services& services);
