@@ -80,7 +80,8 @@ std::string Function::Signature() const
     std::string text = name_ + "(";
     for (const Argument& argument : arguments_) {
         text += text.back() == '(' ? "" : ", ";
-        const bool reference = argument.output && argument.type->shape != Shape::Counter;
+        const bool reference =
+            argument.output && argument.type->shape != Shape::Counter && argument.type->shape != Shape::AnyStructure;
         text += Spelled(*argument.type) + (reference ? "& " : " ") + argument.name;
     }
     return text + ")";
