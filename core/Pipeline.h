@@ -255,15 +255,17 @@ bool ExchangeForText(const Operation& operation, Result& result, std::string& te
     });
 }
 
-/// For a structure that goes out and comes back. Returns as `Exchange`; `structure` is replaced when the answer carries
-/// any of its members, which then start from what was sent, and is untouched otherwise.
+/// For a structure that goes out and comes back. Returns as `Exchange`, or as `ExchangeJudged` when so told;
+/// `structure` is replaced when the answer carries any of its members, which then start from what was sent, and is
+/// untouched otherwise.
 template <class Structure>
-bool ExchangeBothWays(const Operation& operation, Structure& structure) noexcept
+bool ExchangeBothWays(const Operation& operation, Structure& structure,
+                      core::Verdict verdict = core::Verdict::Accept) noexcept
 {
     return core::Guard([&] {
         Structure fresh = structure;
         protocol::ReturnData envelope(core::Borrow(fresh));
-        if (!core::Run(operation, envelope, core::Verdict::Accept)) {
+        if (!core::Run(operation, envelope, verdict)) {
             return false;
         }
         if (!fresh.PresentKeys().empty()) {

@@ -98,8 +98,7 @@ bool UploadInSlices(const Path& path, const Upload& upload, std::string* uploadG
                 return false;
             }
             sent += slice.size();
-            const bool done = number == count && !upload.closing;
-            Store(progress, done ? 100 : std::min<std::uint64_t>(sent * 100 / size, 99));
+            Store(progress, std::min<std::uint64_t>(sent * 100 / size, 99));
             if (number == count) {
                 break;
             }
@@ -107,12 +106,13 @@ bool UploadInSlices(const Path& path, const Upload& upload, std::string* uploadG
                 return false;
             }
         }
-        if (upload.closing) {
-            if (!slices.Send(-1, nullptr, last)) {
-                return false;
-            }
-            Store(progress, 100);
+        protocol::ReturnData envelope;
+        const bool taken = upload.closing ? slices.Send(-1, nullptr, last)
+                                          : envelope.Parse(last.body) && core::Settle(envelope, core::Verdict::Accept);
+        if (!taken) {
+            return false;
         }
+        Store(progress, 100);
         answer = std::move(last.body);
         return true;
     });

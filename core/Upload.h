@@ -12,14 +12,14 @@ namespace nexwire {
 struct Upload {
     const char* partType;  ///< Content type of the file's part, as "text/csv".
     bool numbered = false; ///< Each request carries the number of its slice, from 1, in a part "index".
-    bool closing = false;  ///< A request without a slice, numbered -1, ends the upload.
+    bool closing = false;  ///< A request without a slice, numbered -1, ends the upload; its answer is not read.
 };
 
 /// Sends a file to `path` with method code 1.
 ///
 /// False when the file cannot be opened, is empty, or shrinks or fails while it is read (the last error says which),
-/// and when a request fails; what was sent before is not withdrawn. When the executor fails but left a body, the code
-/// of its envelope becomes the last error.
+/// when a request fails, and when the last answer is no envelope; what was sent before is not withdrawn. When the
+/// executor fails but left a body, the code of its envelope becomes the last error.
 ///
 /// @param uploadGuid  receives a new identifier before the first slice goes out; it travels in the mark "query" as
 ///                    "uploadGuid=". Null: the size of the file does, as "totalBytes=".

@@ -80,7 +80,7 @@ bool ReportConfigComm::setInfo(const protocol::ReportConfig& param)
 
 bool VacateConfigComm::addMainInfo(protocol::VacateMainType& type)
 {
-    return ExchangeJudged(Write(Path(kRoot, "vacates/maintype"), type), type);
+    return ExchangeBothWays(Write(Path(kRoot, "vacates/maintype"), type), type, core::Verdict::Judge);
 }
 
 bool VacateConfigComm::getMainInfos(protocol::VacateMainInfoData& result)

@@ -2,6 +2,7 @@
 
 #include "Application/DeviceManagement/ByNumber.h"
 #include "Application/DeviceManagement/DeviceGuid.h"
+#include "core/Log.h"
 
 namespace nexwire {
 namespace {
@@ -34,14 +35,15 @@ Path ChannelPath(const std::string& serial, const std::string& channelGuid, cons
 
 /// Changes one member of a preset.
 template <class Member>
-bool UpdatePreset(const char* request, const std::string& deviceGuid, const std::string& channelGuid,
-                  const std::string& presetGuid, Member PresetInfo::*member, const Member& value)
+bool UpdatePreset(const char* function, const char* request, const std::string& deviceGuid,
+                  const std::string& channelGuid, const std::string& presetGuid, Member PresetInfo::*member,
+                  const Member& value)
 {
     return core::Guard([&] {
         PresetInfo preset;
         preset.*member = value;
         const ChannelBody<PresetInfo> body(preset, deviceGuid, member);
-        const std::string serial = guid::SupplyForChannel(request, deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, request, deviceGuid);
         return Exchange(Write(ChannelPath(serial, channelGuid, "/presets/", presetGuid), body));
     });
 }
@@ -51,9 +53,10 @@ bool UpdatePreset(const char* request, const std::string& deviceGuid, const std:
 bool CGetChannelInfoComm::request(protocol::ChannelInfoData& result, const std::string& deviceGuid,
                                   const std::string& channelGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         const ChannelBody<ChannelExtra> body(ChannelExtra(), deviceGuid);
-        const std::string serial = guid::SupplyForChannel("CGetChannelInfoComm", deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, "CGetChannelInfoComm", deviceGuid);
         return Exchange(Query(ChannelPath(serial, channelGuid), body), result);
     });
 }
@@ -73,11 +76,12 @@ bool CSetChannelInfoComm::request(const protocol::ChannelExtra& extra, const std
 bool CChannelRequestComm::setRelatedServers(const std::string& deviceGuid, const std::string& channelGuid,
                                             const std::string& relatedServer)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         ChannelExtra extra;
         extra.relatedServer = relatedServer;
         const ChannelBody<ChannelExtra> body(extra, deviceGuid, &ChannelExtra::relatedServer);
-        const std::string serial = guid::SupplyForChannel("setRelatedServers", deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, "setRelatedServers", deviceGuid);
         return Exchange(Write(ChannelPath(serial, channelGuid), body));
     });
 }
@@ -104,9 +108,10 @@ bool CChannelCaptureComm::request(std::string& picture, const std::string& devic
 bool CChannelPresetComm::getAllPresetInfo(protocol::PresetInfoListData& result, const std::string& deviceGuid,
                                           const std::string& channelGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         const ChannelBody<PresetInfo> body(PresetInfo(), deviceGuid);
-        const std::string serial = guid::SupplyForChannel("getAllPresetInfo", deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, "getAllPresetInfo", deviceGuid);
         return Exchange(Query(ChannelPath(serial, channelGuid, "/presets"), body), result);
     });
 }
@@ -114,10 +119,11 @@ bool CChannelPresetComm::getAllPresetInfo(protocol::PresetInfoListData& result, 
 bool CChannelPresetComm::savePreset(std::string& presetGuid, protocol::PresetInfo& preset,
                                     const std::string& deviceGuid, const std::string& channelGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         const ChannelBody<PresetInfo> body(preset, deviceGuid, &PresetInfo::presetGuid, &PresetInfo::presetNo,
                                            &PresetInfo::name, &PresetInfo::cloudP2PNo);
-        const std::string serial = guid::SupplyForChannel("savePreset", deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, "savePreset", deviceGuid);
         PresetInfo saved = preset;
         if (!ExchangeBothWays(Write(ChannelPath(serial, channelGuid, "/presets"), body), saved)) {
             return false;
@@ -132,11 +138,12 @@ bool CChannelPresetComm::savePreset(std::string& presetGuid, protocol::PresetInf
 bool CChannelPresetComm::deletePreset(const std::string& deviceGuid, const std::string& channelGuid,
                                       const std::string& presetGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         PresetInfo preset;
         preset.presetGuid = presetGuid;
         const ChannelBody<PresetInfo> body(preset, deviceGuid, &PresetInfo::presetGuid);
-        const std::string serial = guid::SupplyForChannel("deletePreset", deviceGuid);
+        const std::string serial = guid::SupplyForChannel(function, "deletePreset", deviceGuid);
         return Exchange(Remove(ChannelPath(serial, channelGuid, "/presets"), body));
     });
 }
@@ -144,14 +151,15 @@ bool CChannelPresetComm::deletePreset(const std::string& deviceGuid, const std::
 bool CChannelPresetComm::updatePresetName(const std::string& deviceGuid, const std::string& channelGuid,
                                           const std::string& presetGuid, const std::string& name)
 {
-    return UpdatePreset("updatePresetName", deviceGuid, channelGuid, presetGuid, &PresetInfo::name, name);
+    return UpdatePreset(NEXWIRE_FUNCTION, "updatePresetName", deviceGuid, channelGuid, presetGuid, &PresetInfo::name,
+                        name);
 }
 
 bool CChannelPresetComm::updateCloudP2PPresetNo(int cloudP2PNo, const std::string& deviceGuid,
                                                 const std::string& channelGuid, const std::string& presetGuid)
 {
-    return UpdatePreset("updateCloudP2PPresetNo", deviceGuid, channelGuid, presetGuid, &PresetInfo::cloudP2PNo,
-                        static_cast<std::int32_t>(cloudP2PNo));
+    return UpdatePreset(NEXWIRE_FUNCTION, "updateCloudP2PPresetNo", deviceGuid, channelGuid, presetGuid,
+                        &PresetInfo::cloudP2PNo, static_cast<std::int32_t>(cloudP2PNo));
 }
 
 bool CChannelSdkPassThroughComm::request(protocol::NetsdkPassThroughRspData& result, const std::string& deviceGuid,

@@ -20,7 +20,8 @@ using Change = protocol::DeviceModificationReq;
 
 /// @param result  nothing or a result.
 template <class... Result>
-bool Modify(protocol::DeviceBasicInfo& basicInfo, const std::string& deviceGuid, Result&... result)
+bool Modify(const char* function, protocol::DeviceBasicInfo& basicInfo, const std::string& deviceGuid,
+            Result&... result)
 {
     return core::Guard([&] {
         protocol::DeviceBasicInfo sent = basicInfo;
@@ -31,7 +32,7 @@ bool Modify(protocol::DeviceBasicInfo& basicInfo, const std::string& deviceGuid,
             keys.insert(keys.end(), basicInfo.FilterKeys().begin(), basicInfo.FilterKeys().end());
             sent.WriteOnly(std::move(keys));
         }
-        const std::string serial = guid::Supply("CModDevice", deviceGuid);
+        const std::string serial = guid::Supply(function, "CModDevice", deviceGuid);
         if (!Send(Write(DevicePath(Route::External, serial), Only(&Change::deviceBasicInfo, sent)), result...)) {
             return false;
         }
@@ -48,12 +49,12 @@ protocol::DeviceQueryCondition About(const std::string& deviceGuid, const protoc
     return sent;
 }
 
-bool GetSingle(const char* request, bool slow, protocol::DeviceResponseData& result,
+bool GetSingle(const char* function, const char* request, bool slow, protocol::DeviceResponseData& result,
                protocol::DeviceQueryCondition& condition, const std::string& deviceGuid)
 {
     return core::Guard([&] {
         protocol::DeviceQueryCondition sent = About(deviceGuid, condition);
-        const std::string serial = guid::Supply(request, deviceGuid);
+        const std::string serial = guid::Supply(function, request, deviceGuid);
         Operation operation = Query(DevicePath(Route::External, serial), sent);
         if (!Send(slow ? operation.OnSlowThread() : operation, result)) {
             return false;
@@ -63,10 +64,10 @@ bool GetSingle(const char* request, bool slow, protocol::DeviceResponseData& res
     });
 }
 
-std::string SupplyForRefresh(const std::string& deviceGuid)
+std::string SupplyForRefresh(const char* function, const std::string& deviceGuid)
 {
-    std::string serial = guid::Supply("CRefreshSingleDevice", deviceGuid);
-    guid::LogSerial("CRefreshSingleDevice", serial);
+    std::string serial = guid::Supply(function, "CRefreshSingleDevice", deviceGuid);
+    guid::LogSerial(function, "CRefreshSingleDevice", serial);
     return serial;
 }
 
@@ -79,11 +80,12 @@ bool CAddDevice::request(protocol::DeviceResultListData& result, const protocol:
 
 bool CAddDevice::request(protocol::DeviceResultListData& result, const protocol::DeviceAddReq& device, int timeoutMs)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::DeviceAddReq sent = device;
         const Path path(kDevices);
         if (!core::Convert({&sent.username, &sent.password}, &IEncryption::Encrypt)) {
-            NEXWIRE_LOG_ERROR("AESEncryption failed!");
+            NEXWIRE_LOG_ERROR_OF(function, "AESEncryption failed!");
             return core::NotSent(Write(path));
         }
         return Send(Write(path, sent).Timeout(timeoutMs), result);
@@ -126,14 +128,14 @@ bool CInteralGetAllDeviceInfo::request(protocol::DeviceResponseListData& result,
 bool CGetSingleDevicesComm::request(protocol::DeviceResponseData& result, protocol::DeviceQueryCondition& condition,
                                     const std::string& deviceGuid)
 {
-    return GetSingle("CGetSingleDevicesComm", false, result, condition, deviceGuid);
+    return GetSingle(NEXWIRE_FUNCTION, "CGetSingleDevicesComm", false, result, condition, deviceGuid);
 }
 
 bool CGetSingleDevicesCommBySlowThread::request(protocol::DeviceResponseData& result,
                                                 protocol::DeviceQueryCondition& condition,
                                                 const std::string& deviceGuid)
 {
-    return GetSingle("CGetSingleDevicesCommBySlowThread", true, result, condition, deviceGuid);
+    return GetSingle(NEXWIRE_FUNCTION, "CGetSingleDevicesCommBySlowThread", true, result, condition, deviceGuid);
 }
 
 bool CInternalGetDeviceComm::request(protocol::DeviceResponseData& result,
@@ -144,17 +146,18 @@ bool CInternalGetDeviceComm::request(protocol::DeviceResponseData& result,
 
 bool CModDevice::request(protocol::DeviceBasicInfo& basicInfo, const std::string& deviceGuid)
 {
-    return Modify(basicInfo, deviceGuid);
+    return Modify(NEXWIRE_FUNCTION, basicInfo, deviceGuid);
 }
 
 bool CModDevice::request(protocol::DeviceResponseData& result, protocol::DeviceBasicInfo& basicInfo,
                          const std::string& deviceGuid)
 {
-    return Modify(basicInfo, deviceGuid, result);
+    return Modify(NEXWIRE_FUNCTION, basicInfo, deviceGuid, result);
 }
 
 bool CDeviceStreamKeyComm::setStreamKey(const std::string& deviceGuid, const std::string& streamKey)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::DeviceBasicInfo basicInfo;
         basicInfo.mLongStrGuid = deviceGuid;
@@ -162,7 +165,7 @@ bool CDeviceStreamKeyComm::setStreamKey(const std::string& deviceGuid, const std
         protocol::DeviceExtInfo extInfo;
         extInfo.streamKey = streamKey;
         SendOnly(extInfo, extInfo.streamKey);
-        const std::string serial = guid::Supply("CDeviceStreamKeyComm", deviceGuid);
+        const std::string serial = guid::Supply(function, "CDeviceStreamKeyComm", deviceGuid);
         return Send(Write(DevicePath(Route::External, serial),
                           Only(&Change::deviceBasicInfo, basicInfo, &Change::deviceExtInfo, extInfo)));
     });
@@ -176,9 +179,10 @@ bool CRefreshDevices::request(const protocol::DeviceQueryCondition& condition)
 bool CRefreshSingleDevice::request(protocol::DeviceResponseData& result, protocol::DeviceQueryCondition& condition,
                                    const std::string& deviceGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
         protocol::DeviceQueryCondition sent = About(deviceGuid, condition);
-        const std::string serial = SupplyForRefresh(deviceGuid);
+        const std::string serial = SupplyForRefresh(function, deviceGuid);
         if (!Send(Write(DevicePath(Route::External, serial, "/refresh"), sent), result)) {
             return false;
         }
@@ -189,8 +193,9 @@ bool CRefreshSingleDevice::request(protocol::DeviceResponseData& result, protoco
 
 bool CRefreshSingleDevice::requestinternal(const std::string& deviceGuid)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return core::Guard([&] {
-        const std::string serial = SupplyForRefresh(deviceGuid);
+        const std::string serial = SupplyForRefresh(function, deviceGuid);
         return Send(Write(DevicePath(Route::Internal, serial, "/refresh")));
     });
 }

@@ -27,25 +27,26 @@ bool IsLong(const std::string& deviceGuid)
     return deviceGuid.size() > kLength;
 }
 
-std::string Supply(const char* request, const std::string& deviceGuid)
+std::string Supply(const char* function, const char* request, const std::string& deviceGuid)
 {
     std::string serial = FillUp(Shorten(deviceGuid));
-    NEXWIRE_LOG_INFO("[mko]SupplyGuid %s [strGuid - serial] [%s - %s]", request, deviceGuid.c_str(), serial.c_str());
+    NEXWIRE_LOG_INFO_OF(function, "[mko]SupplyGuid %s [strGuid - serial] [%s - %s]", request, deviceGuid.c_str(),
+                        serial.c_str());
     return serial;
 }
 
-std::string SupplyForChannel(const char* request, const std::string& deviceGuid)
+std::string SupplyForChannel(const char* function, const char* request, const std::string& deviceGuid)
 {
     std::string serial = Shorten(deviceGuid);
-    LogSerial(request, serial);
+    LogSerial(function, request, serial);
     serial = FillUp(std::move(serial));
-    LogSerial(request, serial);
+    LogSerial(function, request, serial);
     return serial;
 }
 
-void LogSerial(const char* request, const std::string& serial)
+void LogSerial(const char* function, const char* request, const std::string& serial)
 {
-    NEXWIRE_LOG_INFO("[mko]SupplyGuid %s [serial - %s]", request, serial.c_str());
+    NEXWIRE_LOG_INFO_OF(function, "[mko]SupplyGuid %s [serial - %s]", request, serial.c_str());
 }
 
 } // namespace guid

@@ -13,13 +13,15 @@ namespace guid {
 bool IsLong(const std::string& deviceGuid);
 
 /// Brings an identifier to length. The log receives both texts under the name of the request.
-std::string Supply(const char* request, const std::string& deviceGuid);
+///
+/// @param function  `NEXWIRE_FUNCTION` of the request, for the place of the log entry; below as well.
+std::string Supply(const char* function, const char* request, const std::string& deviceGuid);
 
 /// The same in the way of channels: the log receives the identifier before and after it is filled up.
-std::string SupplyForChannel(const char* request, const std::string& deviceGuid);
+std::string SupplyForChannel(const char* function, const char* request, const std::string& deviceGuid);
 
 /// One line of the log.
-void LogSerial(const char* request, const std::string& serial);
+void LogSerial(const char* function, const char* request, const std::string& serial);
 
 } // namespace guid
 } // namespace nexwire

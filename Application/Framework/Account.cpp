@@ -28,9 +28,10 @@ bool CGetLoginTokenBySlowThread::request(protocol::UserResponseInfoData& result,
 
 bool CSetLoginToken::request(protocol::CloudP2PAccountInfo& account)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     const bool done = ExchangeBothWays(Write(Path(kDeviceRoot, "setToken"), account), account);
     return core::Guard([&] {
-               NEXWIRE_LOG_INFO("CSetLoginToken %s", done ? "true" : "false");
+               NEXWIRE_LOG_INFO_OF(function, "CSetLoginToken %s", done ? "true" : "false");
                return done;
            }) ||
            done;
@@ -88,9 +89,10 @@ bool CGetStreamPackageInfo::request(protocol::StreamPackageInfoResponseInfoData&
 
 bool CSetComponentRecvMsg::request(protocol::WSRequestInfo& param)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     const bool done = ExchangeBothWays(Write(Path(kRoot, "msg/recv"), param), param);
     return core::Guard([&] {
-               NEXWIRE_LOG_INFO("CSetComponentRecvMsg %s", done ? "true" : "false");
+               NEXWIRE_LOG_INFO_OF(function, "CSetComponentRecvMsg %s", done ? "true" : "false");
                return done;
            }) ||
            done;
@@ -98,8 +100,9 @@ bool CSetComponentRecvMsg::request(protocol::WSRequestInfo& param)
 
 bool CGetAccountAndTeamInfo::request(protocol::UserLoginAccountTeamInfo& result)
 {
-    return Exchange(Read(Path(kRoot, "users/accountTeamInfo")), result) || core::Guard([] {
-               NEXWIRE_LOG_ERROR("GetAccountAndTeamInfo false");
+    const char* const function = NEXWIRE_FUNCTION;
+    return Exchange(Read(Path(kRoot, "users/accountTeamInfo")), result) || core::Guard([&] {
+               NEXWIRE_LOG_ERROR_OF(function, "GetAccountAndTeamInfo false");
                return false;
            });
 }

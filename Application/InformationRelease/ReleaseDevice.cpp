@@ -73,6 +73,7 @@ std::string CInformationReleaseDeviceComm::ServerExisted(const std::string& addr
                                                          const std::string& userName, const std::string& password,
                                                          bool& exists, int& existedType)
 {
+    const char* const function = NEXWIRE_FUNCTION;
     return TextOf([&](std::string& text) {
         protocol::DeviceExisted server;
         server.address = address;
@@ -81,8 +82,8 @@ std::string CInformationReleaseDeviceComm::ServerExisted(const std::string& addr
         server.password = password;
         protocol::DeviceExistedResultData answer;
         if (!Exchange(Write("/7730/v1/deviceManagement/deviceExisted", server), answer)) {
-            NEXWIRE_LOG_ERROR("Failed to ask whether the server exists. [%s]",
-                              core::FailureOfLastExchange().text.c_str());
+            NEXWIRE_LOG_ERROR_OF(function, "Failed to ask whether the server exists. [%s]",
+                                 core::FailureOfLastExchange().text.c_str());
             return false;
         }
         protocol::DeviceExistedResult& result = answer.deviceExistedResult;

@@ -17,8 +17,8 @@ bool PersonsFileComm::requestUpload(const std::shared_ptr<int>& progress, std::s
 {
     return core::Guard([&] {
         std::string guid;
-        std::string unread;
-        if (!UploadInSlices(Path(kPersonnelRoot, "uploadFile"), {"text/csv"}, &guid, file, progress, unread)) {
+        std::string answer;
+        if (!UploadInSlices(Path(kPersonnelRoot, "uploadFile"), {"text/csv"}, &guid, file, progress, answer)) {
             return false;
         }
         uploadGuid = std::move(guid);

@@ -183,19 +183,19 @@ void CTWDeviceOperation::init(const std::string& host, const std::string& port)
 
 bool CTWDeviceOperation::addDevice(tagTWDeviceLoginParam& device) const
 {
-    return Post({"addDevice", DEVICE "add", 15000}, Join(LoginKeys(device), {{"synAdd", 1}}),
+    return Post({NEXWIRE_FUNCTION, "addDevice", DEVICE "add", 15000}, Join(LoginKeys(device), {{"synAdd", 1}}),
                 [&](const Answer& answer) { answer.Read("data/guid", device.guid); });
 }
 
 bool CTWDeviceOperation::addDeviceAsyn(tagTWDeviceLoginParam& device) const
 {
-    return Post({"addDeviceAsyn", DEVICE "add", 15000}, LoginKeys(device),
+    return Post({NEXWIRE_FUNCTION, "addDeviceAsyn", DEVICE "add", 15000}, LoginKeys(device),
                 [&](const Answer& answer) { answer.Read("data/guid", device.guid); });
 }
 
 bool CTWDeviceOperation::modifyDevice(const tagTWDeviceLoginParam& device) const
 {
-    return Post({"modifyDevice", DEVICE "modify"}, Join(LoginKeys(device), {{"guid", device.guid}}));
+    return Post({NEXWIRE_FUNCTION, "modifyDevice", DEVICE "modify"}, Join(LoginKeys(device), {{"guid", device.guid}}));
 }
 
 bool CTWDeviceOperation::deleteDevice(const std::string& deviceGuid, TWErrorInfoByGuid& failure) const
@@ -213,26 +213,27 @@ bool CTWDeviceOperation::deleteDevice(const std::string& deviceGuid, TWErrorInfo
 bool CTWDeviceOperation::deleteDevices(const std::vector<std::string>& deviceGuids,
                                        std::vector<TWErrorInfoByGuid>& failures) const
 {
-    return Post({"deleteDevices", DEVICE "delete"}, {{"deviceList", deviceGuids, "guid"}},
+    return Post({NEXWIRE_FUNCTION, "deleteDevices", DEVICE "delete"}, {{"deviceList", deviceGuids, "guid"}},
                 [&](const Answer& answer) { failures = answer.List("data/fail", kFailure); });
 }
 
 bool CTWDeviceOperation::getAllDevices(std::vector<tagTWDeviceInfo>& devices, const std::string& account,
                                        const std::string& teamNo, bool syncCloud) const
 {
-    return Post({"getAllDevices", DEVICE "list/get"},
+    return Post({NEXWIRE_FUNCTION, "getAllDevices", DEVICE "list/get"},
                 {{"account", account}, {"teamNo", teamNo}, {"SynCloud", syncCloud}},
                 [&](const Answer& answer) { devices = answer.List("data/list", kDevice); });
 }
 
 bool CTWDeviceOperation::refreshDevice(const std::string& deviceGuid) const
 {
-    return Post({"refreshDevice", DEVICE "refresh"}, {{"guid", deviceGuid}});
+    return Post({NEXWIRE_FUNCTION, "refreshDevice", DEVICE "refresh"}, {{"guid", deviceGuid}});
 }
 
 bool CTWDeviceOperation::clearConfig(const std::string& deviceGuid) const
 {
-    return Post({"clearConfig", DEVICE "config/clear", 5000, "bandOutput"}, {{"deviceGuid", deviceGuid}});
+    return Post({NEXWIRE_FUNCTION, "clearConfig", DEVICE "config/clear", 5000, "bandOutput"},
+                {{"deviceGuid", deviceGuid}});
 }
 
 // ---- Outputs ----
@@ -240,13 +241,14 @@ bool CTWDeviceOperation::clearConfig(const std::string& deviceGuid) const
 bool CTWDeviceOperation::getOutputList(const std::vector<std::string>& deviceGuids,
                                        std::vector<tagTWDeviceOutputInfo>& outputs) const
 {
-    return Post({"getOutputList", "/videoWall/v1/deviceManager/output/list/get"}, {{"deviceList", deviceGuids, "guid"}},
+    return Post({NEXWIRE_FUNCTION, "getOutputList", "/videoWall/v1/deviceManager/output/list/get"},
+                {{"deviceList", deviceGuids, "guid"}},
                 [&](const Answer& answer) { outputs = answer.List("data/list", kOutput); });
 }
 
 bool CTWDeviceOperation::getResolutionCap(tagTWResolutionCap& capability) const
 {
-    return Post({"getResolutionCap", OUTPUT "channels/capabilities/get"},
+    return Post({NEXWIRE_FUNCTION, "getResolutionCap", OUTPUT "channels/capabilities/get"},
                 {{"deviceGuid", capability.deviceGuid}, {"id", capability.id}}, [&](const Answer& answer) {
                     std::vector<std::string> list(answer.Size("data/resolutionCapList"));
                     for (std::size_t i = 0; i < list.size(); ++i) {
@@ -259,18 +261,19 @@ bool CTWDeviceOperation::getResolutionCap(tagTWResolutionCap& capability) const
 
 bool CTWDeviceOperation::modifyResolution(const tagTWResolutionCap& capability) const
 {
-    return Post({"modifyResolution", OUTPUT "channels/resolution"},
+    return Post({NEXWIRE_FUNCTION, "modifyResolution", OUTPUT "channels/resolution"},
                 {{"deviceGuid", capability.deviceGuid}, {"id", capability.id}, {"resolution", capability.resolution}});
 }
 
 bool CTWDeviceOperation::unBandOutput(const tagTWDeviceOutputInfo& output) const
 {
-    return Post({"unBandOutput", OUTPUT "unband"}, {{"deviceGuid", output.deviceGuid}, {"id", output.id}});
+    return Post({NEXWIRE_FUNCTION, "unBandOutput", OUTPUT "unband"},
+                {{"deviceGuid", output.deviceGuid}, {"id", output.id}});
 }
 
 bool CTWDeviceOperation::bandOutput(const tagTWDeviceOutputInfo& output) const
 {
-    return Post({"bandOutput", OUTPUT "band"},
+    return Post({NEXWIRE_FUNCTION, "bandOutput", OUTPUT "band"},
                 {{"deviceGuid", output.deviceGuid}, {"id", output.id}, {"row", output.row}, {"col", output.col}});
 }
 
@@ -278,25 +281,25 @@ bool CTWDeviceOperation::bandOutput(const tagTWDeviceOutputInfo& output) const
 
 bool CTWDeviceOperation::openWallWindows(tagTWWindowOpenInfo& window) const
 {
-    return Post({"openWallWindows", WALL "open/window"},
+    return Post({NEXWIRE_FUNCTION, "openWallWindows", WALL "open/window"},
                 Join({{"deviceGuid", window.deviceGuid}, {"id", window.id}}, WindowKeys(window)),
                 [&](const Answer& answer) { answer.Read("data/windowId", window.windowId); });
 }
 
 bool CTWDeviceOperation::deleteWindow(const tagTWWindowOpenInfo& window) const
 {
-    return Post({"deleteWindow", WALL "delete/all/windows"}, {{"deviceGuid", window.deviceGuid}});
+    return Post({NEXWIRE_FUNCTION, "deleteWindow", WALL "delete/all/windows"}, {{"deviceGuid", window.deviceGuid}});
 }
 
 bool CTWDeviceOperation::unBandPlayWindow(const tagTWPlayInfo& play) const
 {
-    return Post({"unBandPlayWindow", WALL "window/delete"},
+    return Post({NEXWIRE_FUNCTION, "unBandPlayWindow", WALL "window/delete"},
                 {{"deviceGuid", play.deviceGuid}, {"id", play.id}, {"windowId", play.windowId}});
 }
 
 bool CTWDeviceOperation::startPlay(tagTWPlayInfo& play) const
 {
-    return Post({"startPlay", WALL "startPlay"},
+    return Post({NEXWIRE_FUNCTION, "startPlay", WALL "startPlay"},
                 Join({{"deviceGuid", play.deviceGuid},
                       {"id", play.id},
                       {"url", play.url},
@@ -308,41 +311,42 @@ bool CTWDeviceOperation::startPlay(tagTWPlayInfo& play) const
 
 bool CTWDeviceOperation::stopPlay(const tagTWPlayInfo& play) const
 {
-    return Post({"stopPlay", WALL "stopPlay"},
+    return Post({NEXWIRE_FUNCTION, "stopPlay", WALL "stopPlay"},
                 {{"deviceGuid", play.deviceGuid}, {"windowId", play.windowId}, {"subWndNo", play.subWndNo}});
 }
 
 bool CTWDeviceOperation::setTvVoice(const tagTWPlayInfo& play) const
 {
-    return Post({"setTvVoice", OUTPUT "audio/set"}, {{"deviceGuid", play.deviceGuid},
-                                                     {"id", play.id},
-                                                     {"enable", play.enable},
-                                                     {"windowId", play.windowId},
-                                                     {"subWndNo", play.subWndNo}});
+    return Post({NEXWIRE_FUNCTION, "setTvVoice", OUTPUT "audio/set"}, {{"deviceGuid", play.deviceGuid},
+                                                                       {"id", play.id},
+                                                                       {"enable", play.enable},
+                                                                       {"windowId", play.windowId},
+                                                                       {"subWndNo", play.subWndNo}});
 }
 
 bool CTWDeviceOperation::getTvVoice(tagTWPlayInfo& play) const
 {
-    return Post({"getTvVoice", OUTPUT "audio/get"}, {{"deviceGuid", play.deviceGuid}, {"id", play.id}},
+    return Post({NEXWIRE_FUNCTION, "getTvVoice", OUTPUT "audio/get"},
+                {{"deviceGuid", play.deviceGuid}, {"id", play.id}},
                 [&](const Answer& answer) { answer.Read("data/enable", play.enable); });
 }
 
 bool CTWDeviceOperation::getScreenNum(tagTWPlayInfo& play) const
 {
-    return Post({"getScreenNum", WALL "screenNumber/get"},
+    return Post({NEXWIRE_FUNCTION, "getScreenNum", WALL "screenNumber/get"},
                 {{"deviceGuid", play.deviceGuid}, {"windowId", play.windowId}},
                 [&](const Answer& answer) { answer.Read("data/windowNum", play.windowNum); });
 }
 
 bool CTWDeviceOperation::setScreenNum(const tagTWPlayInfo& play) const
 {
-    return Post({"setScreenNum", WALL "screenNumber"},
+    return Post({NEXWIRE_FUNCTION, "setScreenNum", WALL "screenNumber"},
                 {{"deviceGuid", play.deviceGuid}, {"windowId", play.windowId}, {"number", play.number}});
 }
 
 bool CTWDeviceOperation::getTvWallDecodeInfo(const tagTWPlayInfo& play, tagTWWallDecodeInfo& status) const
 {
-    return Post({"getTvWallDecodeInfo", WALL "decode/status/get"},
+    return Post({NEXWIRE_FUNCTION, "getTvWallDecodeInfo", WALL "decode/status/get"},
                 {{"deviceGuid", play.deviceGuid}, {"windowId", play.windowId}, {"subWndNo", play.subWndNo}},
                 [&](const Answer& answer) { answer.Read("data", status, kDecode); });
 }
@@ -351,13 +355,13 @@ bool CTWDeviceOperation::getTvWallDecodeInfo(const tagTWPlayInfo& play, tagTWWal
 
 bool CTWDeviceOperation::getTvWallSpec(tagTWWallSpec& spec) const
 {
-    return PostNothing({"getTvWallSpec", "/api-link-desk/desk/device/v1/getSpec"},
+    return PostNothing({NEXWIRE_FUNCTION, "getTvWallSpec", "/api-link-desk/desk/device/v1/getSpec"},
                        [&](const Answer& answer) { answer.Read("data", spec, kSpec); });
 }
 
 bool CTWDeviceOperation::notifyLoginStatus(bool loggedIn) const
 {
-    return Post({"[mko-v1.13.2]notifyLoginStatus", "/videoWall/v1/client/login/stats", 1000},
+    return Post({NEXWIRE_FUNCTION, "[mko-v1.13.2]notifyLoginStatus", "/videoWall/v1/client/login/stats", 1000},
                 {{"loginStatus", loggedIn}});
 }
 
@@ -365,7 +369,7 @@ bool CTWDeviceOperation::notifyLoginStatus(bool loggedIn) const
 
 bool CTWDeviceOperation::addPollingTask(tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]addPollingTask", POLLING "task/add"}, task,
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]addPollingTask", POLLING "task/add"}, task,
                     {{"videoWallGuid", task.videoWallGuid},
                      {"accountNo", task.accountNo},
                      {"teamNo", task.teamNo},
@@ -379,7 +383,7 @@ bool CTWDeviceOperation::addPollingTask(tagTWWallPollingTaskInfo& task) const
 
 bool CTWDeviceOperation::modifyPollingTask(tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]modifyPollingTask", POLLING "task/modify"}, task,
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]modifyPollingTask", POLLING "task/modify"}, task,
                     Join(TaskKeys(task), {{"taskName", task.taskName},
                                           {"pollingTime", task.pollingTime},
                                           {"streamType", task.streamType},
@@ -391,7 +395,7 @@ bool CTWDeviceOperation::modifyPollingTask(tagTWWallPollingTaskInfo& task) const
 bool CTWDeviceOperation::getAllPollingTask(const tagTWWallPollingTaskInfo& scope,
                                            std::vector<tagTWWallPollingTaskInfo>& tasks) const
 {
-    const Operation operation = {"[mko-v1.13.1]getAllPollingTask", POLLING "task/get"};
+    const Operation operation = {NEXWIRE_FUNCTION, "[mko-v1.13.1]getAllPollingTask", POLLING "task/get"};
     // The list is asked for as "taskList" and answered as "TaskList".
     const Keys body = {{"videoWallGuid", scope.videoWallGuid},
                        {"accountNo", scope.accountNo},
@@ -399,52 +403,57 @@ bool CTWDeviceOperation::getAllPollingTask(const tagTWWallPollingTaskInfo& scope
                        {"taskList", scope.taskGuidList, "taskGuid"}};
     const auto read = [&](const Answer& answer) {
         std::vector<tagTWWallPollingTaskInfo> fresh = answer.List("data/TaskList", kTask);
-        NEXWIRE_LOG_INFO("%s TaskList size:[%d]", operation.name, static_cast<int>(fresh.size()));
+        NEXWIRE_LOG_INFO_OF(operation.function, "%s TaskList size:[%d]", operation.name,
+                            static_cast<int>(fresh.size()));
         for (std::size_t i = 0; i < fresh.size(); ++i) {
             const std::string path = "data/TaskList/" + std::to_string(i);
             fresh[i].cameraList = answer.List(path + "/cameraList", kKnownCamera);
-            NEXWIRE_LOG_INFO("%s cameraList size:[%d]", operation.name, static_cast<int>(fresh[i].cameraList.size()));
+            NEXWIRE_LOG_INFO_OF(operation.function, "%s cameraList size:[%d]", operation.name,
+                                static_cast<int>(fresh[i].cameraList.size()));
             fresh[i].windowList = answer.List(path + "/windowList", kWindow);
-            NEXWIRE_LOG_INFO("%s windowList size:[%d]", operation.name, static_cast<int>(fresh[i].windowList.size()));
+            NEXWIRE_LOG_INFO_OF(operation.function, "%s windowList size:[%d]", operation.name,
+                                static_cast<int>(fresh[i].windowList.size()));
         }
         tasks = std::move(fresh);
     };
     if (!Exchange(operation, &body, read)) {
         return false;
     }
-    NEXWIRE_LOG_INFO("%s success! [vsPollingTaskInfos - %d].", operation.name, static_cast<int>(tasks.size()));
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [vsPollingTaskInfos - %d].", operation.name,
+                        static_cast<int>(tasks.size()));
     return true;
 }
 
 bool CTWDeviceOperation::deletePollingTask(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]deletePollingTask", POLLING "task/delete"}, task, TaskKeys(task));
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]deletePollingTask", POLLING "task/delete"}, task, TaskKeys(task));
 }
 
 bool CTWDeviceOperation::startPollingTask(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]startPollingTask", POLLING "task/start"}, task, TaskKeys(task));
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]startPollingTask", POLLING "task/start"}, task, TaskKeys(task));
 }
 
 bool CTWDeviceOperation::stopPollingTask(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]stopPollingTask", POLLING "task/stop"}, task, TaskKeys(task));
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]stopPollingTask", POLLING "task/stop"}, task, TaskKeys(task));
 }
 
 bool CTWDeviceOperation::suspendPollingTask(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]suspendPollingTask", POLLING "task/suspend"}, task, TaskKeys(task));
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]suspendPollingTask", POLLING "task/suspend"}, task,
+                    TaskKeys(task));
 }
 
 bool CTWDeviceOperation::switchOverPollingTask(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[mko-v1.13.1]switchOverPollingTask", POLLING "task/switchOver"}, task,
+    return PostTask({NEXWIRE_FUNCTION, "[mko-v1.13.1]switchOverPollingTask", POLLING "task/switchOver"}, task,
                     Join(TaskKeys(task), {{"optType", task.optType}}));
 }
 
 bool CTWDeviceOperation::stopSingleSourcePollingDecode(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostTask({"[pel-v1.13.1]stopSingleSourcePollingDecode", POLLING "task/camera/stop"}, task,
+    return PostTask({NEXWIRE_FUNCTION, "[pel-v1.13.1]stopSingleSourcePollingDecode", POLLING "task/camera/stop"}, task,
                     {{"accountNo", task.accountNo},
                      {"teamNo", task.teamNo},
                      {"videoWallGuid", task.videoWallGuid},
@@ -454,41 +463,43 @@ bool CTWDeviceOperation::stopSingleSourcePollingDecode(const tagTWWallPollingTas
 
 bool CTWDeviceOperation::deletePollingVideoWall(const tagTWWallPollingTaskInfo& scope) const
 {
-    const Operation operation = {"[mko-v1.13.1]deletePollingVideoWall", POLLING "videoWall/delete", 5000, nullptr,
-                                 "[mko-v1.13.1]addPollingTask"};
+    const Operation operation = {
+        NEXWIRE_FUNCTION, "[mko-v1.13.1]deletePollingVideoWall", POLLING "videoWall/delete", 5000,
+        nullptr,          "[mko-v1.13.1]addPollingTask"};
     const Keys body = {
         {"videoWallGuid", scope.videoWallGuid}, {"accountNo", scope.accountNo}, {"teamNo", scope.teamNo}};
     if (!Exchange(operation, &body)) {
         return false;
     }
-    NEXWIRE_LOG_INFO("%s success! [videoWallGuid - %s].", operation.name, scope.videoWallGuid.c_str());
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [videoWallGuid - %s].", operation.name,
+                        scope.videoWallGuid.c_str());
     return true;
 }
 
 bool CTWDeviceOperation::modifyPollingTaskCamera(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostCameras({"[mko-v1.13.1]modifyPollingTaskCamera", POLLING "task/camera/modify"}, task,
+    return PostCameras({NEXWIRE_FUNCTION, "[mko-v1.13.1]modifyPollingTaskCamera", POLLING "task/camera/modify"}, task,
                        Join(TaskKeys(task), {{"cameraList", task.cameraList, kRenamedCamera}}));
 }
 
 bool CTWDeviceOperation::deletePollingTaskCamera(const tagTWWallPollingTaskInfo& task) const
 {
-    return PostCameras({"[mko-v1.13.1]deletePollingTaskCamera", POLLING "task/camera/delete"}, task,
+    return PostCameras({NEXWIRE_FUNCTION, "[mko-v1.13.1]deletePollingTaskCamera", POLLING "task/camera/delete"}, task,
                        Join(TaskKeys(task), {{"cameraList", task.cameraList, kRemovedCamera}}));
 }
 
 bool CTWDeviceOperation::isExistCameraInPollingTask(tagTWWallPollingTaskInfo& task) const
 {
     const Operation operation = {
-        "[mko-v1.13.1]isExistCameraInPollingTask", POLLING "task/camera/isExist", 5000, nullptr, nullptr,
-        "[mko-v1.13.1]isEixstCameraInPollingTask"};
+        NEXWIRE_FUNCTION, "[mko-v1.13.1]isExistCameraInPollingTask", POLLING "task/camera/isExist", 5000, nullptr,
+        nullptr,          "[mko-v1.13.1]isEixstCameraInPollingTask"};
     return PostCameras(
         operation, task,
         {{"accountNo", task.accountNo}, {"teamNo", task.teamNo}, {"cameraList", task.cameraList, kSoughtCamera}},
         [&](const Answer& answer) {
             const std::size_t found = answer.Size("data/cameraList");
-            NEXWIRE_LOG_INFO("%s CameraList size:[%d - %d]", operation.name, static_cast<int>(task.cameraList.size()),
-                             static_cast<int>(found));
+            NEXWIRE_LOG_INFO_OF(operation.function, "%s CameraList size:[%d - %d]", operation.name,
+                                static_cast<int>(task.cameraList.size()), static_cast<int>(found));
             std::vector<tagTWPollingCameraInfo> fresh = task.cameraList;
             for (std::size_t i = 0; i < std::min(fresh.size(), found); ++i) {
                 answer.Read("data/cameraList/" + std::to_string(i), fresh[i], kFoundCamera);
@@ -499,13 +510,13 @@ bool CTWDeviceOperation::isExistCameraInPollingTask(tagTWWallPollingTaskInfo& ta
 
 bool CTWDeviceOperation::refreshPollingTask(const tagTWWallPollingTaskInfo& scope) const
 {
-    return PostTask({"[pel-v1.13.1]refreshPollingTask", POLLING "task/refresh"}, scope,
+    return PostTask({NEXWIRE_FUNCTION, "[pel-v1.13.1]refreshPollingTask", POLLING "task/refresh"}, scope,
                     {{"accountNo", scope.accountNo}, {"teamNo", scope.teamNo}, {"videoWallGuid", scope.videoWallGuid}});
 }
 
 bool CTWDeviceOperation::stopAllPollingTask(const tagTWWallPollingTaskInfo& scope) const
 {
-    return PostTask({"[pel-v1.13.1]stopAllPollingTask", POLLING "task/all/stop"}, scope,
+    return PostTask({NEXWIRE_FUNCTION, "[pel-v1.13.1]stopAllPollingTask", POLLING "task/all/stop"}, scope,
                     {{"accountNo", scope.accountNo},
                      {"teamNo", scope.teamNo},
                      {"videoWallGuid", scope.videoWallGuid},
@@ -514,7 +525,7 @@ bool CTWDeviceOperation::stopAllPollingTask(const tagTWWallPollingTaskInfo& scop
 
 bool CTWDeviceOperation::setPollingTasksAbnormal(const tagTWWallPollingTaskInfo& scope) const
 {
-    return PostTask({"[pel-v1.13.1]setPollingTasksAbnormal", POLLING "task/abnormal"}, scope,
+    return PostTask({NEXWIRE_FUNCTION, "[pel-v1.13.1]setPollingTasksAbnormal", POLLING "task/abnormal"}, scope,
                     {{"accountNo", scope.accountNo},
                      {"teamNo", scope.teamNo},
                      {"videoWallGuid", scope.videoWallGuid},

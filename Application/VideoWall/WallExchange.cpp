@@ -50,12 +50,12 @@ bool FailNetwork()
 std::string UrlOf(const Operation& operation)
 {
     std::string url = CTWDeviceOperation::Instance().BaseUrl() + operation.path;
-    NEXWIRE_LOG_INFO("%s url:[%s]", Or(operation.requestName, operation.name), url.c_str());
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s url:[%s]", Or(operation.requestName, operation.name), url.c_str());
     return url;
 }
 
 // Puts the keys into the request; false when one of them has no JSON form.
-bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const char* name)
+bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const Operation& operation)
 {
     proto::CRapidJsonProto json;
     for (const Key& key : keys) {
@@ -66,7 +66,8 @@ bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const cha
     const std::string body = json.ToString();
     request.AddHeaderField("Content-Length", std::to_string(body.size()));
     request.SetData(body);
-    NEXWIRE_LOG_INFO("%s conntent:[%s]", name, body.c_str());
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s conntent:[%s]", Or(operation.requestName, operation.name),
+                        body.c_str());
     return true;
 }
 
@@ -92,19 +93,19 @@ bool Exchange(const Operation& operation, const Keys* body, const Reader& read)
     Vela::Net::CHttpClientRequest request("POST", Vela::Net::URL(UrlOf(operation)));
     request.SetContentType("application/json");
     Vela::Net::CHttpClientResponse response;
-    if ((body != nullptr && !SetBody(request, *body, Or(operation.requestName, operation.name))) ||
+    if ((body != nullptr && !SetBody(request, *body, operation)) ||
         !CTWDeviceOperation::VideoWallHttpSend(request, response, operation.timeoutMs)) {
-        NEXWIRE_LOG_ERROR("%s HttpSend failed! ", Or(operation.sendFailName, operation.name));
+        NEXWIRE_LOG_ERROR_OF(operation.function, "%s HttpSend failed! ", Or(operation.sendFailName, operation.name));
         return FailNetwork();
     }
 
     std::string text;
     response.GetResponseData(&text);
-    NEXWIRE_LOG_INFO("%s data:[%s]", Or(operation.replyName, operation.name), text.c_str());
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s data:[%s]", Or(operation.replyName, operation.name), text.c_str());
     Answer answer;
     answer.Load(text);
     if (!Judge(answer)) {
-        NEXWIRE_LOG_ERROR("%s failed! ", operation.name);
+        NEXWIRE_LOG_ERROR_OF(operation.function, "%s failed! ", operation.name);
         return false;
     }
     if (read) {
@@ -117,7 +118,7 @@ namespace {
 
 bool Succeed(const Operation& operation)
 {
-    NEXWIRE_LOG_INFO("%s success! ", operation.name);
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s success! ", operation.name);
     return true;
 }
 
@@ -138,7 +139,7 @@ bool PostTask(const Operation& operation, const tagTWWallPollingTaskInfo& task, 
     if (!Exchange(operation, &body, read)) {
         return false;
     }
-    NEXWIRE_LOG_INFO("%s success! [strTaskGuid - %s].", operation.name, task.taskGuid.c_str());
+    NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [strTaskGuid - %s].", operation.name, task.taskGuid.c_str());
     return true;
 }
 
@@ -146,7 +147,7 @@ bool PostCameras(const Operation& operation, const tagTWWallPollingTaskInfo& tas
 {
     if (task.cameraList.empty()) {
         UrlOf(operation);
-        NEXWIRE_LOG_ERROR("%s vsPollingCameraInfos is empty.", operation.name);
+        NEXWIRE_LOG_ERROR_OF(operation.function, "%s vsPollingCameraInfos is empty.", operation.name);
         return false;
     }
     return PostTask(operation, task, body, read);

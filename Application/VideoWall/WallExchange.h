@@ -13,7 +13,8 @@ namespace nexwire::videowall {
 /// What is constant about an operation. Some log texts name another operation than the one that runs; whoever searches
 /// logs knows them so.
 struct Operation {
-    const char* name; ///< As log texts have it, with the tag in front.
+    const char* function; ///< `NEXWIRE_FUNCTION` of the operation, for the places of log entries.
+    const char* name;     ///< As log texts have it, with the tag in front.
     const char* path;
     int timeoutMs = 5000;
     const char* requestName = nullptr;  ///< Name in the texts on address and body, if another.

@@ -54,7 +54,7 @@ public:
 /// Kinds of leave, on two levels.
 class NEXWIRE_API VacateConfigComm {
 public:
-    /// @param type  sent, and filled from the answer on success: it has its identifier then.
+    /// @param type  sent; on success what the answer says of it has replaced its members: it has its identifier then.
     static bool addMainInfo(protocol::VacateMainType& type);
     static bool getMainInfos(protocol::VacateMainInfoData& result);
     static bool removeMain(const protocol::VacateMainTypeIDInfo& param);

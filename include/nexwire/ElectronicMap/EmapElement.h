@@ -71,8 +71,8 @@ public:
     ///
     /// @param file  UTF-8.
     static bool getMapPicture(const std::string& mapGuid, const std::string& file);
-    /// Sends the picture of a map, a JPEG, in slices of 1 MiB. False also when an argument is empty, or the file is
-    /// empty, missing or shrinks meanwhile.
+    /// Sends the picture of a map, a JPEG, in slices of 1 MiB; the last answer decides. False also when an argument is
+    /// empty, or the file is empty, missing or shrinks meanwhile.
     ///
     /// @param file  UTF-8.
     static bool putMapPicture(const std::string& mapGuid, const std::string& file);

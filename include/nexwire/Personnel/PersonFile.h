@@ -17,7 +17,8 @@ public:
     /// The file to fill in, with a column for each property.
     static bool requestTemplate(std::string& answer);
 
-    /// Sends a file to the platform in slices. True when every slice was accepted.
+    /// Sends a file to the platform in slices. True when every slice was accepted and the last answer was a readable
+    /// envelope.
     ///
     /// False also when the file cannot be opened, is empty or changes meanwhile, and when a slice is refused. The
     /// failed exchange's code is the last error then; slices that were accepted before are not withdrawn.
