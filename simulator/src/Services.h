@@ -62,7 +62,7 @@ void NoteSignIn(Handling& handling, std::string_view user, bool passed, const st
 /// Nodes and links that a refresh finds. @param timeScale  as with `AddDownloads`.
 void AddTopology(Services& services, double timeScale);
 
-/// Users, their passwords and the one who is signed in.
+/// Users, their passwords and the one who is signed in; "nameUser" gives the name to templates as "$user".
 void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher);
 /// The first users, once for a store.
 void SeedUsers(Store& store, const Cipher& cipher);

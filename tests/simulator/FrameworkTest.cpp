@@ -471,6 +471,7 @@ TEST_F(FrameworkTest, TheLogIsSearchedByEveryConditionAndPaged)
     EXPECT_THAT(contents(R"(,"userNameList":["ben"],"logTypeList":[5,6])"),
                 ElementsAre("Entry 7", "Entry 5", "Entry 1"));
     EXPECT_THAT(contents(R"(,"logResult":2,"keyword":"ENTRY 9")"), ElementsAre("Entry 9"));
+    EXPECT_THAT(contents(R"(,"keyword":"entry_9")"), IsEmpty()) << "no pattern";
     EXPECT_THAT(contents(R"(,"moduleList":["video"])"), IsEmpty());
     const Reply page = Log(R"(,"ascending":true)", 3, 4);
     EXPECT_THAT(page.Texts(kEntries, "content"), ElementsAre("Entry 8", "Entry 9"));
@@ -580,6 +581,7 @@ TEST_F(FrameworkTest, ViewsStandInGroupsAndOutliveThem)
                R"("columnSpan":1,"channelGuid":"c","channelName":"Gate","streamType":1,"isSoundOn":false}],)"
                R"("pollingInterval":0,"isDefault":false,"description":""}})";
     };
+    ASSERT_TRUE(SignsIn("guard", kFirstPassword));
     const Reply added = site.Put("video/views", view("North", "T1"));
     const std::string guid = added.Text("/data/viewResult/viewGuid");
     EXPECT_EQ(added.Text("/data/viewResult/modifyTime"), "2024-01-01T00:00:00+00:00");
@@ -588,6 +590,7 @@ TEST_F(FrameworkTest, ViewsStandInGroupsAndOutliveThem)
     EXPECT_EQ(site.Put("video/views/" + guid, view("North gate", "T1")).Text("/data/viewResult/viewName"),
               "North gate");
     EXPECT_EQ(site.Post("video/views/" + guid).Int("/data/viewWindowList/0/windowNo"), 2);
+    EXPECT_EQ(site.Post("video/views/" + guid).Text("/data/createUser"), "guard");
 
     EXPECT_EQ(site.Delete("video/viewgroups", R"({"viewgroupDelete":{"viewgroupGuidList":[")" + group + "\"]}}").Code(),
               "0-0");

@@ -24,6 +24,7 @@
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
+#include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -174,7 +175,8 @@ public:
         options.timeScale = kPace;
         options.onExchange = [this](const simulator::Served& exchange) {
             // Polling would drown everything else.
-            if (exchange.path.find("/downloadProgress/") == std::string::npos) {
+            if (exchange.path.find("/downloadProgress/") == std::string::npos &&
+                exchange.path.find("/topologies/progress") == std::string::npos) {
                 screen_.Wire(exchange.verb + " " + exchange.path + "  " + std::to_string(exchange.requestBytes) +
                              " B -> " + exchange.code + ", " + std::to_string(exchange.answerBytes) + " B");
             }
@@ -197,6 +199,7 @@ public:
             Download();
             Wiegand();
             Device();
+            RunChapter("The platform itself: users, network, views, log", RunFrameworkChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();
