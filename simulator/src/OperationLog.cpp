@@ -231,10 +231,20 @@ void Append(Handling& handling)
     Write(handling.store, entry);
 }
 
+std::string Quoted(std::string_view text)
+{
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c;
+        quoted += c == '"' ? "\"" : "";
+    }
+    return quoted + '"';
+}
+
 /// Sets the entries aside under a name; the log itself stays.
 void Backup(Handling& handling)
 {
-    const std::string path = "backup/log-" + std::to_string(handling.nowMs) + ".db";
+    const std::string path = "backup/log-" + std::to_string(handling.nowMs) + ".csv";
     handling.store.Run("INSERT OR REPLACE INTO logBackups(path,time,entries) SELECT ?,?,count(*) FROM logs",
                        {path, handling.nowMs});
     handling.store.Run(std::string("INSERT INTO logBackupEntries(path,") + kColumns + ") SELECT ?," + kColumns +
@@ -320,6 +330,28 @@ void NoteInLog(Store::Transaction& store, const Outcome& outcome)
     entry.result = outcome.code == "0-0" ? kDone : kFailed;
     entry.content = outcome.request.verb + " " + outcome.request.path + ": " + outcome.code;
     Write(store, entry);
+}
+
+std::string LogBackup(Handling& handling, std::string_view path)
+{
+    const StoreValue named = std::string(path);
+    std::string text;
+    handling.store.Run("SELECT 1 FROM logBackups WHERE path=?", {named},
+                       [&](const StoreRow&) { text = std::string(kColumns) + "\n"; });
+    if (text.empty()) {
+        return text;
+    }
+    handling.store.Run(std::string("SELECT ") + kColumns + " FROM logBackupEntries WHERE path=? ORDER BY place",
+                       {named}, [&](const StoreRow& row) {
+                           for (std::size_t i = 0; i < row.size(); ++i) {
+                               text += i == 0 ? "" : ",";
+                               text += i == 1                                         ? IsoTime(Number(row[i]))
+                                       : std::holds_alternative<std::int64_t>(row[i]) ? std::to_string(Number(row[i]))
+                                                                                      : Quoted(Text(row[i]));
+                           }
+                           text += "\n";
+                       });
+    return text;
 }
 
 void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content)

@@ -56,6 +56,8 @@ void AddLog(Services& services);
 void PrepareLog(Store& store);
 /// Writes what a request asked for and what came of it; what only reads is not worth an entry.
 void NoteInLog(Store::Transaction& store, const Outcome& outcome);
+/// Text of a backup of the log, a line an entry; empty when there is none under that path.
+std::string LogBackup(Handling& handling, std::string_view path);
 /// Writes that somebody signed in or locked the screen, or tried to.
 void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content);
 
@@ -69,7 +71,7 @@ void SeedUsers(Store& store, const Cipher& cipher);
 /// Name of the user who is signed in.
 std::string SignedIn(Store::Transaction& transaction);
 
-/// Recording templates and the addresses of files.
+/// Recording templates and the files of the storage server.
 void AddVideo(Services& services);
 
 /// Appointments, permissions and records of visitors.
