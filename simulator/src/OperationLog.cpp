@@ -40,6 +40,7 @@ void Write(Store::Transaction& transaction, const Entry& entry)
 struct Where {
     std::string sql = "1";
     std::vector<StoreValue> values;
+    bool slow = false; ///< No index helps: every entry is looked at.
 
     void And(const std::string& test, StoreValue value)
     {
@@ -74,6 +75,21 @@ struct Where {
     }
 };
 
+/// A text as a pattern that matches only itself.
+std::string Literally(std::string_view text)
+{
+    constexpr std::size_t kMost = 1000;
+    if (text.size() > kMost) {
+        throw Refusal(Reason::kOutOfRange, "\"keyword\" is too long");
+    }
+    std::string pattern;
+    for (const char c : text) {
+        pattern += c == '%' || c == '_' || c == '\\' ? "\\" : "";
+        pattern += c;
+    }
+    return pattern;
+}
+
 Where Narrowed(const Json& body)
 {
     Where where;
@@ -86,7 +102,9 @@ Where Narrowed(const Json& body)
         where.And("result=?", result);
     }
     if (const std::string_view keyword = AsText(Member(body, "keyword")); !keyword.empty()) {
-        where.And("instr(lower(content),lower(?))>0", std::string(keyword));
+        // Much faster than looking for one lowered text in another.
+        where.And("content LIKE ? ESCAPE '\\'", "%" + Literally(keyword) + "%");
+        where.slow = true;
     }
     return where;
 }
@@ -150,17 +168,32 @@ void Report(Handling& handling, const Json& body, std::string_view backupPath)
     const std::int64_t size = std::clamp<std::int64_t>(AsInt(Member(body, "pageSize"), kUsualPage), 1, kMostPerPage);
     const std::int64_t page = std::max<std::int64_t>(AsInt(Member(body, "pageNo"), 1), 1);
     const std::string order = AsBool(Member(body, "ascending")) ? "time,place" : "time DESC,place DESC";
+    std::int64_t total = 0;
+    std::string places = "SELECT place FROM logs WHERE " + where.sql;
     std::vector<StoreValue> values = where.values;
+    if (where.slow) {
+        // One look at every entry for the page and the total.
+        handling.store.Run("CREATE TEMP TABLE IF NOT EXISTS logFound(place INTEGER PRIMARY KEY, time INTEGER)", {});
+        handling.store.Run("DELETE FROM logFound", {});
+        handling.store.Run("INSERT INTO logFound SELECT place,time FROM logs WHERE " + where.sql, values);
+        total = One(handling.store, "SELECT count(*) FROM logFound");
+        places = "SELECT place FROM logFound";
+        values.clear();
+    } else if (values.empty()) {
+        total = One(handling.store, "SELECT max(place) FROM logs"); // Nothing is ever removed.
+    } else {
+        total = One(handling.store, "SELECT count(*) FROM logs WHERE " + where.sql, values);
+    }
     values.emplace_back(size);
     values.emplace_back((page - 1) * size);
     Json list(rapidjson::kArrayType);
-    handling.store.Run(std::string("SELECT ") + kColumns + " FROM logs WHERE place IN (SELECT place FROM logs WHERE " +
-                           where.sql + " ORDER BY " + order + " LIMIT ? OFFSET ?) ORDER BY " + order,
+    handling.store.Run(std::string("SELECT ") + kColumns + " FROM logs WHERE place IN (" + places + " ORDER BY " +
+                           order + " LIMIT ? OFFSET ?) ORDER BY " + order,
                        values, [&](const StoreRow& row) { list.PushBack(EntryOf(handling, row), handling.Memory()); });
     const std::int64_t earliest = One(handling.store, "SELECT min(time) FROM logs");
     const std::int64_t latest = One(handling.store, "SELECT max(time) FROM logs");
     Json found = Fields(handling.Memory())
-                     .Number("total", One(handling.store, "SELECT count(*) FROM logs WHERE " + where.sql, where.values))
+                     .Number("total", total)
                      .Number("pageNo", page)
                      .Value("logInfoList", std::move(list))
                      .Value("userNameList", Choices(handling, "user"))
@@ -198,10 +231,20 @@ void Append(Handling& handling)
     Write(handling.store, entry);
 }
 
+std::string Quoted(std::string_view text)
+{
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c;
+        quoted += c == '"' ? "\"" : "";
+    }
+    return quoted + '"';
+}
+
 /// Sets the entries aside under a name; the log itself stays.
 void Backup(Handling& handling)
 {
-    const std::string path = "backup/log-" + std::to_string(handling.nowMs) + ".db";
+    const std::string path = "backup/log-" + std::to_string(handling.nowMs) + ".csv";
     handling.store.Run("INSERT OR REPLACE INTO logBackups(path,time,entries) SELECT ?,?,count(*) FROM logs",
                        {path, handling.nowMs});
     handling.store.Run(std::string("INSERT INTO logBackupEntries(path,") + kColumns + ") SELECT ?," + kColumns +
@@ -287,6 +330,28 @@ void NoteInLog(Store::Transaction& store, const Outcome& outcome)
     entry.result = outcome.code == "0-0" ? kDone : kFailed;
     entry.content = outcome.request.verb + " " + outcome.request.path + ": " + outcome.code;
     Write(store, entry);
+}
+
+std::string LogBackup(Handling& handling, std::string_view path)
+{
+    const StoreValue named = std::string(path);
+    std::string text;
+    handling.store.Run("SELECT 1 FROM logBackups WHERE path=?", {named},
+                       [&](const StoreRow&) { text = std::string(kColumns) + "\n"; });
+    if (text.empty()) {
+        return text;
+    }
+    handling.store.Run(std::string("SELECT ") + kColumns + " FROM logBackupEntries WHERE path=? ORDER BY place",
+                       {named}, [&](const StoreRow& row) {
+                           for (std::size_t i = 0; i < row.size(); ++i) {
+                               text += i == 0 ? "" : ",";
+                               text += i == 1                                         ? IsoTime(Number(row[i]))
+                                       : std::holds_alternative<std::int64_t>(row[i]) ? std::to_string(Number(row[i]))
+                                                                                      : Quoted(Text(row[i]));
+                           }
+                           text += "\n";
+                       });
+    return text;
 }
 
 void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content)

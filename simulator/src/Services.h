@@ -72,20 +72,22 @@ void AddLog(Services& services);
 void PrepareLog(Store& store);
 /// Writes what a request asked for and what came of it; what only reads is not worth an entry.
 void NoteInLog(Store::Transaction& store, const Outcome& outcome);
+/// Text of a backup of the log, a line an entry; empty when there is none under that path.
+std::string LogBackup(Handling& handling, std::string_view path);
 /// Writes that somebody signed in or locked the screen, or tried to.
 void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content);
 
 /// Nodes and links that a refresh finds. @param timeScale  as with `AddDownloads`.
 void AddTopology(Services& services, double timeScale);
 
-/// Users, their passwords and the one who is signed in.
+/// Users, their passwords and the one who is signed in; "nameUser" gives the name to templates as "$user".
 void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher);
 /// The first users, once for a store.
 void SeedUsers(Store& store, const Cipher& cipher);
 /// Name of the user who is signed in.
 std::string SignedIn(Store::Transaction& transaction);
 
-/// Recording templates and the addresses of files.
+/// Recording templates and the files of the storage server.
 void AddVideo(Services& services);
 
 /// Appointments, permissions and records of visitors.

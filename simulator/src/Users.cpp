@@ -424,6 +424,9 @@ void AddUsers(Services& services, std::shared_ptr<const Cipher> cipher)
             step(handling, desk);
         };
     }
+    services["nameUser"] = [](Handling& handling) {
+        handling.Define("user", MakeText(SignedIn(handling.store), handling.Memory()));
+    };
 }
 
 void SeedUsers(Store& store, const Cipher& cipher)

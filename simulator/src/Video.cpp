@@ -48,22 +48,32 @@ void SetTemplates(Handling& handling)
     handling.data = Fields(handling.Memory()).Value("templateResultList", std::move(results)).Take();
 }
 
-/// Gives files of the storage server an address for a while.
+/// Where the platform hands out files; their identifiers behind it.
+constexpr const char* kFiles = "/7730/v1/storageServer/files/";
+
+/// Gives files of the storage server an address for a while. What is there are the log's backups.
 void MapFiles(Handling& handling)
 {
     constexpr std::int64_t kUsualMinutes = 60;
-    const std::int64_t minutes = AsInt(Member(*handling.body, "validMinutes"), kUsualMinutes);
+    const std::int64_t until = handling.nowMs + AsInt(Member(*handling.body, "validMinutes"), kUsualMinutes) * 60000;
+    const auto host = handling.request.headers.find("host");
     Json list(rapidjson::kArrayType);
     for (const Json& path : Elements(Member(*handling.body, "filePathList"))) {
-        const std::string url = "http://192.0.2.3:9300/files/" + NewGuid();
-        Json entry = Fields(handling.Memory())
-                         .Text("filePath", AsText(&path))
-                         .Text("url", url)
-                         .Text("expireTime", IsoTime(handling.nowMs + minutes * 60000))
-                         .Number("fileSize", 65536)
-                         .Take();
-        handling.Save(kUrls, url, entry);
-        list.PushBack(std::move(entry), handling.Memory());
+        const std::size_t size = LogBackup(handling, AsText(&path)).size();
+        std::string url;
+        if (size != 0) {
+            const std::string file = NewGuid();
+            url = "http://" + (host == handling.request.headers.end() ? "127.0.0.1" : host->second) + kFiles + file;
+            handling.Save(kUrls, file,
+                          Fields(handling.Memory()).Text("filePath", AsText(&path)).Number("until", until).Take());
+        }
+        list.PushBack(Fields(handling.Memory())
+                          .Text("filePath", AsText(&path))
+                          .Text("url", url)
+                          .Text("expireTime", url.empty() ? "" : IsoTime(until))
+                          .Number("fileSize", static_cast<std::int64_t>(size))
+                          .Take(),
+                      handling.Memory());
     }
     handling.data = Fields(handling.Memory()).Value("fileUrlList", std::move(list)).Take();
 }
@@ -71,10 +81,24 @@ void MapFiles(Handling& handling)
 void UnmapFiles(Handling& handling)
 {
     for (const Json& url : Elements(Member(*handling.body, "urlList"))) {
-        if (!handling.store.Erase(kUrls, AsText(&url))) {
-            throw Refusal(Reason::kUnknownGuid, AsText(&url));
+        const std::string_view text = AsText(&url);
+        if (!handling.store.Erase(kUrls, text.substr(text.rfind('/') + 1))) {
+            throw Refusal(Reason::kUnknownGuid, text);
         }
     }
+}
+
+void FetchFile(Handling& handling)
+{
+    const std::string_view file = handling.Identifier("1");
+    const Json known = handling.Load(kUrls, file);
+    if (known.IsNull() || AsInt(Member(known, "until")) < handling.nowMs) {
+        throw Refusal(Reason::kUnknownGuid, file);
+    }
+    Answer answer;
+    answer.type = "text/csv; charset=utf-8";
+    answer.body = LogBackup(handling, AsText(Member(known, "filePath")));
+    handling.bytes = std::move(answer);
 }
 
 } // namespace
@@ -84,6 +108,7 @@ void AddVideo(Services& services)
     services["setTemplates"] = SetTemplates;
     services["mapFiles"] = MapFiles;
     services["unmapFiles"] = UnmapFiles;
+    services["fetchFile"] = FetchFile;
 }
 
 } // namespace nexwire::simulator

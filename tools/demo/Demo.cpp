@@ -25,6 +25,7 @@
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
 #include "tools/demo/DeviceChapter.h"
+#include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -175,7 +176,8 @@ public:
         options.timeScale = kPace;
         options.onExchange = [this](const simulator::Served& exchange) {
             // Polling would drown everything else.
-            if (exchange.path.find("/downloadProgress/") == std::string::npos) {
+            if (exchange.path.find("/downloadProgress/") == std::string::npos &&
+                exchange.path.find("/topologies/progress") == std::string::npos) {
                 screen_.Wire(exchange.verb + " " + exchange.path + "  " + std::to_string(exchange.requestBytes) +
                              " B -> " + exchange.code + ", " + std::to_string(exchange.answerBytes) + " B");
             }
@@ -199,6 +201,7 @@ public:
             Wiegand();
             Device();
             RunChapter("Devices: a camera, a panel, an alarm, a file of events", RunDeviceChapter);
+            RunChapter("The platform itself: users, network, views, log", RunFrameworkChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();
