@@ -1,5 +1,7 @@
 #include "HostFailure.h"
 
+#include <exception>
+
 #include "keel/Error.h"
 #include "keel/StringUtil.h"
 
@@ -28,6 +30,16 @@ bool Fail(HostError error, const std::string& text)
 bool FailStatus(long status, const std::string& text)
 {
     return SetError(kHttpStatusCategory, static_cast<std::int32_t>(status), text);
+}
+
+bool FailWithoutMemory(RspInfos& response) noexcept
+{
+    try {
+        response = RspInfos();
+        return Fail(HostError::OutOfMemory, "out of memory");
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 std::string Printable(const std::string& text, std::size_t limit)

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "nexwire/RequestRecords.h"
 #include "nexwire/host/HostError.h"
 
 namespace nexwire {
@@ -13,6 +14,9 @@ bool Fail(HostError error, const std::string& text);
 
 /// Stores a failed HTTP status as the last error and returns false.
 bool FailStatus(long status, const std::string& text);
+
+/// Empties the response, stores `HostError::OutOfMemory` as far as memory allows, and returns false.
+bool FailWithoutMemory(RspInfos& response) noexcept;
 
 /// The first `limit` bytes of `text` as `Keel::StringUtil::SingleLine` has them: a cut is marked with "...", and no
 /// UTF-8 sequence is cut in two.

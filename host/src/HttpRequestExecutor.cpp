@@ -8,6 +8,7 @@
 #include <iterator>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -19,6 +20,7 @@
 #include "TransferFailure.h"
 #include "httpcore/Trust.h"
 #include "keel/StringUtil.h"
+#include "nexwire/host/CallScope.h"
 
 namespace nexwire {
 namespace host {
@@ -121,7 +123,22 @@ struct HttpRequestExecutor::State::Call {
         return &*m_own;
     }
 
-    bool Aborted() const { return m_state.aborts.load(std::memory_order_acquire) != m_aborts; }
+    /// Also by the scope of the calling thread.
+    bool Aborted() const
+    {
+        return m_state.aborts.load(std::memory_order_acquire) != m_aborts ||
+               (m_scope != nullptr && m_scope->Cancelled());
+    }
+
+    /// From another thread: has the call look whether it was aborted.
+    void Wake()
+    {
+        const std::lock_guard<std::mutex> lock(m_state.mutex);
+        m_state.slowLane.notify_all();
+        if (m_holds) {
+            m_own->wire.Wake();
+        }
+    }
 
     ~Call()
     {
@@ -169,6 +186,7 @@ private:
     }
 
     State& m_state;
+    const CallScope* const m_scope = CallScope::Current();
     const bool m_slow;
     std::uint32_t m_aborts = 0;
     bool m_entered = false;
@@ -338,6 +356,10 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     const std::string within = " within " + std::to_string(allowed) + " ms";
     const Clock::time_point deadline = entry + std::chrono::milliseconds(allowed);
     Call call(*this, IsSlow(request));
+    std::optional<CancelWatch> watch;
+    if (CallScope::Current() != nullptr) {
+        watch.emplace([&call] { call.Wake(); });
+    }
     switch (call.Enter(deadline)) {
     case Call::Entry::Admitted:
         break;
@@ -408,13 +430,7 @@ bool HttpRequestExecutor::Execute(RspInfos& response, const RequestParams& reque
     try {
         return m_state->Perform(response, request);
     } catch (const std::exception&) {
-        // Only memory can run out here, perhaps too far for a text as well.
-        try {
-            response = RspInfos();
-            return Fail(HostError::OutOfMemory, "out of memory");
-        } catch (const std::exception&) {
-            return false;
-        }
+        return FailWithoutMemory(response); // Nothing else can happen here.
     }
 }
 

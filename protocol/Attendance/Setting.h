@@ -190,7 +190,7 @@ struct NEXWIRE_API VacateMainInfoData : IReturnData {
     NEXWIRE_JSON
 };
 
-/// Kinds of leave to remove, with what stands below them.
+/// Kinds of leave to remove; one that others stand below is refused.
 struct NEXWIRE_API VacateMainTypeIDInfo : IInboundData {
     std::vector<std::string> mainTypeIDList;
     NEXWIRE_JSON

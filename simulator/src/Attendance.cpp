@@ -5,6 +5,7 @@
 #include "src/AttendanceCalculation.h"
 #include "src/Clock.h"
 #include "src/Fields.h"
+#include "src/Register.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -50,18 +51,26 @@ void NeedDate(const Json& object, const char* member)
     }
 }
 
+/// Takes the arrangements of an organisation's persons away.
+void ForgetPersonal(Handling& handling, const std::string& org)
+{
+    handling.Each({kPersons, {{"orgGuid", Test::kEquals, StoreValue(org)}}}, [&](const std::string& person, Json&) {
+        handling.Each({kArrangements, {{"owner", Test::kEquals, StoreValue(person)}}},
+                      [&](const std::string& key, Json&) { handling.store.Erase(kArrangements, key); });
+    });
+}
+
 /// Each arrangement is a document of its own, by owner and first day.
 void Arrange(Handling& handling)
 {
     const Json* const inner = Member(*handling.body, "arrange");
     NeedDate(inner != nullptr ? *inner : *handling.body, "startDate");
     if (AsBool(Member(*handling.body, "overridePersonal"))) {
-        handling.Each({kPersons, {{"orgGuid", Test::kEquals, StoreValue(handling.identifiers.back())}}},
-                      [&](const std::string& person, Json&) {
-                          handling.Each(
-                              {kArrangements, {{"owner", Test::kEquals, StoreValue(person)}}},
-                              [&](const std::string& key, Json&) { handling.store.Erase(kArrangements, key); });
-                      });
+        const std::string org = handling.identifiers.back();
+        const bool below = AsBool(Member(*handling.body, "includeChildOrg"));
+        for (const std::string& each : below ? Register(handling).Subtree(org) : std::vector<std::string>{org}) {
+            ForgetPersonal(handling, each);
+        }
     }
     Add(handling);
 }
@@ -81,23 +90,31 @@ void ReadArrangement(Handling& handling)
     Allocator& memory = handling.Memory();
     const std::string owner = handling.identifiers.back();
     const Json person = handling.Load(kPersons, owner);
-    std::string org = person.IsObject() ? Text(person, "orgGuid") : owner;
+    const std::string org = person.IsObject() ? Text(person, "orgGuid") : owner;
     const Json unit = handling.Load(kOrganisations, org);
     Json list(rapidjson::kArrayType);
+    std::string at = owner;
     bool inherited = false;
-    for (std::string at = owner; list.Empty() && !at.empty();) {
+    while (true) {
         handling.Each({kArrangements, {{"owner", Test::kEquals, StoreValue(at)}}, "startDate"},
-                      [&](const std::string&, Json& each) { list.PushBack(*Member(each, "arrange"), memory); });
-        inherited = at != owner && !list.Empty();
+                      [&](const std::string&, Json& each) {
+                          if (at == owner || at == org || AsBool(Member(each, "includeChildOrg"))) {
+                              list.PushBack(*Member(each, "arrange"), memory);
+                          }
+                      });
+        inherited = at != owner;
         const Json above = handling.Load(kOrganisations, at);
         at = at == owner && person.IsObject() ? org : Text(above, "parOrgGuid");
+        if (!list.Empty() || at.empty()) {
+            break;
+        }
     }
     const Json own = handling.Load("temporaryArrangements", owner);
     Json document(rapidjson::kObjectType);
     Fields(document, memory)
         .Text("personnelName", Text(person, "personnelName"))
         .Text("orgName", Text(unit, "name"))
-        .Flag("inherited", inherited)
+        .Flag("inherited", inherited && !list.Empty())
         .Value("arrangeList", std::move(list))
         .Same("tempShiftList", own);
     handling.Define("doc", std::move(document));
@@ -304,18 +321,17 @@ void Import(Handling& handling)
                               .Take(),
                           memory);
     }
-    for (auto& [code, minutes] : taken) {
-        const std::set<int> fresh = minutes;
+    for (const auto& [code, fresh] : taken) {
+        std::set<int> all = fresh;
         const Json kept = handling.Load(kRecords, code);
         for (const Json& minute : Elements(Member(kept, "minutes"))) {
-            minutes.insert(minute.GetInt());
+            all.insert(minute.GetInt());
         }
-        Json list(rapidjson::kArrayType);
-        for (const int minute : minutes) {
-            list.PushBack(minute, memory);
+        Json minutes(rapidjson::kArrayType);
+        for (const int minute : all) {
+            minutes.PushBack(minute, memory);
         }
-        handling.Save(kRecords, code, Fields(memory).Value("minutes", std::move(list)).Take());
-        minutes = fresh;
+        handling.Save(kRecords, code, Fields(memory).Value("minutes", std::move(minutes)).Take());
     }
     if (AsBool(Member(body, "calculate"))) {
         // A night's record may belong to the day before.

@@ -511,8 +511,11 @@ TEST_F(AttendancePlatform, ArrangementsReachDownAndTheNearestCounts)
     // What began last counts; what is in use stays.
     depart.arrange.shiftID = late;
     depart.arrange.startDate = "2026-03-09";
-    depart.overridePersonal = true;
     ASSERT_TRUE(ArrangeComm::setOrgArrange(depart, kLaboratory));
+    ASSERT_TRUE(ArrangeComm::getPersonnelArrange(own, {}, Person(3)));
+    EXPECT_FALSE(own.inherited);
+    depart.overridePersonal = true;
+    ASSERT_TRUE(ArrangeComm::setOrgArrange(depart, kOffices));
     ASSERT_TRUE(ArrangeComm::getPersonnelArrange(own, {}, Person(3)));
     EXPECT_TRUE(own.inherited) << "the person's own is taken away";
     Calculate("2026-03-09", "2026-03-09", {Person(3)});

@@ -1,0 +1,91 @@
+// A call through all executors of the host kit beside the same call through none; turn by turn, the transport answers
+// from memory.
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "nexwire/host/CallScope.h"
+#include "nexwire/host/FaultExecutor.h"
+#include "nexwire/host/ObservingExecutor.h"
+#include "nexwire/host/RetryingExecutor.h"
+#include "nexwire/host/TokenExecutor.h"
+
+namespace {
+
+using namespace nexwire;
+using Clock = std::chrono::steady_clock;
+
+constexpr double kMostUs = 1.5;
+constexpr int kCalls = 2000;
+
+class FromMemory : public IRequestExecutor {
+public:
+    bool Execute(RspInfos& response, const RequestParams&, int) override
+    {
+        response.body = R"({"code":"0-0","msg":"success","data":{}})";
+        return true;
+    }
+};
+
+double MicrosecondsPerCall(IRequestExecutor& executor, const RequestParams& request, bool& good)
+{
+    const Clock::time_point start = Clock::now();
+    for (int i = 0; i < kCalls; ++i) {
+        RspInfos response;
+        good = executor.Execute(response, request, 1) && good;
+        benchmark::DoNotOptimize(response);
+    }
+    return std::chrono::duration<double, std::micro>(Clock::now() - start).count() / kCalls;
+}
+
+double Median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+void AllParts(benchmark::State& state)
+{
+    host::FaultRule none;
+    none.path = "/never/asked/for";
+    std::unique_ptr<IRequestExecutor> made =
+        std::make_unique<host::FaultExecutor>(std::make_unique<FromMemory>(), std::vector<host::FaultRule>{none});
+    made = std::make_unique<host::RetryingExecutor>(std::move(made));
+    host::TokenOptions token;
+    token.endedCategory = 1;
+    token.endedNumber = 17;
+    token.renew = [](const std::string&) { return std::string("A0B1C2D3E4F5"); };
+    made = std::make_unique<host::TokenExecutor>(std::move(made), token);
+    made = std::make_unique<host::ObservingExecutor>(std::move(made));
+    host::ScopedExecutor kit(std::move(made));
+    FromMemory bare;
+    const RequestParams request("/7730/v1/accessController/accessGroups/8C1F0F6E2B8A4F0F9F7C0A9B1D2E3F40", 2,
+                                R"({"query":{"name":"x"}})");
+    std::vector<double> own;
+    std::vector<double> extra;
+    bool good = true;
+    for (auto _ : state) {
+        const host::CallScope scope("bench", 3600000);
+        own.push_back(MicrosecondsPerCall(kit, request, good));
+        extra.push_back(std::max(own.back() - MicrosecondsPerCall(bare, request, good), 1e-3));
+    }
+    if (!good) {
+        state.SkipWithError("a call failed");
+        return;
+    }
+    state.counters["turn_own"] = Median(own);
+    state.counters["turn_ratio"] = kMostUs / Median(extra);
+    state.counters["turn_bar"] = 1.0;
+    state.SetLabel("us|1.5 us more");
+}
+
+BENCHMARK(AllParts)->Name("call through the whole host kit")->UseRealTime();
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,111 @@
+#include "nexwire/host/FaultExecutor.h"
+
+#include <chrono>
+#include <mutex>
+#include <random>
+#include <utility>
+
+#include "HostFailure.h"
+#include "TransferFailure.h"
+#include "Waiting.h"
+
+namespace nexwire {
+namespace host {
+
+struct FaultExecutor::State {
+    std::unique_ptr<IRequestExecutor> inner;
+    std::vector<FaultRule> rules;
+    mutable std::mutex mutex;
+    std::vector<std::uint64_t> struck;
+    std::mt19937 generator;
+
+    /// The delay that strikes, and the fault; null for none.
+    const FaultRule* Draw(const RequestParams& request, std::int32_t& delayMs)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        for (std::size_t i = 0; i < rules.size(); ++i) {
+            const FaultRule& rule = rules[i];
+            const bool fits = request.url.find(rule.path) != std::string::npos &&
+                              (rule.method < 0 || rule.method == request.method) &&
+                              (rule.times < 0 || struck[i] < static_cast<std::uint64_t>(rule.times));
+            // Not by a distribution of the standard library: those differ from one library to the other.
+            if (!fits || static_cast<double>(generator()) >= rule.probability * 4294967296.0) {
+                continue;
+            }
+            ++struck[i];
+            if (rule.fault != FaultRule::Fault::Delay) {
+                return &rule;
+            }
+            delayMs += rule.delayMs;
+        }
+        return nullptr;
+    }
+
+    bool Perform(RspInfos& response, const RequestParams& request, int flag)
+    {
+        response = RspInfos();
+        const auto name = [&] { return Printable(request.url, kQuotedBytes) + ": "; };
+        std::int32_t delayMs = 0;
+        const FaultRule* const rule = Draw(request, delayMs);
+        RequestParams sent = request;
+        if (delayMs > 0) {
+            const bool late = request.timeoutMs > 0 && delayMs >= request.timeoutMs;
+            const std::int32_t wait = late ? request.timeoutMs : delayMs;
+            if (!WaitUntil(std::chrono::steady_clock::now() + std::chrono::milliseconds(wait))) {
+                return Fail(HostError::Aborted, name() + "cancelled during a delay by rule");
+            }
+            if (late) {
+                return Fail(HostError::DeadlinePassed, name() + "delayed by rule beyond its time");
+            }
+            sent.timeoutMs = request.timeoutMs > 0 ? request.timeoutMs - delayMs : request.timeoutMs;
+        }
+        if (rule != nullptr && rule->fault == FaultRule::Fault::Unsent) {
+            return Fail(rule->error, name() + "not sent, by rule");
+        }
+        if (rule != nullptr && (rule->fault == FaultRule::Fault::Status || rule->fault == FaultRule::Fault::Answer)) {
+            response.body = rule->body;
+            return rule->fault == FaultRule::Fault::Answer ||
+                   FailStatus(rule->status, name() + "status " + std::to_string(rule->status) + " by rule");
+        }
+        if (inner == nullptr) {
+            return Fail(HostError::ConnectFailed, name() + "nothing stands behind the faults");
+        }
+        const bool success = inner->Execute(response, sent, flag);
+        if (success && rule != nullptr && rule->fault == FaultRule::Fault::Torn) {
+            response.body.resize(response.body.size() / 2);
+        } else if (rule != nullptr && rule->fault == FaultRule::Fault::Lost) {
+            response = RspInfos();
+            return Fail(rule->error, name() + "answer lost, by rule");
+        }
+        return success;
+    }
+};
+
+FaultExecutor::FaultExecutor(std::unique_ptr<IRequestExecutor> inner, std::vector<FaultRule> rules, std::uint32_t seed)
+    : m_state(new State)
+{
+    m_state->inner = std::move(inner);
+    m_state->struck.resize(rules.size());
+    m_state->rules = std::move(rules);
+    m_state->generator.seed(seed);
+}
+
+FaultExecutor::~FaultExecutor() = default;
+
+bool FaultExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
+{
+    try {
+        return m_state->Perform(response, request, flag);
+    } catch (const std::exception&) {
+        return FailWithoutMemory(response);
+    }
+}
+
+std::vector<std::uint64_t> FaultExecutor::Struck() const
+{
+    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    return m_state->struck;
+}
+
+} // namespace host
+} // namespace nexwire

@@ -1,0 +1,245 @@
+#include "nexwire/host/ObservingExecutor.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include "HostFailure.h"
+#include "nexwire/host/CallScope.h"
+
+namespace nexwire {
+namespace host {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t kLongestWord = 15;
+constexpr std::size_t kLongestPattern = 256;
+
+bool IsIdentifier(const char* begin, const char* end)
+{
+    bool digit = false;
+    bool other = false;
+    for (const char* at = begin; at != end; ++at) {
+        if (*at == '%') {
+            return true;
+        }
+        const bool isDigit = *at >= '0' && *at <= '9';
+        digit = digit || isDigit;
+        other = other || !isDigit;
+    }
+    return digit && (!other || static_cast<std::size_t>(end - begin) > kLongestWord);
+}
+
+std::string Pattern(const std::string& path)
+{
+    std::string pattern;
+    pattern.reserve(path.size());
+    const char* at = path.data();
+    const char* const last = at + std::min(path.find('?'), path.size());
+    while (at != last) {
+        const char* const end = std::find(at, last, '/');
+        // The first one holds the platform's port as a service number: it is part of every path.
+        if (at - path.data() > 1 && IsIdentifier(at, end)) {
+            pattern += '*';
+        } else {
+            pattern.append(at, end);
+        }
+        if (end == last) {
+            break;
+        }
+        pattern += '/';
+        at = end + 1;
+    }
+    return pattern.size() > kLongestPattern ? pattern.substr(0, kLongestPattern) : pattern;
+}
+
+/// As a label's value.
+std::string Quoted(const std::string& text)
+{
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') {
+            quoted += '\\';
+        }
+        quoted += c == '\n' ? ' ' : c;
+    }
+    return quoted + '"';
+}
+
+} // namespace
+
+std::size_t LatencyHistogram::StepOf(std::uint64_t microseconds)
+{
+    if (microseconds < kSteps) {
+        return static_cast<std::size_t>(microseconds);
+    }
+    std::size_t doubling = 0;
+    while ((microseconds >> doubling) >= 2 * kSteps) {
+        ++doubling;
+    }
+    return std::min((doubling + 1) * kSteps + static_cast<std::size_t>((microseconds >> doubling) - kSteps),
+                    kSteps * kDoublings - 1);
+}
+
+std::uint64_t LatencyHistogram::UpperEnd(std::size_t step)
+{
+    if (step < kSteps) {
+        return step;
+    }
+    const std::size_t doubling = step / kSteps - 1;
+    return ((static_cast<std::uint64_t>(kSteps + step % kSteps) + 1) << doubling) - 1;
+}
+
+void LatencyHistogram::Add(std::uint64_t microseconds)
+{
+    ++m_counts[StepOf(microseconds)];
+    ++m_count;
+    m_sum += microseconds;
+}
+
+std::uint64_t LatencyHistogram::PercentileUs(double percent) const
+{
+    const auto wanted = static_cast<std::uint64_t>(std::ceil(static_cast<double>(m_count) * percent / 100.0));
+    std::uint64_t seen = 0;
+    for (std::size_t step = 0; step < m_counts.size(); ++step) {
+        seen += m_counts[step];
+        if (seen > 0 && seen >= wanted) {
+            return UpperEnd(step);
+        }
+    }
+    return 0;
+}
+
+std::uint64_t LatencyHistogram::Within(std::uint64_t microseconds) const
+{
+    std::uint64_t seen = 0;
+    for (std::size_t step = 0; step < m_counts.size() && UpperEnd(step) <= microseconds; ++step) {
+        seen += m_counts[step];
+    }
+    return seen;
+}
+
+struct ObservingExecutor::State {
+    using Key = std::pair<std::string, std::int32_t>;
+
+    std::unique_ptr<IRequestExecutor> inner;
+    ObserveOptions options;
+    mutable std::mutex mutex;
+    std::map<Key, CallStatistics> calls;
+
+    void Count(const RequestParams& request, const ObservedCall& call)
+    {
+        Key key(Pattern(request.url), request.method);
+        const std::lock_guard<std::mutex> lock(mutex);
+        auto found = calls.find(key);
+        if (found == calls.end()) {
+            if (calls.size() >= options.mostPatterns) {
+                key = Key("(others)", -1);
+            }
+            found = calls.emplace(key, CallStatistics()).first;
+            found->second.path = key.first;
+            found->second.method = key.second;
+        }
+        CallStatistics& counted = found->second;
+        counted.failures += call.success ? 0 : 1;
+        counted.bytesOut += request.body.size();
+        counted.bytesIn += call.bytesIn;
+        counted.latency.Add(call.microseconds);
+    }
+};
+
+ObservingExecutor::ObservingExecutor(std::unique_ptr<IRequestExecutor> inner, const ObserveOptions& options)
+    : m_state(new State)
+{
+    m_state->inner = std::move(inner);
+    m_state->options = options;
+}
+
+ObservingExecutor::~ObservingExecutor() = default;
+
+bool ObservingExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
+{
+    const auto tell = [](const std::function<void(const ObservedCall&)>& hook, const ObservedCall& call) {
+        if (hook) {
+            hook(call);
+        }
+    };
+    ObservedCall call;
+    call.request = &request;
+    bool asked = false;
+    try {
+        if (const CallScope* scope = CallScope::Current()) {
+            call.scope = scope->Name();
+        }
+        tell(m_state->options.begin, call);
+        const Clock::time_point start = Clock::now();
+        asked = true;
+        call.success = m_state->inner->Execute(response, request, flag);
+        const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+        call.microseconds = static_cast<std::uint64_t>(took.count());
+        call.bytesIn = response.body.size();
+        m_state->Count(request, call);
+        tell(m_state->options.end, call);
+        return call.success;
+    } catch (const std::exception&) {
+        // Counting needs memory; the answer that is there stays one.
+        return asked ? call.success : FailWithoutMemory(response);
+    }
+}
+
+std::vector<CallStatistics> ObservingExecutor::Snapshot() const
+{
+    std::vector<CallStatistics> all;
+    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    for (const auto& each : m_state->calls) {
+        all.push_back(each.second);
+    }
+    return all;
+}
+
+std::string ObservingExecutor::Prometheus() const
+{
+    static constexpr std::uint64_t kBoundsUs[] = {1000, 5000, 25000, 100000, 500000, 2500000, 10000000, 40000000};
+    const std::vector<CallStatistics> all = Snapshot();
+    const auto labels = [](const CallStatistics& each) {
+        return "{path=" + Quoted(each.path) + ",method=\"" + std::to_string(each.method) + "\"";
+    };
+    std::string text;
+    const auto counters = [&](const char* name, const char* help, auto value) {
+        text += std::string("# HELP ") + name + " " + help + "\n# TYPE " + name + " counter\n";
+        for (const CallStatistics& each : all) {
+            text += name + labels(each) + "} " + std::to_string(value(each)) + "\n";
+        }
+    };
+    counters("nexwire_calls_total", "Calls.", [](const CallStatistics& each) { return each.latency.Count(); });
+    counters("nexwire_call_failures_total", "Calls without an answer.",
+             [](const CallStatistics& each) { return each.failures; });
+    counters("nexwire_request_bytes_total", "Bodies of requests.",
+             [](const CallStatistics& each) { return each.bytesOut; });
+    counters("nexwire_answer_bytes_total", "Bodies of answers.",
+             [](const CallStatistics& each) { return each.bytesIn; });
+    text += "# HELP nexwire_call_seconds Time of calls.\n# TYPE nexwire_call_seconds histogram\n";
+    char seconds[32];
+    for (const CallStatistics& each : all) {
+        for (const std::uint64_t bound : kBoundsUs) {
+            std::snprintf(seconds, sizeof seconds, "%g", static_cast<double>(bound) / 1e6);
+            text += "nexwire_call_seconds_bucket" + labels(each) + ",le=\"" + seconds + "\"} " +
+                    std::to_string(each.latency.Within(bound)) + "\n";
+        }
+        text += "nexwire_call_seconds_bucket" + labels(each) + ",le=\"+Inf\"} " + std::to_string(each.latency.Count()) +
+                "\n";
+        std::snprintf(seconds, sizeof seconds, "%.6f", static_cast<double>(each.latency.SumUs()) / 1e6);
+        text += "nexwire_call_seconds_sum" + labels(each) + "} " + seconds + "\n";
+        text += "nexwire_call_seconds_count" + labels(each) + "} " + std::to_string(each.latency.Count()) + "\n";
+    }
+    return text;
+}
+
+} // namespace host
+} // namespace nexwire

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "nexwire/host/Pages.h"
+#include "nexwire/host/Pool.h"
+
+namespace {
+
+using namespace nexwire::host;
+using namespace std::chrono_literals;
+
+/// Runs until its scope is cancelled.
+void UntilCancelled()
+{
+    while (!IsCancelled()) {
+        std::this_thread::sleep_for(1ms);
+    }
+}
+
+TEST(Pools, RunWorkAndHandOutWhatItGaveOrThrew)
+{
+    Pool pool({});
+    std::vector<Pool::Work<int>> all;
+    for (int i = 0; i < 100; ++i) {
+        all.push_back(pool.Submit([i] { return i * i; }));
+    }
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(all[static_cast<std::size_t>(i)].future.get(), i * i);
+    }
+    auto thrown = pool.Submit([]() -> int { throw std::out_of_range("far"); });
+    EXPECT_THROW(thrown.future.get(), std::out_of_range);
+    std::thread::id ran;
+    pool.Submit([&] { ran = std::this_thread::get_id(); }).future.get();
+    EXPECT_NE(ran, std::this_thread::get_id());
+}
+
+TEST(Pools, AFullQueueRefusesOrWaits)
+{
+    for (const bool wait : {false, true}) {
+        PoolOptions options;
+        options.threads = 1;
+        options.queue = 2;
+        options.waitWhenFull = wait;
+        Pool pool(options);
+        auto running = pool.Submit(UntilCancelled);
+        while (pool.Pending() != 1) {
+            std::this_thread::sleep_for(1ms);
+        }
+        std::this_thread::sleep_for(5ms); // Until it is taken off the queue.
+        auto second = pool.Submit([] { return 2; });
+        auto third = pool.Submit([] { return 3; });
+        std::thread ending([&] {
+            std::this_thread::sleep_for(20ms);
+            running.token.Cancel();
+        });
+        auto fourth = pool.Submit([] { return 4; });
+        if (wait) {
+            EXPECT_EQ(fourth.future.get(), 4);
+        } else {
+            EXPECT_THROW(fourth.future.get(), PoolRefused);
+        }
+        ending.join();
+        EXPECT_EQ(second.future.get() + third.future.get(), 5);
+        third = pool.Submit([] { return 0; });
+        third.future.get();
+    }
+}
+
+TEST(Pools, TheEndCancelsWhatRunsAndRefusesWhatWaits)
+{
+    std::future<void> ran;
+    std::future<void> waited;
+    {
+        PoolOptions options;
+        options.threads = 1;
+        Pool pool(options);
+        std::atomic<bool> begun{false};
+        ran = pool.Submit([&] {
+                      begun = true;
+                      UntilCancelled();
+                  })
+                  .future;
+        while (!begun) {
+            std::this_thread::sleep_for(1ms);
+        }
+        waited = pool.Submit([] {}).future;
+    }
+    EXPECT_NO_THROW(ran.get());
+    EXPECT_THROW(waited.get(), PoolRefused);
+}
+
+TEST(Pools, ACompletionRunsWhereTheHostWantsIt)
+{
+    std::mutex mutex;
+    std::deque<std::function<void()>> messages; // A window's, say.
+    PoolOptions options;
+    options.post = [&](std::function<void()> message) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        messages.push_back(std::move(message));
+    };
+    Pool pool(options);
+    int seen = 0;
+    std::thread::id where;
+    pool.Submit([] { return std::string("done"); },
+                [&](const std::string& text) {
+                    seen = text == "done" ? 1 : -1;
+                    where = std::this_thread::get_id();
+                });
+    for (int i = 0; seen == 0 && i < 2000; ++i) {
+        std::unique_lock<std::mutex> lock(mutex);
+        if (!messages.empty()) {
+            const auto message = std::move(messages.front());
+            messages.pop_front();
+            lock.unlock();
+            message();
+            continue;
+        }
+        lock.unlock();
+        std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_EQ(seen, 1);
+    EXPECT_EQ(where, std::this_thread::get_id());
+}
+
+// ---- Pages ----
+
+struct Condition {
+    std::int32_t pageNo = 1;
+    std::int32_t pageSize = 10;
+};
+
+struct Batch {
+    std::string guid;
+    std::vector<int> batchSendDataList{1, 2};
+};
+
+TEST(Pages, EndWhereThePlatformEnds)
+{
+    std::vector<int> seen;
+    int left = 25;
+    const auto read = [&](std::vector<int>& page, const Condition& asked) {
+        page.assign(static_cast<std::size_t>(std::min(left, 10)), asked.pageNo);
+        left -= static_cast<int>(page.size());
+        return asked.pageNo < 100;
+    };
+    const auto each = [&](const std::vector<int>& page) {
+        seen.insert(seen.end(), page.begin(), page.end());
+        return page.size();
+    };
+    EXPECT_EQ(ForEachPage<std::vector<int>>(Condition(), read, each), PagesEnd::Complete);
+    EXPECT_EQ(seen.size(), 25u);
+    EXPECT_EQ(seen.back(), 3);
+    left = 1 << 30;
+    EXPECT_EQ(ForEachPage<std::vector<int>>(Condition(), read, each), PagesEnd::Failed);
+    CancelToken token;
+    token.Cancel();
+    const CallScope scope({}, 0, token);
+    EXPECT_EQ(ForEachPage<std::vector<int>>(Condition(), read, each), PagesEnd::Cancelled);
+}
+
+TEST(Pages, ABatchThatDoesNotMoveIsLeft)
+{
+    int calls = 0;
+    std::size_t sent = 0;
+    int empty = 0;
+    int finishAt = 4;
+    const auto read = [&](bool& finished, std::string& guid, std::vector<int>& items, const Batch& asked) {
+        ++calls;
+        sent += asked.batchSendDataList.size();
+        EXPECT_EQ(asked.guid, calls == 1 ? "" : "b");
+        if (calls > empty) {
+            items = {calls};
+        }
+        guid = "b";
+        finished = calls == finishAt;
+        return true;
+    };
+    std::vector<int> seen;
+    const auto each = [&](const std::vector<int>& items) { seen.insert(seen.end(), items.begin(), items.end()); };
+    empty = 2;
+    EXPECT_EQ(ForEachBatchPage<int>(Batch(), read, each), PagesEnd::Complete);
+    EXPECT_EQ(seen, (std::vector<int>{3, 4}));
+    EXPECT_EQ(sent, 2u) << "the order goes out once";
+    calls = 0;
+    empty = finishAt = 1000000;
+    EXPECT_EQ(ForEachBatchPage<int>(Batch(), read, each), PagesEnd::Stuck);
+    EXPECT_EQ(calls, 3);
+}
+
+} // namespace
