@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <regex>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,10 +29,19 @@ bool StartsWithVector(const std::string& type)
 /// Arguments that a declaration lists; commas inside a type separate none, and a pointer's size belongs to the pointer.
 std::size_t CountArguments(const std::string& declaration)
 {
-    static const std::regex inside("<[^<>]*>|\\* \\w+, [a-z:_ ]*(int|size_t|int32_t) ");
-    std::string list = declaration.substr(declaration.find('(') + 1);
-    list = std::regex_replace(std::regex_replace(list, inside, ""), inside, "");
-    return list == ")" ? 0 : 1 + static_cast<std::size_t>(std::count(list.begin(), list.end(), ','));
+    int depth = 0;
+    std::size_t count = 0;
+    bool pointer = false;
+    for (const char c : declaration.substr(declaration.find('('))) {
+        depth += c == '<' ? 1 : c == '>' ? -1 : 0;
+        if (depth == 0 && (c == ',' || c == ')')) {
+            const bool withSize = pointer && c == ',';
+            pointer = false;
+            count += withSize ? 0 : 1;
+        }
+        pointer = pointer || c == '*';
+    }
+    return declaration.find("()") == std::string::npos ? count : 0;
 }
 
 // What the generator misses would be missing in every page, silently.
