@@ -29,19 +29,22 @@ bool StartsWithVector(const std::string& type)
 /// Arguments that a declaration lists; commas inside a type separate none, and a pointer's size belongs to the pointer.
 std::size_t CountArguments(const std::string& declaration)
 {
+    std::vector<std::string> arguments(1);
     int depth = 0;
-    std::size_t count = 0;
-    bool pointer = false;
-    for (const char c : declaration.substr(declaration.find('('))) {
+    for (const char c : declaration.substr(declaration.find('(') + 1)) {
         depth += c == '<' ? 1 : c == '>' ? -1 : 0;
-        if (depth == 0 && (c == ',' || c == ')')) {
-            const bool withSize = pointer && c == ',';
-            pointer = false;
-            count += withSize ? 0 : 1;
+        if (depth == 0 && c == ',') {
+            const bool withSize = arguments.back().find('*') != std::string::npos;
+            arguments.emplace_back(withSize ? "*" : "");
+        } else {
+            arguments.back() += c;
         }
-        pointer = pointer || c == '*';
     }
-    return declaration.find("()") == std::string::npos ? count : 0;
+    const auto isSize = [](const std::string& argument) {
+        return argument.rfind("* int ", 0) == 0 || argument.rfind("* std::size_t ", 0) == 0;
+    };
+    const auto sizes = std::count_if(arguments.begin(), arguments.end(), isSize);
+    return arguments.front() == ")" ? 0 : arguments.size() - static_cast<std::size_t>(sizes);
 }
 
 // What the generator misses would be missing in every page, silently.
