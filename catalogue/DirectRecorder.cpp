@@ -5,8 +5,10 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
 
 namespace nexwire {
 namespace catalogue {
@@ -44,28 +46,39 @@ struct DirectRecorder::Server {
 
     void Answer(tcp::socket& socket)
     {
+        const std::string body = R"({"code":0,"module":0,"msg":"","data":{}})";
+        const std::string answer =
+            "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+            "\r\n\r\n" + body;
         boost::beast::flat_buffer buffer;
-        boost::system::error_code error;
-        for (;;) {
-            http::request<http::string_body> received;
-            http::read(socket, buffer, received, error);
-            if (error) {
-                return;
-            }
-            {
-                const std::lock_guard<std::mutex> lock(mutex);
-                last = std::make_unique<RequestParams>(std::string(received.target()), 2, received.body());
-                for (const auto& field : received) {
-                    last->headers[std::string(field.name_string())] = std::string(field.value());
-                }
-                last->headers.erase("Host");
-            }
-            http::response<http::string_body> response(http::status::ok, 11);
-            response.set(http::field::content_type, "application/json");
-            response.body() = R"({"code":0,"module":0,"msg":"","data":{}})";
-            response.prepare_payload();
-            http::write(socket, response, error);
+        while (Read(socket, buffer)) {
+            boost::system::error_code error;
+            asio::write(socket, asio::const_buffer(answer.data(), answer.size()), error);
         }
+    }
+
+    bool Read(tcp::socket& socket, boost::beast::flat_buffer& buffer)
+    {
+        http::request_parser<http::string_body> parser;
+        parser.eager(true);
+        while (!parser.is_done()) {
+            boost::system::error_code error;
+            buffer.commit(socket.read_some(buffer.prepare(65536), error));
+            if (!error) {
+                buffer.consume(parser.put(buffer.data(), error));
+            }
+            if (error && error != http::error::need_more) {
+                return false;
+            }
+        }
+        const auto& received = parser.get();
+        const std::lock_guard<std::mutex> lock(mutex);
+        last = std::make_unique<RequestParams>(std::string(received.target()), 2, received.body());
+        for (const auto& field : received) {
+            last->headers[std::string(field.name_string())] = std::string(field.value());
+        }
+        last->headers.erase("Host");
+        return true;
     }
 };
 

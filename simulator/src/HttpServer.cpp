@@ -3,11 +3,16 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/strand.hpp>
-#include <boost/beast/core.hpp>
-#include <boost/beast/http.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/string.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
 
-#include <algorithm>
+#include <array>
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -25,6 +30,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kReadSize = 65536;
 constexpr std::uint32_t kHeaderLimit = 64u * 1024u;
+constexpr std::size_t kReadSize = 64u * 1024u;
 
 std::string Text(beast::string_view view)
 {
@@ -42,6 +48,9 @@ struct Shared {
     HttpServer::Observer observer;
 };
 
+/// What goes on when a read or write is over. One type for all: each further one would compile the machinery anew.
+using Next = std::function<void(beast::error_code, std::size_t)>;
+
 // One connection. All its handlers run on its strand, so it needs no lock.
 class Session : public std::enable_shared_from_this<Session> {
 public:
@@ -57,35 +66,50 @@ public:
         parser_.emplace();
         parser_->header_limit(kHeaderLimit);
         parser_->body_limit(shared_.settings.bodyLimit);
+        headRead_ = false;
         stream_.expires_after(std::chrono::seconds(shared_.settings.idleSeconds));
-        http::async_read_header(stream_, buffer_, *parser_,
-                                [self = shared_from_this()](beast::error_code error, std::size_t) {
-                                    error ? self->Broken(error) : self->HeaderRead();
-                                });
+        Feed();
     }
 
 private:
-    void HeaderRead()
+    /// Gives the parser what has come, which may begin with the rest of what came last time.
+    void Feed()
     {
-        if (!beast::iequals(parser_->get()[http::field::expect], "100-continue")) {
-            ReadBody();
-            return;
+        beast::error_code error;
+        if (buffer_.size() > 0) {
+            buffer_.consume(parser_->put(buffer_.data(), error));
         }
-        response_ = {};
-        response_.version(11);
-        response_.result(http::status::continue_);
-        http::async_write(stream_, response_, [self = shared_from_this()](beast::error_code error, std::size_t) {
-            if (!error) {
-                self->ReadBody();
+        if (error && error != http::error::need_more) {
+            Broken(error);
+        } else if (parser_->is_done()) {
+            Handle();
+        } else if (parser_->is_header_done() && !headRead_) {
+            headRead_ = true;
+            parser_->eager(true);
+            if (beast::iequals(parser_->get()[http::field::expect], "100-continue")) {
+                Write("HTTP/1.1 100 Continue\r\n\r\n", "", [this] { Feed(); });
+            } else {
+                Feed();
             }
-        });
+        } else {
+            stream_.async_read_some(buffer_.prepare(kReadSize),
+                                    Next([self = shared_from_this()](beast::error_code failed, std::size_t size) {
+                                        self->buffer_.commit(size);
+                                        failed ? self->Close() : self->Feed();
+                                    }));
+        }
     }
 
-    void ReadBody()
+    void Write(std::string head, std::string body, std::function<void()> then)
     {
-        http::async_read(stream_, buffer_, *parser_, [self = shared_from_this()](beast::error_code error, std::size_t) {
-            error ? self->Broken(error) : self->Handle();
-        });
+        head_ = std::move(head);
+        body_ = std::move(body);
+        const std::array<asio::const_buffer, 2> both = {asio::buffer(head_), asio::buffer(body_)};
+        asio::async_write(stream_, both, Next([self = shared_from_this(), then](beast::error_code error, std::size_t) {
+                              if (!error) {
+                                  then();
+                              }
+                          }));
     }
 
     void Handle()
@@ -110,20 +134,10 @@ private:
         Send(answer, message.keep_alive(), message.method() == http::verb::head, begin, std::move(done));
     }
 
-    // The peer said something that is not HTTP, or too much of it, or left.
+    // The peer said something that is not HTTP, or too much of it.
     void Broken(beast::error_code error)
     {
-        if (error == http::error::end_of_stream ||
-            error.category() != http::make_error_code(http::error::end_of_stream).category()) {
-            Close();
-            return;
-        }
         const bool tooLarge = error == http::error::body_limit || error == http::error::header_limit;
-        const bool cut = error == http::error::partial_message;
-        if (cut) {
-            Close();
-            return;
-        }
         const Answer answer = tooLarge ? RefuseOutright(413, Reason::kBodyTooLarge, error.message())
                                        : RefuseOutright(400, Reason::kMalformedHttp, error.message());
         HttpServer::Done done;
@@ -138,28 +152,21 @@ private:
 
     void Send(const Answer& answer, bool keepAlive, bool noBody, Clock::time_point begin, HttpServer::Done done)
     {
-        response_ = {};
-        response_.version(11);
-        response_.result(answer.status);
-        response_.set(http::field::content_type, answer.type);
-        if (!answer.range.empty()) {
-            response_.set(http::field::content_range, answer.range);
-        }
-        response_.keep_alive(keepAlive);
-        response_.body() = noBody ? std::string() : answer.body;
-        response_.prepare_payload();
+        const auto field = [](const char* name, const std::string& value) {
+            return value.empty() ? std::string() : std::string(name) + ": " + value + "\r\n";
+        };
+        std::string body = noBody ? std::string() : answer.body;
+        std::string head = "HTTP/1.1 " + std::to_string(answer.status) + " " +
+                           Text(http::obsolete_reason(static_cast<http::status>(answer.status))) + "\r\n" +
+                           field("Content-Type", answer.type) + field("Content-Range", answer.range) +
+                           field("Connection", keepAlive ? "" : "close") +
+                           field("Content-Length", std::to_string(body.size())) + "\r\n";
         done.status = answer.status;
         done.code = answer.code;
-        done.answerBytes = response_.body().size();
+        done.answerBytes = body.size();
         done.milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
         shared_.observer(done);
-        http::async_write(stream_, response_,
-                          [self = shared_from_this(), keepAlive](beast::error_code error, std::size_t) {
-                              if (error) {
-                                  return;
-                              }
-                              keepAlive ? self->Read() : self->Close();
-                          });
+        Write(std::move(head), std::move(body), [this, keepAlive] { keepAlive ? Read() : Close(); });
     }
 
     // Says goodbye and reads what still comes for a moment: closing with unread bytes would reset the connection
@@ -174,18 +181,21 @@ private:
 
     void Drain()
     {
-        stream_.async_read_some(asio::buffer(rest_), [self = shared_from_this()](beast::error_code error, std::size_t) {
-            if (!error) {
-                self->Drain();
-            }
-        });
+        stream_.async_read_some(asio::mutable_buffer(rest_.data(), rest_.size()),
+                                Next([self = shared_from_this()](beast::error_code error, std::size_t) {
+                                    if (!error) {
+                                        self->Drain();
+                                    }
+                                }));
     }
 
     beast::tcp_stream stream_;
     const Shared& shared_;
     beast::flat_buffer buffer_;
     std::optional<http::request_parser<http::string_body>> parser_;
-    http::response<http::string_body> response_;
+    bool headRead_ = false;
+    std::string head_; ///< Of the answer that is going out, like the body.
+    std::string body_;
     std::array<char, 4096> rest_{};
 };
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <regex>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,10 +29,22 @@ bool StartsWithVector(const std::string& type)
 /// Arguments that a declaration lists; commas inside a type separate none, and a pointer's size belongs to the pointer.
 std::size_t CountArguments(const std::string& declaration)
 {
-    static const std::regex inside("<[^<>]*>|\\* \\w+, [a-z:_ ]*(int|size_t|int32_t) ");
-    std::string list = declaration.substr(declaration.find('(') + 1);
-    list = std::regex_replace(std::regex_replace(list, inside, ""), inside, "");
-    return list == ")" ? 0 : 1 + static_cast<std::size_t>(std::count(list.begin(), list.end(), ','));
+    std::vector<std::string> arguments(1);
+    int depth = 0;
+    for (const char c : declaration.substr(declaration.find('(') + 1)) {
+        depth += c == '<' ? 1 : c == '>' ? -1 : 0;
+        if (depth == 0 && c == ',') {
+            const bool withSize = arguments.back().find('*') != std::string::npos;
+            arguments.emplace_back(withSize ? "*" : "");
+        } else {
+            arguments.back() += c;
+        }
+    }
+    const auto isSize = [](const std::string& argument) {
+        return argument.rfind("* int ", 0) == 0 || argument.rfind("* std::size_t ", 0) == 0;
+    };
+    const auto sizes = std::count_if(arguments.begin(), arguments.end(), isSize);
+    return arguments.front() == ")" ? 0 : arguments.size() - static_cast<std::size_t>(sizes);
 }
 
 // What the generator misses would be missing in every page, silently.

@@ -104,7 +104,7 @@ void Fill(Call& call, const std::string& file)
             good = call.Set(i, "[\"" + std::string(kDevice) + "\"]", error);
             break;
         case Shape::Integer:
-            good = call.Set(i, "1", error);
+            good = call.Set(i, arguments[i].name == "timeoutMs" ? "60000" : "1", error);
             break;
         case Shape::Structure:
             good = arguments[i].output || call.Set(i, WithIdentifiers(*arguments[i].type->fields()), error);

@@ -2,7 +2,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -89,7 +88,6 @@ TEST(RequestRows, OnlyTheseKeysAreNoNamesOfMembers)
 {
     const std::set<std::string> odd = {"DetailsFilterCondition detailsFilterCondition",
                                        "DetailsQueryCondition detailsQueryCondition"};
-    const std::regex pattern(R"re(\bK\("(\w+)", *(\w+)\))re");
     std::set<std::string> found;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(NEXWIRE_PROTOCOL)) {
         if (!entry.is_regular_file()) {
@@ -97,8 +95,11 @@ TEST(RequestRows, OnlyTheseKeysAreNoNamesOfMembers)
         }
         std::ifstream file(entry.path());
         const std::string text{std::istreambuf_iterator<char>(file), {}};
-        for (std::sregex_iterator it(text.begin(), text.end(), pattern), end; it != end; ++it) {
-            found.insert(it->str(1) + " " + it->str(2));
+        for (std::size_t at = text.find(" K(\""); at != std::string::npos; at = text.find(" K(\"", at + 1)) {
+            const std::size_t key = at + 4;
+            const std::size_t quote = text.find('"', key);
+            const std::size_t member = text.find_first_not_of(", \n", quote + 1);
+            found.insert(text.substr(key, quote - key) + " " + text.substr(member, text.find(')', member) - member));
         }
     }
     EXPECT_EQ(found, odd);
