@@ -78,7 +78,9 @@ public:
             const std::shared_ptr<const Cipher> cipher = MakeCipher(*store_);
             AddEncryption(services, cipher);
             AddDownloads(services, options_.timeScale);
-            AddDeviceChannel(services, *description_);
+            AddDeviceChannel(services, *description_,
+                             {{"radar", Radars(options_.timeScale)}, {"releaseServer", AskReleaseServer}},
+                             options_.timeScale);
             AddDeviceTexts(services);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
@@ -94,6 +96,8 @@ public:
             AddTopology(services, options_.timeScale);
             AddUsers(services, cipher);
             AddVideo(services);
+            AddRelease(services, options_.timeScale);
+            AddMaps(services);
             SeedUsers(*store_, *cipher);
             log_ = std::make_unique<OperationLog>(*store_, *description_);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
