@@ -114,7 +114,11 @@ double StatusMiB(const std::string& name)
 void Download(benchmark::State& state)
 {
     static RangeServer* const server = new RangeServer;
-    const std::string name = (std::filesystem::temp_directory_path() / "nexwire-download-bench").string();
+    // In memory where there is such a file system: a disk that writes back would be all there is to measure.
+    const std::filesystem::path memory = "/dev/shm";
+    const std::string name =
+        ((std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path()) / "nexwire-download-bench")
+            .string();
     nexwire::host::HttpExecutorOptions options;
     options.baseAddress = server->Base();
     nexwire::NexwireInitParams params;
@@ -154,7 +158,7 @@ void Download(benchmark::State& state)
     state.SetLabel("ms|bare libcurl");
 }
 
-BENCHMARK(Download)->Name("picture of 1 GiB")->Iterations(3)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Download)->Name("picture of 1 GiB")->Iterations(5)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
 

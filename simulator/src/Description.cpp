@@ -244,8 +244,15 @@ Description::Description(std::string_view document, const std::vector<ResourceFi
             where = file.name;
             documents_.push_back(ParseOwn(file.text));
             OnlyMembers(documents_.back(), {"module", "about", "before", "collections", "functions", "jobs", "files",
-                                            "commands", "batches", "kestrel", "netsdk"});
+                                            "commands", "batches", "kestrel", "netsdk", "seeds"});
             LoadCollections(documents_.back());
+        }
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            where = files[i].name;
+            ForMembers(Member(documents_[i], "seeds"), [&](const std::string& name, const Json& seed) {
+                NeedCollection(name);
+                AddSeed(*collections_.find(name)->second, &seed);
+            });
         }
         for (std::size_t i = 0; i < files.size(); ++i) {
             where = files[i].name;
@@ -385,6 +392,14 @@ const Collection& Description::NeedCollection(std::string_view name) const
     return *collection;
 }
 
+void Description::AddSeed(Collection& collection, const Json* seed)
+{
+    ForEach(seed, [&](const Json& document) { NeedText(document, collection.key); });
+    if (seed != nullptr) {
+        collection.seeds.push_back(seed);
+    }
+}
+
 void Description::LoadCollections(const Json& file)
 {
     ForMembers(Member(file, "collections"), [&](const std::string& name, const Json& entry) {
@@ -400,8 +415,7 @@ void Description::LoadCollections(const Json& file)
             collection->uses.push_back({other, std::string(AsText(&field))});
         });
         collection->defaults = Member(entry, "defaults");
-        collection->seed = Member(entry, "seed");
-        ForEach(collection->seed, [&](const Json& document) { NeedText(document, collection->key); });
+        AddSeed(*collection, Member(entry, "seed"));
         collection->stamp = AsText(Member(entry, "stamp"));
         collection->time = AsText(Member(entry, "time"));
         collection->orderBy = AsText(Member(entry, "orderBy"));
@@ -494,7 +508,7 @@ void Description::LoadPlans(const Json& file, std::string& where, const char* ki
             OnlyMembers(entry,
                         {"start", "progress", "stop", "items", "rows", "itemMs", "fail", "states", "done", "answer"});
         } else {
-            OnlyMembers(entry, {"put", "close", "get", "type", "sample"});
+            OnlyMembers(entry, {"put", "close", "get", "type", "sample", "drawn", "of", "flag"});
         }
         for (const char* part : {"start", "progress", "stop", "put", "close", "get"}) {
             for (const std::string& function : Texts(Member(entry, part))) {
@@ -633,16 +647,17 @@ void Description::LoadRefinements(const Json& entry, Action& action) const
             throw std::runtime_error("a touch sets nothing");
         }
     });
-    // "devices.name by deviceGuid"
+    // "devices.name by deviceGuid", or a list of them
     ForMembers(Member(entry, "join"), [&](const std::string& member, const Json& rule) {
-        const std::string text(AsText(&rule));
-        const std::size_t dot = text.find('.');
-        const std::size_t by = text.find(" by ");
-        if (dot == std::string::npos || by == std::string::npos || dot > by) {
-            throw std::runtime_error("a join reads \"collection.member by member\"");
+        for (const std::string& text : Texts(&rule)) {
+            const std::size_t dot = text.find('.');
+            const std::size_t by = text.find(" by ");
+            if (dot == std::string::npos || by == std::string::npos || dot > by) {
+                throw std::runtime_error("a join reads \"collection.member by member\"");
+            }
+            action.joins.push_back({member, NeedCollection(text.substr(0, dot)).name,
+                                    text.substr(dot + 1, by - dot - 1), text.substr(by + 4)});
         }
-        action.joins.push_back({member, NeedCollection(text.substr(0, dot)).name, text.substr(dot + 1, by - dot - 1),
-                                text.substr(by + 4)});
     });
     ForMembers(Member(entry, "filter"),
                [&](const std::string& field, const Json& rule) { action.filters.push_back(MakeFilter(field, rule)); });

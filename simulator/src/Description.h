@@ -49,7 +49,7 @@ struct Collection {
     std::vector<Reference> references;
     std::vector<UseRule> uses; ///< Its removal is refused while one of them holds it, a query tells it as "isUsed".
     const Json* defaults = nullptr; ///< Members a new document starts with, or null.
-    const Json* seed = nullptr;     ///< Documents of a fresh database, or null.
+    std::vector<const Json*> seeds; ///< Lists of documents of a fresh database.
     std::string stamp;              ///< Member that receives the time of a change; empty: none.
     std::string time;               ///< Member that "beginTime" and "endTime" bound.
     std::string orderBy;
@@ -187,6 +187,7 @@ private:
     Endpoint& EndpointOf(const std::string& verb, const std::string& path, const std::string& root);
     const std::vector<Endpoint*>* Below(const std::string& verb, const std::string& path) const;
     void AddBody(Endpoint& endpoint, const WireStructure& body);
+    static void AddSeed(Collection& collection, const Json* seed);
     void LoadCollections(const Json& file);
     void LoadActions(const Json& file, std::string& where);
     void LoadPlans(const Json& file, std::string& where, const char* kind);

@@ -4,13 +4,14 @@
 #include <set>
 
 #include "src/Base64.h"
+#include "src/Clock.h"
+#include "src/Fields.h"
 #include "src/Services.h"
 #include "src/Shape.h"
 
 namespace nexwire::simulator {
 namespace {
 
-constexpr const char* kParameters = "_parameters"; // What was set: per device, root and condition.
 constexpr const char* kBatches = "_batches";
 constexpr std::int64_t kBatchLifeMs = 10 * 60 * 1000;
 constexpr std::int64_t kUsualPage = 20; // Elements of a page when nobody says how many.
@@ -20,12 +21,18 @@ enum class Direction { kGet, kSet, kAction };
 /// What a code means to a device.
 struct Command {
     Direction direction = Direction::kAction;
+    std::int64_t code = 0;
     const WireStructure* structure = nullptr; ///< Of the text that goes in or comes out; null takes and gives any.
+    std::vector<const WireStructure*> inputs; ///< What it takes, where functions send it different structures.
     std::string name;                         ///< Under which what was set is kept.
     const Json* row = nullptr;                ///< What the resource files say about it, or null.
     const Json* pages = nullptr;              ///< What the batch channel hands out, or null.
 
     std::string Root() const { return structure == nullptr ? std::string() : structure->root; }
+    /// What the resource files say under that name, or null.
+    const Json* Row(std::string_view member) const { return row == nullptr ? nullptr : Member(*row, member); }
+    /// The same of the batch channel.
+    const Json* Pages(std::string_view member) const { return pages == nullptr ? nullptr : Member(*pages, member); }
 };
 
 using Commands = std::map<std::int64_t, Command>;
@@ -56,7 +63,12 @@ Commands ReadCommands(const Description& description)
             continue;
         }
         Command& command = commands[function.command];
-        command.structure = function.input != nullptr ? function.input : function.output;
+        if (function.input != nullptr) {
+            command.inputs.push_back(function.input);
+        }
+        if (command.structure == nullptr) {
+            command.structure = function.input != nullptr ? function.input : function.output;
+        }
         command.direction = function.input != nullptr    ? Direction::kSet
                             : function.output != nullptr ? Direction::kGet
                                                          : Direction::kAction;
@@ -67,6 +79,7 @@ Commands ReadCommands(const Description& description)
         const auto known = commands.find(code);
         Command& command = commands[code];
         command.row = row;
+        command.direction = command.Row("text") != nullptr ? Direction::kGet : command.direction;
         if (known == commands.end()) {
             // A pair that the library hands on untyped.
             const std::int64_t set = AsInt(Member(*row, "set"));
@@ -75,17 +88,24 @@ Commands ReadCommands(const Description& description)
             }
             command.direction = Direction::kGet;
             command.name = text;
-            commands[set] = {Direction::kSet, nullptr, text, nullptr, nullptr};
+            commands[set].direction = Direction::kSet;
+            commands[set].name = text;
         }
     }
     for (const auto& [text, row] : description.Entries("batches")) {
         Command& command = commands[NeedCode(text)];
         command.pages = row;
+        if (command.Pages("work") != nullptr || command.Pages("progress") != nullptr) {
+            continue;
+        }
         command.direction = Direction::kGet;
         if (const Json* structure = Member(*row, "structure")) {
             command.structure = description.Library().Find(AsText(structure));
         }
         command.name = command.structure == nullptr ? text : command.Root();
+    }
+    for (auto& [code, command] : commands) {
+        command.code = code;
     }
     return commands;
 }
@@ -146,6 +166,31 @@ Json Belonging(Handling& handling, const char* collection)
     return list;
 }
 
+/// Whether a document fits a condition: its times bound the member `time`, its other texts have to be equal; empty ones
+/// and "all" do not narrow.
+bool Fits(const Json& document, const std::string& condition, std::string_view time)
+{
+    Document parsed;
+    std::string error;
+    if (!ParseJson(parsed, condition, error) || !parsed.IsObject() || parsed.MemberCount() != 1 ||
+        !parsed.MemberBegin()->value.IsObject()) {
+        return true;
+    }
+    const auto at = FromIsoTime(AsText(Member(document, time)));
+    for (const auto& member : parsed.MemberBegin()->value.GetObject()) {
+        const std::string_view name = AsText(&member.name);
+        const std::string_view wanted = AsText(&member.value);
+        const Json* own = Member(document, name);
+        const auto bound = FromIsoTime(wanted);
+        const bool outside = at && bound && (name == "beginTime" ? *at < *bound : name == "endTime" && *at > *bound);
+        const bool other = own != nullptr && !wanted.empty() && wanted != "all" && AsText(own) != wanted;
+        if (outside || other) {
+            return false;
+        }
+    }
+    return true;
+}
+
 struct Output {
     std::string out;
     std::string status;
@@ -154,7 +199,8 @@ struct Output {
 /// The devices' side of a command.
 class Device {
 public:
-    Device(Handling& handling, const Commands& commands) : handling_(handling), commands_(commands)
+    Device(Handling& handling, const Commands& commands, const DeviceServices& services)
+        : handling_(handling), commands_(commands), services_(services)
     {
         if (AsBool(Member(*handling_.Named("device"), "_offline"))) {
             throw Refusal(Reason::kDeviceOffline, "\"" + std::string(handling_.Identifier("1")) + "\"");
@@ -173,14 +219,19 @@ public:
     Output Run(const Command& command, const std::string& condition, const std::string& input)
     {
         CheckNumber(command, condition);
+        const Json* service = command.Row("service");
         if (command.direction == Direction::kGet) {
-            return {Read(command, condition), {}};
+            return {service == nullptr ? Read(command, condition) : Serve(*service, command, condition, input), {}};
         }
         CheckInput(command, input);
+        if (service != nullptr) {
+            Serve(*service, command, condition, input);
+            return {{}, StatusText()};
+        }
         if (command.direction == Direction::kSet) {
             handling_.store.Write(kParameters, ParameterKey(handling_, command.name, condition),
                                   Record(command, condition, input));
-        } else if (const Json* cleared = command.row == nullptr ? nullptr : Member(*command.row, "clears")) {
+        } else if (const Json* cleared = command.Row("clears")) {
             handling_.store.Erase(kParameters, ParameterKey(handling_, Find(AsInt(cleared)).name, condition));
         }
         return {{}, StatusText()};
@@ -191,7 +242,7 @@ public:
     {
         std::vector<std::pair<std::string, std::string>> records;
         if (command.pages != nullptr) {
-            return Pages(command);
+            return Pages(command, condition);
         }
         handling_.Each({kParameters,
                         {{"device", Test::kEquals, StoreValue(std::string(handling_.Identifier("1")))},
@@ -206,7 +257,16 @@ public:
     }
 
 private:
-    std::vector<std::pair<std::string, std::string>> Pages(const Command& command)
+    std::string Serve(const Json& name, const Command& command, const std::string& condition, const std::string& input)
+    {
+        const auto found = services_.find(AsText(&name));
+        if (found == services_.end()) {
+            throw std::runtime_error("no device service \"" + std::string(AsText(&name)) + "\"");
+        }
+        return found->second(handling_, command.code, condition, input);
+    }
+
+    std::vector<std::pair<std::string, std::string>> Pages(const Command& command, const std::string& condition)
     {
         std::vector<std::pair<std::string, std::string>> records;
         const auto put = [&](Json element) {
@@ -217,6 +277,16 @@ private:
             records.emplace_back(std::to_string(records.size() + 1), PrintJson(wrapped ? *Member(text, root) : text));
         };
         Describe();
+        if (const Json* of = command.Pages("of")) {
+            const Json documents = Belonging(handling_, std::string(AsText(of)).c_str());
+            for (const Json& document : documents.GetArray()) {
+                if (Fits(document, condition, AsText(command.Pages("time")))) {
+                    Json shown = Copy(document, handling_.Memory());
+                    DropInternals(shown);
+                    put(std::move(shown));
+                }
+            }
+        }
         if (const Json* items = Member(*command.pages, "items")) {
             const Json filled = handling_.Fill(*items);
             for (const Json& item : Elements(&filled)) {
@@ -249,8 +319,7 @@ private:
 
     void CheckInput(const Command& command, const std::string& input)
     {
-        const std::string root = command.Root();
-        if (input.empty() && root.empty()) {
+        if (input.empty() && command.structure == nullptr) {
             return;
         }
         Document parsed;
@@ -258,14 +327,18 @@ private:
         if (!ParseJson(parsed, input, error)) {
             throw Refusal(Reason::kDeviceRefused, "inBuffer is not JSON: " + error);
         }
-        const bool fits = parsed.IsObject() && parsed.MemberCount() == 1 && parsed.MemberBegin()->value.IsObject() &&
-                          (root.empty() || Member(parsed, root) != nullptr);
-        if (!fits) {
+        const bool object = parsed.IsObject() && parsed.MemberCount() == 1 && parsed.MemberBegin()->value.IsObject();
+        const WireStructure* structure = command.structure;
+        for (const WireStructure* each : command.inputs) {
+            structure = object && Member(parsed, each->root) != nullptr ? each : structure;
+        }
+        const std::string root = structure == nullptr ? std::string() : structure->root;
+        if (!object || (!root.empty() && Member(parsed, root) == nullptr)) {
             throw Refusal(Reason::kDeviceRefused, "inBuffer does not hold the object \"" + root + "\"");
         }
-        if (command.structure != nullptr) {
+        if (structure != nullptr) {
             try {
-                CheckShape(*command.structure, parsed.MemberBegin()->value, root, Strictness::kPart);
+                CheckShape(*structure, parsed.MemberBegin()->value, root, Strictness::kPart);
             } catch (const Refusal& refusal) {
                 throw Refusal(Reason::kDeviceRefused, refusal.what());
             }
@@ -303,12 +376,15 @@ private:
                 return std::string(AsText(Member(record, "text")));
             }
         }
+        if (const Json* text = command.Row("text")) {
+            return std::string(AsText(text));
+        }
         if (command.structure == nullptr) {
             return "{}";
         }
         handling_.Define("number", Json(Number(condition)));
         Json fresh = Fresh(handling_, *command.structure);
-        if (const Json* changes = command.row == nullptr ? nullptr : Member(*command.row, "default")) {
+        if (const Json* changes = command.Row("default")) {
             Describe();
             for (const auto& member : changes->GetObject()) {
                 SetAtPath(handling_, fresh, AsText(&member.name), handling_.Fill(member.value));
@@ -321,6 +397,7 @@ private:
 
     Handling& handling_;
     const Commands& commands_;
+    const DeviceServices& services_;
     bool described_ = false;
 };
 
@@ -329,9 +406,9 @@ std::string BodyText(const Handling& handling, const char* member)
     return std::string(AsText(Member(*handling.body, member)));
 }
 
-void Single(Handling& handling, const Commands& commands)
+void Single(Handling& handling, const Commands& commands, const DeviceServices& deviceServices)
 {
-    Device device(handling, commands);
+    Device device(handling, commands, deviceServices);
     const Command& command = device.Find(AsInt(Member(*handling.body, "command")));
     const Output output = device.Run(command, BodyText(handling, "condBuffer"), BodyText(handling, "inBuffer"));
     Allocator& memory = handling.Memory();
@@ -389,12 +466,35 @@ void ForgetOldBatches(Handling& handling)
                           [&](const std::string& key, const std::string&) { handling.store.Erase(kBatches, key); });
 }
 
-// Pages of a batch transfer: whoever sends items, or asks for all there is, gets results `maxResultNum` at a time and
-// comes back with the transfer's GUID until it is finished.
-void Batch(Handling& handling, const Commands& commands)
+// How far the work of a batch has come. What the device refused fails half way.
+Json Progress(Handling& handling, const Command& asked, const Json& batch, bool& finished)
 {
     Allocator& memory = handling.Memory();
-    Device device(handling, commands);
+    const double passed = static_cast<double>(handling.nowMs - AsInt(Member(batch, "startedMs")));
+    const double part = std::clamp(passed / AsDouble(Member(batch, "workMs")), 0.0, 1.0);
+    const std::int64_t code = AsInt(Member(batch, "code"));
+    const bool failed = code != 0 && part >= 0.5;
+    finished = failed || part >= 1.0;
+    Json value(rapidjson::kObjectType);
+    Fields(value, memory)
+        .Number("progress", failed ? 50 : static_cast<int>(part * 100))
+        .Text("state", failed     ? "failed"
+                       : finished ? "done"
+                                  : "running")
+        .Number("errorCode", failed ? code : 0)
+        .Text("detail", failed ? ReasonText(static_cast<Reason>(code)) : "");
+    Json document(rapidjson::kObjectType);
+    SetMember(document, asked.Root(), Json(rapidjson::kObjectType), memory);
+    SetMember(*Member(document, asked.Root()), asked.structure->members.front().key, std::move(value), memory);
+    return BatchResult(handling, "", Reason::kNone, {PrintJson(document), {}});
+}
+
+// Pages of a batch transfer: whoever sends items, or asks for all there is, gets results `maxResultNum` at a time and
+// comes back with the transfer's GUID until it is finished.
+void Batch(Handling& handling, const Commands& commands, const DeviceServices& deviceServices, double timeScale)
+{
+    Allocator& memory = handling.Memory();
+    Device device(handling, commands, deviceServices);
     std::string guid = BodyText(handling, "guid");
     const std::string owner = std::string(handling.Identifier("1"));
     Json batch;
@@ -412,8 +512,11 @@ void Batch(Handling& handling, const Commands& commands)
         SetMember(batch, "pageBegin", Json(0), memory);
         SetMember(batch, "next", Json(0), memory);
         SetMember(batch, "open", Json(true), memory);
-        const Json* pages = device.Find(AsInt(Member(*handling.body, "command"))).pages;
-        SetMember(batch, "later", Json(pages == nullptr ? 0 : AsInt(Member(*pages, "later"))), memory);
+        const Command& ordered = device.Find(AsInt(Member(*handling.body, "command")));
+        SetMember(batch, "later", Json(AsInt(ordered.Pages("later"))), memory);
+        if (ordered.Pages("progress") != nullptr) {
+            throw Refusal(Reason::kUnknownBatch, "\"\"");
+        }
     } else {
         batch = handling.Load(kBatches, guid);
         if (!batch.IsObject() || AsText(Member(batch, "device")) != owner) {
@@ -430,13 +533,24 @@ void Batch(Handling& handling, const Commands& commands)
         return;
     }
     const Command& command = device.Find(AsInt(Member(batch, "command")));
+    const Json* work = command.Pages("work");
+    if (const Command& asked = device.Find(AsInt(Member(*handling.body, "command")));
+        asked.Pages("progress") != nullptr && work != nullptr) {
+        bool finished = false;
+        Json page(rapidjson::kArrayType);
+        page.PushBack(Progress(handling, asked, batch, finished), memory);
+        SetMember(answer, "isFinish", Json(finished), memory);
+        SetMember(answer, "batchReturnDataList", std::move(page), memory);
+        SetMember(handling.data, "batchPassThroughRsp", std::move(answer), memory);
+        return;
+    }
     const std::string condition(AsText(Member(batch, "condition")));
     Json& results = *Member(batch, "results");
     const bool again = AsBool(Member(*handling.body, "getPreviousData"));
     if (!again) {
         const Json* items = Member(*handling.body, "batchSendDataList");
         const bool sent = items != nullptr && !items->Empty();
-        if (sent && command.pages == nullptr) {
+        if (sent && (command.pages == nullptr || work != nullptr)) {
             if (!AsBool(Member(batch, "open"))) {
                 throw Refusal(Reason::kUnknownBatch, "the last item of \"" + guid + "\" has been sent");
             }
@@ -449,7 +563,15 @@ void Batch(Handling& handling, const Commands& commands)
             }
         }
         if (AsBool(Member(batch, "open"))) {
-            SetMember(batch, "open", Json(AsBool(Member(*handling.body, "hasNext"))), memory);
+            SetMember(batch, "open", Json(work != nullptr || AsBool(Member(*handling.body, "hasNext"))), memory);
+        }
+    }
+    if (work != nullptr) {
+        const std::int64_t last = results.Empty() ? 0 : AsInt(Member(results[results.Size() - 1], "code"));
+        SetMember(batch, "code", Json(last), memory);
+        if (fresh) {
+            SetMember(batch, "startedMs", Json(handling.nowMs), memory);
+            SetMember(batch, "workMs", Json(std::max(AsDouble(work) / timeScale, 1.0)), memory);
         }
     }
     const std::int64_t total = results.Size();
@@ -477,11 +599,16 @@ void Batch(Handling& handling, const Commands& commands)
 
 } // namespace
 
-void AddDeviceChannel(Services& services, const Description& description)
+void AddDeviceChannel(Services& services, const Description& description, const DeviceServices& deviceServices,
+                      double timeScale)
 {
     const auto commands = std::make_shared<const Commands>(ReadCommands(description));
-    services["deviceCommand"] = [commands](Handling& handling) { Single(handling, *commands); };
-    services["deviceBatch"] = [commands](Handling& handling) { Batch(handling, *commands); };
+    services["deviceCommand"] = [commands, deviceServices](Handling& handling) {
+        Single(handling, *commands, deviceServices);
+    };
+    services["deviceBatch"] = [commands, deviceServices, timeScale](Handling& handling) {
+        Batch(handling, *commands, deviceServices, timeScale);
+    };
 }
 
 } // namespace nexwire::simulator

@@ -6,7 +6,32 @@
 namespace nexwire::simulator {
 namespace {
 
-constexpr const char* kTexts = "_deviceTexts"; // What was sent to a device, by request line or command.
+/// What a device answers to a request line.
+struct Spoken {
+    std::string document;
+    std::string status;
+};
+
+std::string Escaped(std::string_view text)
+{
+    std::string escaped;
+    for (const char each : text) {
+        escaped += each == '<' ? "&lt;" : each == '&' ? "&amp;" : std::string(1, each);
+    }
+    return escaped;
+}
+
+std::string Status(std::string_view path, int code, std::string_view words, std::string_view reason)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ResponseStatus><requestURL>" + Escaped(path) +
+           "</requestURL><statusCode>" + std::to_string(code) + "</statusCode><statusString>" + std::string(words) +
+           "</statusString><subStatusCode>" + std::string(reason) + "</subStatusCode></ResponseStatus>";
+}
+
+Spoken NotSupported(std::string_view path)
+{
+    return {{}, Status(path, 4, "Invalid Operation", "notSupport")};
+}
 
 // Calls `each` with every text of a value and the name it has.
 void Texts(const Json& value, std::string_view name,
@@ -32,7 +57,7 @@ bool IsRequestLine(std::string_view text)
 }
 
 // The text that answers, in the member of the result that takes it.
-void Give(Handling& handling, const std::string& text)
+void Give(Handling& handling, const std::string& text, const std::string& status = {})
 {
     Compose(handling);
     Allocator& memory = handling.Memory();
@@ -54,6 +79,9 @@ void Give(Handling& handling, const std::string& text)
     }
     if (place != nullptr) {
         SetMember(*object, place->key, MakeText(text, memory), memory);
+    }
+    if (structure->Find("statusBuffer") != nullptr) {
+        SetMember(*object, "statusBuffer", MakeText(status, memory), memory);
     }
 }
 
@@ -83,7 +111,72 @@ void CheckReach(Handling& handling)
     }
 }
 
-// A request line names a document of the device: what the resource files say, else what was sent there.
+// The line under which the resource files know a document; of numbered things they know the first.
+std::string KnownLine(Handling& handling, const std::string& line)
+{
+    static constexpr std::string_view kTerminals = "GET /KESTREL/Publish/TerminalMgr/terminals/";
+    static constexpr std::string_view kRest = "/capabilities";
+    if (BeginsWith(line, kTerminals) && line.size() > kTerminals.size() && line[kTerminals.size()] >= '1' &&
+        line[kTerminals.size()] <= '9') {
+        const std::size_t slash = line.find('/', kTerminals.size());
+        const std::string number = line.substr(kTerminals.size(), slash - kTerminals.size());
+        const bool plain = number.size() < 9 && number.find_first_not_of("0123456789") == std::string::npos;
+        if (plain && slash != std::string::npos && line.substr(slash) == kRest &&
+            std::stol(number) <= TerminalCount(handling)) {
+            return std::string(kTerminals) + "1" + std::string(kRest);
+        }
+    }
+    return line;
+}
+
+// A request line names a document of the device: what the resource files say, else what was sent there. Of what they
+// do not know, release servers say so.
+Spoken Answer(Handling& handling, const std::string& verb, const std::string& path, const std::string& content)
+{
+    static constexpr std::string_view kPointCloud = "/KESTREL/Radar/pointCloud";
+    const std::string bare = path.substr(0, path.find_first_of("? "));
+    const std::string key = std::string(handling.Identifier("1")) + " " + bare;
+    const Json* device = handling.Named("device");
+    const bool server = device != nullptr && AsText(Member(*device, "deviceType")) == "publishServer";
+    const bool changes = verb != "GET";
+    if (server && changes && !BeginsWith(bare, "/KESTREL/Publish/") && !BeginsWith(bare, "/KESTREL/Security/")) {
+        return NotSupported(path);
+    }
+    const Json kept = handling.Load(kDeviceTexts, key);
+    if (verb == "PUT" || verb == "POST") {
+        if (server && content.empty()) {
+            return {{}, Status(path, 6, "Invalid Content", "badContent")};
+        }
+        Json text(rapidjson::kObjectType);
+        SetMember(text, "text", MakeText(content, handling.Memory()), handling.Memory());
+        handling.Save(kDeviceTexts, key, text);
+    } else if (verb == "DELETE") {
+        if (server && kept.IsNull()) {
+            return NotSupported(path);
+        }
+        handling.store.Erase(kDeviceTexts, key);
+    }
+    const auto& known = handling.description.Entries("kestrel");
+    const auto entry = known.find(KnownLine(handling, verb + " " + path));
+    if (entry != known.end()) {
+        return {EntryText(*entry->second), {}};
+    }
+    if (changes) {
+        return {{}, Status(path, 1, "OK", "ok")};
+    }
+    if (kept.IsObject()) {
+        return {std::string(AsText(Member(kept, "text"))), {}};
+    }
+    if (bare == kPointCloud) {
+        return {PointCloud(handling), {}};
+    }
+    if (server) {
+        return NotSupported(path);
+    }
+    const std::string name = bare.substr(bare.rfind('/') + 1);
+    return {path.find("format=json") != std::string::npos ? "{}" : "<?xml version=\"1.0\"?><" + name + "/>", {}};
+}
+
 void Kestrel(Handling& handling)
 {
     CheckReach(handling);
@@ -108,26 +201,8 @@ void Kestrel(Handling& handling)
         line.resize(end);
     }
     const std::size_t blank = line.find(' ');
-    const std::string verb = line.substr(0, blank);
-    const std::string path = line.substr(blank + 1);
-    const std::string bare = path.substr(0, path.find_first_of("? "));
-    const std::string key = std::string(handling.Identifier("1")) + " " + bare;
-    const auto& known = handling.description.Entries("kestrel");
-    const auto entry = known.find(line);
-    if (verb == "PUT" || verb == "POST") {
-        Json kept(rapidjson::kObjectType);
-        SetMember(kept, "text", MakeText(content, handling.Memory()), handling.Memory());
-        handling.Save(kTexts, key, kept);
-    } else if (verb == "DELETE") {
-        handling.store.Erase(kTexts, key);
-    }
-    const Json kept = handling.Load(kTexts, key);
-    const std::string name = bare.substr(bare.rfind('/') + 1);
-    Give(handling, entry != known.end()                            ? EntryText(*entry->second)
-                   : verb != "GET"                                 ? ""
-                   : kept.IsObject()                               ? std::string(AsText(Member(kept, "text")))
-                   : path.find("format=json") != std::string::npos ? "{}"
-                                                                   : "<?xml version=\"1.0\"?><" + name + "/>");
+    const Spoken spoken = Answer(handling, line.substr(0, blank), line.substr(blank + 1), content);
+    Give(handling, spoken.document, spoken.status);
 }
 
 // An SDK command by its code; what comes with it is kept and given back to who asks without any text.
@@ -153,9 +228,9 @@ void Netsdk(Handling& handling)
     if (entry == known.end() && !content.empty()) {
         Json kept(rapidjson::kObjectType);
         SetMember(kept, "text", MakeText(content, handling.Memory()), handling.Memory());
-        handling.Save(kTexts, key, kept);
+        handling.Save(kDeviceTexts, key, kept);
     }
-    const Json kept = handling.Load(kTexts, key);
+    const Json kept = handling.Load(kDeviceTexts, key);
     Give(handling, entry != known.end() ? EntryText(*entry->second)
                    : kept.IsObject()    ? std::string(AsText(Member(kept, "text")))
                                         : "{}");

@@ -132,11 +132,13 @@ void Engine::Seed()
 {
     Store::Transaction transaction(store_);
     for (const auto& [name, collection] : description_.Collections()) {
-        if (collection->seed == nullptr || !transaction.Insert(kSeeded, name, "{}")) {
+        if (collection->seeds.empty() || !transaction.Insert(kSeeded, name, "{}")) {
             continue;
         }
-        for (const Json& document : collection->seed->GetArray()) {
-            transaction.Write(name, AsText(Member(document, collection->key)), PrintJson(document));
+        for (const Json* seed : collection->seeds) {
+            for (const Json& document : seed->GetArray()) {
+                transaction.Write(name, AsText(Member(document, collection->key)), PrintJson(document));
+            }
         }
     }
     transaction.Commit();

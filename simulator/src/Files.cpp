@@ -2,6 +2,7 @@
 #include <charconv>
 
 #include "src/Base64.h"
+#include "src/Picture.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -87,10 +88,24 @@ bool Part(const Handling& handling, std::string_view& bytes)
     return false;
 }
 
+// The document that the files belong to; null when the plan names none. Refuses when there is no such document.
+Json Owner(Handling& handling)
+{
+    const Json* of = Member(*handling.action->plan, "of");
+    return of == nullptr ? Json()
+                         : handling.Need(*handling.description.FindCollection(AsText(of)), handling.identifiers.back());
+}
+
 void Complete(Handling& handling, const std::string& key, Json& file)
 {
     SetMember(file, "complete", Json(true), handling.Memory());
     handling.Save(kFiles, key, file);
+    Json owner = Owner(handling);
+    const Json* flag = Member(*handling.action->plan, "flag");
+    if (owner.IsObject() && flag != nullptr) {
+        SetMember(owner, AsText(flag), Json(true), handling.Memory());
+        handling.Save(AsText(Member(*handling.action->plan, "of")), handling.identifiers.back(), owner);
+    }
 }
 
 void PutSlice(Handling& handling)
@@ -98,6 +113,7 @@ void PutSlice(Handling& handling)
     Allocator& memory = handling.Memory();
     std::string upload(Parameter(handling, "uploadGuid"));
     const std::string key = KeyOf(handling, upload);
+    Owner(handling);
     Json file = handling.Load(kFiles, key);
     std::string_view bytes;
     if (!Part(handling, bytes)) {
@@ -121,8 +137,12 @@ void PutSlice(Handling& handling)
         Json last(rapidjson::kObjectType);
         SetMember(last, "key", MakeText(key, memory), memory);
         handling.Save(kLast, handling.action->planName, last);
-        SetMember(file, "complete", Json(size >= Number(Parameter(handling, "totalBytes"), size + 1)), memory);
-        handling.Save(kFiles, key, file);
+        SetMember(file, "complete", Json(false), memory);
+        if (size >= Number(Parameter(handling, "totalBytes"), size + 1)) {
+            Complete(handling, key, file);
+        } else {
+            handling.Save(kFiles, key, file);
+        }
     }
     handling.Define("guid", MakeText(upload.empty() ? NewGuid() : upload, memory));
     handling.Define("doc", Json(rapidjson::kObjectType));
@@ -179,9 +199,20 @@ void GetBytes(Handling& handling)
 {
     const Json& plan = *handling.action->plan;
     const std::string key = KeyOf(handling, Parameter(handling, "uploadGuid"));
+    const Json owner = Owner(handling);
     const Json file = handling.Load(kFiles, key);
-    const std::int64_t total =
-        file.IsObject() ? AsInt(Member(file, "size")) : AsInt(Member(plan, "sample"), kUsualSize);
+    if (!file.IsObject() && owner.IsObject() && !AsBool(Member(owner, AsText(Member(plan, "flag"))))) {
+        throw Refusal(Reason::kUnknownGuid, "nobody sent this file");
+    }
+    std::string drawn;
+    if (const Json* size = Member(plan, "drawn"); size != nullptr && !file.IsObject()) {
+        drawn = DrawPlan(key, static_cast<int>(AsInt(Member(*size, "width"), 1)),
+                         static_cast<int>(AsInt(Member(*size, "height"), 1)))
+                    .Jpeg();
+    }
+    const std::int64_t total = file.IsObject()  ? AsInt(Member(file, "size"))
+                               : !drawn.empty() ? static_cast<std::int64_t>(drawn.size())
+                                                : AsInt(Member(plan, "sample"), kUsualSize);
     Answer answer;
     answer.type = AsText(Member(plan, "type"), "application/octet-stream");
     std::int64_t begin = 0;
@@ -201,11 +232,24 @@ void GetBytes(Handling& handling)
         answer.status = 206;
         answer.range = "bytes " + std::to_string(begin) + "-" + std::to_string(end - 1) + "/" + std::to_string(total);
     }
-    answer.body = file.IsObject() ? Stored(handling, key, file, begin, end) : Made(begin, end, answer.type);
+    answer.body = file.IsObject() ? Stored(handling, key, file, begin, end)
+                  : !drawn.empty()
+                      ? drawn.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin))
+                      : Made(begin, end, answer.type);
     handling.bytes = std::move(answer);
 }
 
 } // namespace
+
+void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier)
+{
+    const std::string key = plan + "/" + std::string(identifier);
+    const Json file = handling.Load(kFiles, key);
+    for (std::size_t slice = 0; slice < Elements(Member(file, "slices")).Size(); ++slice) {
+        handling.store.Erase(kSlices, key + "#" + std::to_string(slice));
+    }
+    handling.store.Erase(kFiles, key);
+}
 
 bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes, bool closed)
 {

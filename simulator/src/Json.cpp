@@ -140,6 +140,11 @@ std::int64_t AsInt(const Json* value, std::int64_t otherwise)
     return value != nullptr && value->IsInt64() ? value->GetInt64() : otherwise;
 }
 
+double AsDouble(const Json* value, double otherwise)
+{
+    return value != nullptr && value->IsNumber() ? value->GetDouble() : otherwise;
+}
+
 bool AsBool(const Json* value, bool otherwise)
 {
     return value != nullptr && value->IsBool() ? value->GetBool() : otherwise;

@@ -42,6 +42,7 @@ void SetMember(Json& object, std::string_view key, Json value, Allocator& alloca
 
 std::string_view AsText(const Json* value, std::string_view otherwise = {});
 std::int64_t AsInt(const Json* value, std::int64_t otherwise = 0);
+double AsDouble(const Json* value, double otherwise = 0.0);
 bool AsBool(const Json* value, bool otherwise = false);
 
 } // namespace nexwire::simulator

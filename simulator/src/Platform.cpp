@@ -81,7 +81,9 @@ public:
             const std::shared_ptr<const Cipher> cipher = MakeCipher(*store_);
             AddEncryption(services, cipher);
             AddDownloads(services, options_.timeScale);
-            AddDeviceChannel(services, *description_);
+            AddDeviceChannel(services, *description_,
+                             {{"radar", Radars(options_.timeScale)}, {"releaseServer", AskReleaseServer}},
+                             options_.timeScale);
             AddDeviceTexts(services);
             AddDevices(services, cipher, options_.timeScale);
             AddControls(services, options_.timeScale);
@@ -100,6 +102,8 @@ public:
             AddTopology(services, options_.timeScale);
             AddUsers(services, cipher);
             AddVideo(services);
+            AddRelease(services, options_.timeScale);
+            AddMaps(services);
             SeedUsers(*store_, *cipher);
             PrepareLog(*store_);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services), NoteInLog);

@@ -16,10 +16,19 @@ void AddEncryption(Services& services, std::shared_ptr<const Cipher> cipher);
 /// @param timeScale  how much faster than a real controller devices take persons; more than 0.
 void AddDownloads(Services& services, double timeScale);
 
+constexpr const char* kParameters = "_parameters";   ///< What devices were set: per device, root and condition.
+constexpr const char* kDeviceTexts = "_deviceTexts"; ///< What devices were sent, by request line or command.
+
 /// Commands that the platform relays to devices, one at a time and in batches; "commands" and "batches" of the resource
 /// files say what the library's document does not.
+/// @param deviceServices  what devices do by themselves, by the name that "commands" give; answers the text asked for.
+/// @param timeScale       as with `AddDownloads`, for the "work" of batches.
 /// @throws std::runtime_error for a command that nobody sends.
-void AddDeviceChannel(Services& services, const Description& description);
+using DeviceService = std::function<std::string(Handling& handling, std::int64_t command, const std::string& condition,
+                                                const std::string& input)>;
+using DeviceServices = std::map<std::string, DeviceService, std::less<>>;
+void AddDeviceChannel(Services& services, const Description& description, const DeviceServices& deviceServices = {},
+                      double timeScale = 1.0);
 
 /// Texts that the platform relays to devices as they are: "kestrel" and "netsdk".
 void AddDeviceTexts(Services& services);
@@ -48,6 +57,9 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
 /// The bytes of the file that was written last under that plan; empty when there is none.
 std::string LastFile(Handling& handling, const std::string& plan);
 
+/// Removes the file of a plan whose path has that one identifier.
+void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier);
+
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.
 void AddAttendance(Services& services, double timeScale);
@@ -64,6 +76,22 @@ void AddPersonJobs(Services& services, double timeScale);
 
 /// Groups whose elements follow the resources of the platform.
 void AddGroups(Services& services);
+
+/// Release servers and their terminals: materials, publications, upgrades, screenshots.
+void AddRelease(Services& services, double timeScale);
+/// What a release server does on the command channels.
+std::string AskReleaseServer(Handling& handling, std::int64_t command, const std::string& condition,
+                             const std::string& input);
+/// The number of terminals that a release server has.
+std::int64_t TerminalCount(Handling& handling);
+
+/// Maps with their pictures.
+void AddMaps(Services& services);
+
+/// What security radars do; learning and arming take time.
+DeviceService Radars(double timeScale);
+/// What a radar sees at this moment: a JSON document.
+std::string PointCloud(Handling& handling);
 
 /// What the platform has been asked to do: a table of its own, so that a page of a hundred thousand entries is there at
 /// once.

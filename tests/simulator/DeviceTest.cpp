@@ -131,6 +131,9 @@ TEST_F(DeviceTest, EveryReadableCommandAnswersWhatItTakesBack)
         const int command = static_cast<int>(function.command);
         const std::string& root = function.output->root;
         const std::string text = Out(Run(command, "1"));
+        if (text.substr(0, 1) == "<") {
+            continue; // A capability document of another kind.
+        }
         rapidjson::Document out;
         out.Parse(text.c_str());
         ASSERT_FALSE(out.HasParseError()) << command << " " << text;
