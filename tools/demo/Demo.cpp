@@ -24,6 +24,7 @@
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
+#include "tools/demo/PersonnelChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -174,7 +175,9 @@ public:
         options.timeScale = kPace;
         options.onExchange = [this](const simulator::Served& exchange) {
             // Polling would drown everything else.
-            if (exchange.path.find("/downloadProgress/") == std::string::npos) {
+            const auto within = [&](const char* part) { return exchange.path.find(part) != std::string::npos; };
+            if (!within("/downloadProgress/") && !within("/configurationFiles/") && !within("/progress") &&
+                !within("/visitorDownLoadFaildRecord")) {
                 screen_.Wire(exchange.verb + " " + exchange.path + "  " + std::to_string(exchange.requestBytes) +
                              " B -> " + exchange.code + ", " + std::to_string(exchange.answerBytes) + " B");
             }
@@ -197,6 +200,7 @@ public:
             Download();
             Wiegand();
             Device();
+            RunChapter("Personnel: a tree, a list, a face, a visitor", RunPersonnelChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();
