@@ -26,6 +26,7 @@
 #include "tools/demo/BadServer.h"
 #include "tools/demo/DeviceChapter.h"
 #include "tools/demo/FrameworkChapter.h"
+#include "tools/demo/PersonnelChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -178,6 +179,9 @@ public:
             // Polling would drown everything else.
             if (exchange.path.find("/downloadProgress/") == std::string::npos &&
                 exchange.path.find("/topologies/progress") == std::string::npos) {
+            const auto within = [&](const char* part) { return exchange.path.find(part) != std::string::npos; };
+            if (!within("/downloadProgress/") && !within("/configurationFiles/") && !within("/progress") &&
+                !within("/visitorDownLoadFaildRecord")) {
                 screen_.Wire(exchange.verb + " " + exchange.path + "  " + std::to_string(exchange.requestBytes) +
                              " B -> " + exchange.code + ", " + std::to_string(exchange.answerBytes) + " B");
             }
@@ -202,6 +206,7 @@ public:
             Device();
             RunChapter("Devices: a camera, a panel, an alarm, a file of events", RunDeviceChapter);
             RunChapter("The platform itself: users, network, views, log", RunFrameworkChapter);
+            RunChapter("Personnel: a tree, a list, a face, a visitor", RunPersonnelChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();
