@@ -9,6 +9,7 @@ namespace nexwire {
 namespace {
 
 constexpr const char* kBoundary = "-----------------------------7e231b2b250806";
+constexpr std::size_t kRoomAround = 512; ///< For the boundaries and the part with the number.
 
 /// Other threads may read it while it changes; a plain int is what the interface gives.
 void Store(const std::shared_ptr<std::int32_t>& progress, std::uint64_t percent)
@@ -59,6 +60,8 @@ public:
             body.append(std::to_string(number)).append("\r\n");
         }
         if (slice != nullptr) {
+            // At once: a text that grows holds what it had a second time.
+            body.reserve(fileHead_.size() + slice->size() + kRoomAround);
             body.append(fileHead_).append(*slice).append("\r\n");
         }
         body.append("--").append(kBoundary).append("--\r\n");
