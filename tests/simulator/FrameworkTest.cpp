@@ -518,7 +518,7 @@ TEST_F(FrameworkTest, ARefreshOfTheTopologyProgressesAndFindsNewDevices)
         return site.Post(kTopologies + "progress", std::string(R"({"resetPercent":{"isReset":)") + reset + "}}");
     };
     const std::size_t before = nodes().Size("/data/deviceNodeList");
-    EXPECT_EQ(before, 14u + 3u + 2u) << "devices; gateway, core switch, server; two access switches";
+    EXPECT_EQ(before, 16u + 3u + 2u) << "devices; gateway, core switch, server; two access switches";
     EXPECT_EQ(progress("false").Int("/data/progress/percent"), 100);
     EXPECT_EQ(progress("false").Int("/data/progress/refreshState"), 0);
     EXPECT_EQ(progress("true").Int("/data/progress/percent"), 0);
