@@ -2,7 +2,7 @@
 #include <charconv>
 
 #include "src/Base64.h"
-#include "src/Picture.h"
+#include "src/Drawing.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -11,6 +11,7 @@ namespace {
 
 constexpr const char* kFiles = "_files";
 constexpr const char* kSlices = "_slices";
+constexpr const char* kLast = "_lastFile"; ///< Of each plan.
 constexpr std::int64_t kUsualSize = 1024;
 
 std::int64_t Number(std::string_view text, std::int64_t otherwise)
@@ -75,9 +76,13 @@ bool Part(const Handling& handling, std::string_view& bytes)
         if (end == std::string_view::npos) {
             throw Refusal(Reason::kWrongType, "a part of the body does not end");
         }
-        if (bytes.substr(begin, head - begin).find("filename=") != std::string_view::npos) {
+        const std::string_view fields = bytes.substr(begin, head - begin);
+        if (fields.find("filename=") != std::string_view::npos) {
             bytes = bytes.substr(head + 4, end - head - 4);
             return true;
+        }
+        if (fields.find("name=\"file\"") != std::string_view::npos) {
+            throw Refusal(Reason::kMissingField, "filename");
         }
     }
     return false;
@@ -129,6 +134,9 @@ void PutSlice(Handling& handling)
         slices.PushBack(Json(static_cast<std::int64_t>(bytes.size())), memory);
         const std::int64_t size = AsInt(Member(file, "size")) + static_cast<std::int64_t>(bytes.size());
         SetMember(file, "size", Json(size), memory);
+        Json last(rapidjson::kObjectType);
+        SetMember(last, "key", MakeText(key, memory), memory);
+        handling.Save(kLast, handling.action->planName, last);
         SetMember(file, "complete", Json(false), memory);
         if (size >= Number(Parameter(handling, "totalBytes"), size + 1)) {
             Complete(handling, key, file);
@@ -252,6 +260,14 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
     }
     bytes = Stored(handling, key, file, 0, AsInt(Member(file, "size")));
     return true;
+}
+
+std::string LastFile(Handling& handling, const std::string& plan)
+{
+    const Json last = handling.Load(kLast, plan);
+    const std::string key(AsText(Member(last, "key")));
+    const Json file = handling.Load(kFiles, key);
+    return file.IsObject() ? Stored(handling, key, file, 0, AsInt(Member(file, "size"))) : std::string();
 }
 
 void AddFiles(Services& services)

@@ -16,18 +16,17 @@ enum Status { kUnknown = 0, kOnline = 1, kOffline = 2 };
 /// Where resources come from, and what they are in groups.
 struct Source {
     const char* collection;
-    const char* key;
     const char* name;
     std::int64_t type;
 };
 
 constexpr Source kSources[] = {
-    {"devices", "deviceGuid", "name", 1},
-    {"channels", "channelGuid", "channelName", 2},
-    {"alarmInputs", "alarmInGuid", "alarmInName", 3},
-    {"alarmOutputs", "alarmOutGuid", "alarmOutName", 4},
-    {"controlPoints", "objectGuid", "objectName", 5},
-    {"cardReaders", "readerGuid", "readerName", 6},
+    {"devices", "name", 1},
+    {"channels", "name", 2},
+    {"alarmInputs", "name", 3},
+    {"alarmOutputs", "name", 4},
+    {"controlPoints", "objectName", 5},
+    {"cardReaders", "name", 6},
 };
 
 Json Abilities(Handling& handling, std::int64_t type)

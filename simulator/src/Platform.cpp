@@ -70,6 +70,10 @@ public:
             error = "the time scale must be more than 0";
             return false;
         }
+        if (!(options_.alarmsPerMinute >= 0.0)) {
+            error = "the rate of alarms must not be less than 0";
+            return false;
+        }
         try {
             description_ = std::make_unique<Description>(EmbeddedDocument(), EmbeddedResources());
             store_ = std::make_unique<Store>();
@@ -82,6 +86,9 @@ public:
                              {{"radar", Radars(options_.timeScale)}, {"releaseServer", AskReleaseServer}},
                              options_.timeScale);
             AddDeviceTexts(services);
+            AddDevices(services, cipher, options_.timeScale);
+            AddControls(services, options_.timeScale);
+            AddAlarms(services, options_.alarmsPerMinute);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
             AddAttendance(services);
@@ -102,6 +109,7 @@ public:
             log_ = std::make_unique<OperationLog>(*store_, *description_);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
             engine_->Seed();
+            EquipDevices(*store_);
         } catch (const std::exception& failure) {
             error = failure.what();
             Stop();

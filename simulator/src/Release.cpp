@@ -2,8 +2,8 @@
 
 #include "src/Base64.h"
 #include "src/Clock.h"
+#include "src/Drawing.h"
 #include "src/Fields.h"
-#include "src/Picture.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -382,7 +382,7 @@ void ScreenShot(Handling& handling)
             const std::int64_t asked = AsInt(Member(*handling.body, side));
             return static_cast<int>(asked > 0 ? asked : AsInt(Member(terminal, side), 1));
         };
-        const Picture picture = DrawScreen(playing, pixels("width"), pixels("height"));
+        const Drawing picture = DrawScreen(playing, pixels("width"), pixels("height"));
         const bool png = AsText(Member(*handling.body, "pictureFormat")) == "png";
         Fields(handling.data, handling.Memory()).Text("screenShot", ToBase64(png ? picture.Png() : picture.Jpeg()));
         return;

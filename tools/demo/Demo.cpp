@@ -24,6 +24,7 @@
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
+#include "tools/demo/ReleaseChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -198,6 +199,7 @@ public:
             Wiegand();
             Device();
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
+            RunChapter("Signage and maps: a release server, a program, a large picture", RunReleaseChapter);
         }
         VideoWall();
         Failures();
