@@ -24,6 +24,7 @@
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
+#include "tools/demo/DeviceChapter.h"
 #include "tools/demo/ReleaseChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
@@ -198,6 +199,7 @@ public:
             Download();
             Wiegand();
             Device();
+            RunChapter("Devices: a camera, a panel, an alarm, a file of events", RunDeviceChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
             RunChapter("Signage and maps: a release server, a program, a large picture", RunReleaseChapter);
         }

@@ -108,7 +108,7 @@ private:
     bool Register()
     {
         screen_.Step("Register a release server; its password travels encrypted");
-        server_ = CInformationReleaseDeviceComm::addServer("192.0.2.58", 8443, "admin", "Sign-2026!");
+        server_ = CInformationReleaseDeviceComm::addServer("192.0.2.58", 8443, "admin", "Device-1234");
         return Done(!server_.empty(), "server " + server_);
     }
 
