@@ -406,6 +406,25 @@ void ShareKey(Handling& handling)
     Fields(handling.data, handling.Memory()).Text("status", kSuccess);
 }
 
+/// Whether a device stands at an address already.
+void Exists(Handling& handling)
+{
+    Allocator& memory = handling.Memory();
+    const std::string address = handling.NeedText(*handling.body, "address");
+    const std::int64_t port = AsInt(Member(*handling.body, "port"));
+    std::string found;
+    handling.Each({kDevices, {{"address", Test::kEquals, StoreValue(address)}}},
+                  [&](const std::string& key, Json& device) {
+                      found = AsInt(Member(device, "port"), port) == port ? key : found;
+                  });
+    Json result(rapidjson::kObjectType);
+    Fields(result, memory)
+        .Flag("existed", !found.empty())
+        .Number("existedType", found.empty() ? 0 : 1)
+        .Text("deviceGuid", found);
+    Fields(handling.data, memory).Value("deviceExistedResult", std::move(result));
+}
+
 /// Back to how the device left the factory.
 void Restore(Handling& handling, const std::string& server)
 {
@@ -495,6 +514,7 @@ void AddRelease(Services& services, double timeScale)
     services["release.cancel"] = Cancel;
     services["release.screenShot"] = ScreenShot;
     services["release.shareKey"] = ShareKey;
+    services["release.exists"] = Exists;
 }
 
 } // namespace nexwire::simulator
