@@ -135,39 +135,49 @@ double StatusMiB(const std::string& name)
     return 0;
 }
 
+void WriteFile(const std::string& name, std::size_t total)
+{
+    std::ofstream out(name, std::ios::binary);
+    const std::string line = "motion,2026-03-01T08:00:00+00:00,1,AC,Yard,somebody came\n";
+    for (std::size_t written = 0; written < total; written += line.size()) {
+        out.write(line.data(), static_cast<std::streamsize>(std::min(line.size(), total - written)));
+    }
+}
+
+bool Own(const std::string& name)
+{
+    const auto progress = std::make_shared<int>(0);
+    std::string guid;
+    std::string answer;
+    return nexwire::FileImportEventComm::requestUpload(progress, guid, name, answer) && *progress == 100;
+}
+
 void Upload(benchmark::State& state)
 {
     static Sink* const server = new Sink;
     const std::string name = (std::filesystem::temp_directory_path() / "nexwire-upload-bench.csv").string();
-    {
-        std::ofstream out(name, std::ios::binary);
-        const std::string line = "motion,2026-03-01T08:00:00+00:00,1,AC,Yard,somebody came\n";
-        for (std::size_t written = 0; written < kTotal; written += line.size()) {
-            out.write(line.data(), static_cast<std::streamsize>(std::min(line.size(), kTotal - written)));
-        }
-    }
     nexwire::host::HttpExecutorOptions options;
     options.baseAddress = server->Base();
     nexwire::NexwireInitParams params;
     params.executor = new nexwire::host::HttpRequestExecutor(options);
     nexwire::NexwireInit(params);
+    WriteFile(name, 100); // What a first exchange loads is not the upload's.
+    Own(name);
+    WriteFile(name, kTotal);
     double held = 0;
     std::vector<double> ratios;
     std::vector<double> own;
     for (auto _ : state) {
         std::ofstream("/proc/self/clear_refs") << "5";
         const double before = StatusMiB("VmRSS:");
-        const auto progress = std::make_shared<int>(0);
-        std::string guid;
-        std::string answer;
         const Clock::time_point start = Clock::now();
-        const bool mine = nexwire::FileImportEventComm::requestUpload(progress, guid, name, answer);
+        const bool mine = Own(name);
         const Clock::time_point middle = Clock::now();
         held = std::max(held, StatusMiB("VmHWM:") - before);
         const bool theirs = Bare(server->Base() + "/7730/v1/deviceManagement/uploadFile", name);
         const std::chrono::duration<double> first = middle - start;
         const std::chrono::duration<double> second = Clock::now() - middle;
-        if (!mine || !theirs || *progress != 100) {
+        if (!mine || !theirs) {
             state.SkipWithError("an upload failed");
             break;
         }

@@ -235,6 +235,11 @@ constexpr Field MakeField(const char* key, std::size_t offset)
             MemberKind<Member>::kind};
 }
 
+constexpr std::size_t RoundUp(std::size_t size, std::size_t align)
+{
+    return (size + align - 1) / align * align;
+}
+
 /// Whether the fields cover a structure from the end of its base to the filter that stands last in it, without a
 /// gap wider than alignment asks for. (What alignment padding could hide, the sweep over all structures finds.)
 template <class T>
@@ -245,15 +250,14 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
                                     protocol::IReturnData>;
     std::size_t position = sizeof(Base) - sizeof(Filter);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t align = fields[i].align;
-        position = (position + align - 1) / align * align;
+        position = RoundUp(position, fields[i].align);
         if (fields[i].offset != position) {
             return false;
         }
         position += fields[i].size;
     }
-    const std::size_t align = alignof(Filter);
-    return (position + align - 1) / align * align + sizeof(Filter) == sizeof(T);
+    // Where 64-bit numbers have a wider alignment than pointers, the filter may not end the structure.
+    return RoundUp(RoundUp(position, alignof(Filter)) + sizeof(Filter), alignof(T)) == sizeof(T);
 }
 
 } // namespace core

@@ -251,11 +251,11 @@ void EraseFile(Handling& handling, const std::string& plan, std::string_view ide
     handling.store.Erase(kFiles, key);
 }
 
-bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes)
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes, bool closed)
 {
     const std::string key = plan + "?" + std::string(upload);
     const Json file = handling.Load(kFiles, key);
-    if (!file.IsObject() || !AsBool(Member(file, "complete"))) {
+    if (!file.IsObject() || (closed && !AsBool(Member(file, "complete")))) {
         return false;
     }
     bytes = Stored(handling, key, file, 0, AsInt(Member(file, "size")));

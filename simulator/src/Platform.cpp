@@ -8,7 +8,6 @@
 
 #include "src/Clock.h"
 #include "src/HttpServer.h"
-#include "src/OperationLog.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -91,7 +90,7 @@ public:
             AddAlarms(services, options_.alarmsPerMinute);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
-            AddAttendance(services);
+            AddAttendance(services, options_.timeScale);
             AddStatistics(services);
             AddPersonnel(services);
             AddCredentials(services);
@@ -106,8 +105,8 @@ public:
             AddRelease(services, options_.timeScale);
             AddMaps(services);
             SeedUsers(*store_, *cipher);
-            log_ = std::make_unique<OperationLog>(*store_, *description_);
-            engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
+            PrepareLog(*store_);
+            engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services), NoteInLog);
             engine_->Seed();
             EquipDevices(*store_);
         } catch (const std::exception& failure) {
@@ -118,7 +117,7 @@ public:
         try {
             auto server = std::make_unique<HttpServer>(
                 HttpServer::Settings{options_.port, options_.threads, options_.bodyLimit, options_.idleSeconds},
-                [this](const Request& request) { return Handle(request); },
+                [this](const Request& request) { return engine_->Handle(request); },
                 [this](const HttpServer::Done& done) { Observe(done); });
             server->Start();
             port_ = server->Port();
@@ -136,7 +135,6 @@ public:
         server_.reset();
         port_ = 0;
         engine_.reset();
-        log_.reset();
         store_.reset();
         description_.reset();
     }
@@ -145,13 +143,6 @@ public:
     std::uint64_t Count() const { return count_; }
 
 private:
-    Answer Handle(const Request& request)
-    {
-        Answer answer = engine_->Handle(request);
-        log_->Note(request, answer, options_.now());
-        return answer;
-    }
-
     void Observe(const HttpServer::Done& done)
     {
         ++count_;
@@ -165,7 +156,6 @@ private:
     Options options_;
     std::unique_ptr<Description> description_;
     std::unique_ptr<Store> store_;
-    std::unique_ptr<OperationLog> log_;
     std::unique_ptr<Engine> engine_;
     std::unique_ptr<HttpServer> server_;
     std::atomic<std::uint16_t> port_{0};

@@ -317,7 +317,7 @@ TEST_F(Building, AFileOfEventsIsImportedLineByLine)
     std::string text = "alarmType,alarmTime,alarmLevel,deviceGuid,description\r\n";
     for (int i = 0; i < 9; ++i) {
         text += "motion,2024-01-01T08:0" + std::to_string(i) + ":00+00:00,3," + kRecorder + "," +
-                std::string(150000, 'm') + "\r\n";
+                std::string(1000, 'm') + "\r\n";
     }
     const std::string file = folder.Write("events.csv", text + "broken\r\n");
     const auto progress = std::make_shared<int>(0);
@@ -347,7 +347,7 @@ TEST_F(Building, AFileOfEventsIsImportedLineByLine)
     EXPECT_EQ(logs.total, 7);
     ASSERT_EQ(logs.alarmLogList.size(), 2U);
     EXPECT_EQ(logs.alarmLogList[0].alarmTime, "2024-01-01T08:02:00+00:00");
-    EXPECT_EQ(logs.alarmLogList[0].description.size(), 150000U);
+    EXPECT_EQ(logs.alarmLogList[0].description.size(), 1000U);
 }
 
 class Restless : public Building {
