@@ -3,7 +3,6 @@
 #include "src/Clock.h"
 #include "src/Equipment.h"
 #include "src/Fields.h"
-#include "src/Picture.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -237,7 +236,7 @@ void AddPicture(Handling& handling, const std::string& log, const std::string& c
                       .Text("captureTime", time)
                       .Text("storageGuid", kStorage)
                       .Text("picUrl", "/alarms/" + guid + ".png")
-                      .Number("pictureSize", static_cast<std::int64_t>(Snapshot(guid, false).size()))
+                      .Number("pictureSize", static_cast<std::int64_t>(Picture(guid, false).size()))
                       .Text("_log", log)
                       .Take());
 }
@@ -323,7 +322,7 @@ void ShowPicture(Handling& handling)
     handling.Need(*handling.description.FindCollection(kPictures), guid);
     Answer answer;
     answer.type = "image/png";
-    answer.body = Snapshot(guid, AsBool(Member(body, "thumbnail")));
+    answer.body = Picture(guid, AsBool(Member(body, "thumbnail")));
     handling.bytes = std::move(answer);
 }
 

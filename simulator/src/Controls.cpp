@@ -3,7 +3,6 @@
 #include "src/Clock.h"
 #include "src/Equipment.h"
 #include "src/Fields.h"
-#include "src/Picture.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -325,7 +324,7 @@ void Capture(Handling& handling)
     NeedPart(handling, PartOf("channels"), device, handling.identifiers[1]);
     Answer answer;
     answer.type = "image/png";
-    answer.body = Snapshot(handling.identifiers[1] + IsoTime(handling.nowMs), false);
+    answer.body = Picture(handling.identifiers[1] + IsoTime(handling.nowMs), false);
     handling.bytes = std::move(answer);
 }
 

@@ -58,4 +58,7 @@ void Raise(Handling& handling, const Event& event);
 /// Notes the end of the alarms of a source that last.
 void EndAlarms(Handling& handling, std::string_view source);
 
+/// A PNG picture of its own for each text.
+std::string Picture(std::string_view about, bool small);
+
 } // namespace nexwire::simulator

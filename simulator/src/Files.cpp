@@ -2,7 +2,7 @@
 #include <charconv>
 
 #include "src/Base64.h"
-#include "src/Picture.h"
+#include "src/Drawing.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 

@@ -11,7 +11,7 @@
 namespace nexwire::simulator {
 namespace {
 
-constexpr const char* kRadars = "radars";
+constexpr const char* kRadars = "radarStates";
 constexpr double kArmingMs = 3000.0;
 constexpr double kLandformsMs = 20000.0;
 constexpr double kEnvironmentMs = 60000.0;

@@ -2,8 +2,8 @@
 
 #include "src/Base64.h"
 #include "src/Clock.h"
+#include "src/Drawing.h"
 #include "src/Fields.h"
-#include "src/Picture.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -382,7 +382,7 @@ void ScreenShot(Handling& handling)
             const std::int64_t asked = AsInt(Member(*handling.body, side));
             return static_cast<int>(asked > 0 ? asked : AsInt(Member(terminal, side), 1));
         };
-        const Picture picture = DrawScreen(playing, pixels("width"), pixels("height"));
+        const Drawing picture = DrawScreen(playing, pixels("width"), pixels("height"));
         const bool png = AsText(Member(*handling.body, "pictureFormat")) == "png";
         Fields(handling.data, handling.Memory()).Text("screenShot", ToBase64(png ? picture.Png() : picture.Jpeg()));
         return;
@@ -404,6 +404,25 @@ void ShareKey(Handling& handling)
     handling.Define("results", std::move(missed));
     Compose(handling);
     Fields(handling.data, handling.Memory()).Text("status", kSuccess);
+}
+
+/// Whether a device stands at an address already.
+void Exists(Handling& handling)
+{
+    Allocator& memory = handling.Memory();
+    const std::string address = handling.NeedText(*handling.body, "address");
+    const std::int64_t port = AsInt(Member(*handling.body, "port"));
+    std::string found;
+    handling.Each({kDevices, {{"address", Test::kEquals, StoreValue(address)}}},
+                  [&](const std::string& key, Json& device) {
+                      found = AsInt(Member(device, "port"), port) == port ? key : found;
+                  });
+    Json result(rapidjson::kObjectType);
+    Fields(result, memory)
+        .Flag("existed", !found.empty())
+        .Number("existedType", found.empty() ? 0 : 1)
+        .Text("deviceGuid", found);
+    Fields(handling.data, memory).Value("deviceExistedResult", std::move(result));
 }
 
 /// Back to how the device left the factory.
@@ -495,6 +514,7 @@ void AddRelease(Services& services, double timeScale)
     services["release.cancel"] = Cancel;
     services["release.screenShot"] = ScreenShot;
     services["release.shareKey"] = ShareKey;
+    services["release.exists"] = Exists;
 }
 
 } // namespace nexwire::simulator

@@ -54,11 +54,11 @@ void AddFiles(Services& services);
 bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes,
               bool closed = true);
 
-/// The bytes of the file that was written last under that plan; empty when there is none.
-std::string LastFile(Handling& handling, const std::string& plan);
-
 /// Removes the file of a plan whose path has that one identifier.
 void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier);
+
+/// The bytes of the file that was written last under that plan; empty when there is none.
+std::string LastFile(Handling& handling, const std::string& plan);
 
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.

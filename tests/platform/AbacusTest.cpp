@@ -145,4 +145,25 @@ TEST(Abacus, WhatIsNotTheDocumentIsRefusedAndChangesNothing)
     EXPECT_FALSE(user.userNum.given);
 }
 
+TEST(Abacus, LargeDocumentsAreReadInTimeThatGrowsWithThem)
+{
+    // As large as is taken: a list, words without end, and elements that nobody knows.
+    constexpr std::size_t kCount = 40000;
+    std::string windows;
+    std::string words;
+    std::string strangers;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        windows += "<window><num min=\"1\" max=\"" + std::to_string(i) + "\"/></window>";
+        words += "w" + std::to_string(i) + ",";
+        strangers += "<x" + std::to_string(i) + "/>";
+    }
+    Abacus::Page page;
+    ASSERT_TRUE(page.Parse("<Page><windowList>" + windows + "</windowList><playMode options=\"" + words + "\"/>" +
+                           strangers + "</Page>"));
+    ASSERT_EQ(page.windowList.size(), kCount);
+    EXPECT_EQ(page.windowList.back().num.max, static_cast<std::int64_t>(kCount) - 1);
+    EXPECT_EQ(page.playMode.options.size(), kCount);
+    EXPECT_TRUE(page.playMode.Offer("w39999"));
+}
+
 } // namespace

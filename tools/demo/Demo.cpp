@@ -27,6 +27,7 @@
 #include "tools/demo/DeviceChapter.h"
 #include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/PersonnelChapter.h"
+#include "tools/demo/ReleaseChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -208,6 +209,7 @@ public:
             RunChapter("The platform itself: users, network, views, log", RunFrameworkChapter);
             RunChapter("Personnel: a tree, a list, a face, a visitor", RunPersonnelChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
+            RunChapter("Signage and maps: a release server, a program, a large picture", RunReleaseChapter);
         }
         VideoWall();
         Failures();

@@ -9,10 +9,10 @@
 namespace nexwire::simulator {
 
 /// A picture of squares of 8 pixels, in the 16 colours of a palette of its own; as much as a drawing needs.
-class Picture {
+class Drawing {
 public:
     /// @param width, height  pixels, from 1.
-    Picture(int width, int height);
+    Drawing(int width, int height);
 
     int Columns() const { return columns_; }
     int Rows() const { return rows_; }
@@ -37,10 +37,8 @@ private:
 };
 
 /// Walls and rooms, always the same for a name.
-Picture DrawPlan(std::string_view name, int width, int height);
+Drawing DrawPlan(std::string_view name, int width, int height);
 /// A stripe for each of the names, in the order given, always the same for the same names; dark without any.
-Picture DrawScreen(const std::vector<std::string>& names, int width, int height);
-/// What a camera sees, as PNG: always the same for the same text. @param small  a thumbnail.
-std::string Snapshot(std::string_view about, bool small);
+Drawing DrawScreen(const std::vector<std::string>& names, int width, int height);
 
 } // namespace nexwire::simulator
