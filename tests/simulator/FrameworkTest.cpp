@@ -196,9 +196,12 @@ TEST(FrameworkFileTest, NothingSecretStandsInTheDatabaseTheLogOrAnAnswer)
         const std::string check =
             R"({"checkAnswer":{"userName":"admin","password":")" + fresh + R"(","answerList":[]}})";
         EXPECT_EQ(send("POST", kFramework + "checkPassword", check).Print("/data/checkAnswerResult/isPassed"), "true");
-        send("PUT", "deviceManagement/setToken",
-             R"({"cloudP2PAccountInfo":{"account":"site","password":"Moonlight-77","countryCode":"NO",)"
-             R"("serverAddress":"","token":"t"}})");
+        for (const char* path : {"deviceManagement/setToken", "deviceManagement/cloudP2P/accounts"}) {
+            const Reply login = send("PUT", path,
+                                     R"({"cloudP2PAccountInfo":{"account":"site","password":"Moonlight-77",)"
+                                     R"("countryCode":"NO","serverAddress":"","token":"t"}})");
+            EXPECT_EQ(login.Code(), "0-0") << path;
+        }
         send("POST", kFramework + "users", {});
         send("PUT", kInternal + "userInfo", {});
         send("POST", "log/logs", R"({"logCodition":{"pageNo":1,"pageSize":1000}})");
