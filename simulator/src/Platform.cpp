@@ -81,7 +81,7 @@ public:
             AddDeviceTexts(services);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
-            AddAttendance(services);
+            AddAttendance(services, options_.timeScale);
             AddStatistics(services);
             AddPersonnel(services);
             AddCredentials(services);

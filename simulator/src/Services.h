@@ -30,11 +30,14 @@ void AddJobs(Services& services, double timeScale);
 /// Bytes that come and go: "files".
 void AddFiles(Services& services);
 
-/// The bytes of a file that was uploaded whole under that plan and identifier; false when there is none.
-bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes);
+/// The bytes of a file that was uploaded under that plan and identifier; false when there is none.
+/// @param closed  only one that was uploaded to its end; false for uploads that do not tell their end.
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes,
+              bool closed = true);
 
 /// Arrangements, clock records and what they come to.
-void AddAttendance(Services& services);
+/// @param timeScale  as with `AddDownloads`.
+void AddAttendance(Services& services, double timeScale);
 
 /// Figures that are made up and add up: people, alarms, heat maps.
 void AddStatistics(Services& services);
