@@ -23,9 +23,9 @@ struct Source {
 
 constexpr Source kSources[] = {
     {"devices", "name", "", 1},
-    {"channels", "channelName", "channelNo", 2},
-    {"alarmInputs", "alarmInName", "alarmInNo", 3},
-    {"alarmOutputs", "alarmOutName", "alarmOutNo", 4},
+    {"channels", "name", "channelNo", 2},
+    {"alarmInputs", "name", "alarmInputNo", 3},
+    {"alarmOutputs", "name", "alarmOutputNo", 4},
     {"controlPoints", "objectName", "objectNo", 5},
     {"cardReaders", "name", "readerNo", 6},
 };
