@@ -29,7 +29,7 @@ _nexwire()
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
             return
             ;;
-        --server | --proxy | --header | --timeout | --port | --wall-port | --time-scale)
+        --server | --proxy | --header | --timeout | --port | --wall-port | --time-scale | --alarms)
             return
             ;;
     esac
@@ -45,7 +45,7 @@ _nexwire()
             list) options+=' --names' ;;
             describe) options+=' --arguments' ;;
             call) options+=' --body --server --db --dry-run --compact --header --timeout --ca --insecure --proxy --record --replay' ;;
-            platform) options+=' --port --wall-port --db --time-scale --coverage --verbose' ;;
+            platform) options+=' --port --wall-port --db --time-scale --alarms --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;
             reference) options+=' --html' ;;

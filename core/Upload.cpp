@@ -9,6 +9,8 @@ namespace nexwire {
 namespace {
 
 constexpr const char* kBoundary = "-----------------------------7e231b2b250806";
+constexpr const char* kLastBoundary = "-------------------------------7e231b2b250806--\r\n";
+constexpr std::size_t kRoomBehind = 64; ///< For the last boundary.
 
 /// Other threads may read it while it changes; a plain int is what the interface gives.
 void Store(const std::shared_ptr<std::int32_t>& progress, std::uint64_t percent)
@@ -49,27 +51,47 @@ public:
     {
     }
 
-    /// @param slice  null for the closing request.
-    bool Send(std::int64_t number, const std::string* slice, RspInfos& answer)
+    /// Reads the next slice to where it is sent from, so that there is one in memory and not two.
+    bool Read(Keel::FileUtil::CFileSlice& reader, std::int64_t number)
     {
         std::string& body = request_.body;
-        body.clear();
-        if (upload_.numbered) {
-            body.append("--").append(kBoundary).append("\r\nContent-Disposition: form-data; name=\"index\"\r\n\r\n");
-            body.append(std::to_string(number)).append("\r\n");
+        const std::string head = NumberPart(number) + fileHead_;
+        body.reserve(head.size() + reader.SliceSize() + kRoomBehind);
+        if (body.size() < head.size()) {
+            body.resize(head.size());
         }
-        if (slice != nullptr) {
-            body.append(fileHead_).append(*slice).append("\r\n");
+        if (reader.ReadNextBehind(body, head.size()) != Keel::FileUtil::SliceResult::Slice) {
+            return false;
         }
-        body.append("--").append(kBoundary).append("--\r\n");
+        size_ = body.size() - head.size();
+        std::copy(head.begin(), head.end(), body.begin());
+        body.append("\r\n").append(kLastBoundary);
+        return true;
+    }
+
+    std::uint64_t Size() const { return size_; } ///< Of the slice that was read last.
+
+    void Close() { request_.body = NumberPart(-1) + kLastBoundary; }
+
+    bool Send(RspInfos& answer)
+    {
         answer = RspInfos();
         return core::Execute(answer, request_, true);
     }
 
 private:
+    std::string NumberPart(std::int64_t number) const
+    {
+        return !upload_.numbered
+                   ? std::string()
+                   : std::string("--") + kBoundary + "\r\nContent-Disposition: form-data; name=\"index\"\r\n\r\n" +
+                         std::to_string(number) + "\r\n";
+    }
+
     const Upload& upload_;
     RequestParams request_; ///< The same for all slices but for its body.
     std::string fileHead_;
+    std::uint64_t size_ = 0;
 };
 
 } // namespace
@@ -79,36 +101,33 @@ bool UploadInSlices(const Path& path, const Upload& upload, std::string* uploadG
 {
     return core::Guard([&] {
         Keel::FileUtil::CFileSlice reader;
-        std::string slice;
-        if (!reader.Open(file) || reader.ReadNext(slice) != Keel::FileUtil::SliceResult::Slice) {
+        if (!reader.Open(file) || reader.SliceCount() == 0) {
             return false;
         }
         const std::uint64_t size = reader.FileSize();
         const std::uint64_t count = reader.SliceCount();
-        std::string query = "totalBytes=" + std::to_string(size);
-        if (uploadGuid != nullptr) {
-            *uploadGuid = Keel::GuidUtil::CreateGuid();
-            query = "uploadGuid=" + *uploadGuid;
-        }
-        Slices slices(path, upload, file, query);
+        const std::string guid = uploadGuid == nullptr ? std::string() : Keel::GuidUtil::CreateGuid();
+        Slices slices(path, upload, file,
+                      uploadGuid == nullptr ? "totalBytes=" + std::to_string(size) : "uploadGuid=" + guid);
         std::uint64_t sent = 0;
         RspInfos last;
-        for (std::uint64_t number = 1;; ++number) {
-            if (!slices.Send(static_cast<std::int64_t>(number), &slice, last)) {
+        for (std::uint64_t number = 1; number <= count; ++number) {
+            if (!slices.Read(reader, static_cast<std::int64_t>(number))) {
                 return false;
             }
-            sent += slice.size();
+            if (uploadGuid != nullptr && number == 1) {
+                *uploadGuid = guid;
+            }
+            if (!slices.Send(last)) {
+                return false;
+            }
+            sent += slices.Size();
             const bool done = number == count && !upload.closing;
             Store(progress, done ? 100 : std::min<std::uint64_t>(sent * 100 / size, 99));
-            if (number == count) {
-                break;
-            }
-            if (reader.ReadNext(slice) != Keel::FileUtil::SliceResult::Slice) {
-                return false;
-            }
         }
         if (upload.closing) {
-            if (!slices.Send(-1, nullptr, last)) {
+            slices.Close();
+            if (!slices.Send(last)) {
                 return false;
             }
             Store(progress, 100);

@@ -52,6 +52,7 @@ struct PlatformOptions {
     std::uint16_t port = 0;
     std::string database;
     double timeScale = 1.0;
+    double alarmsPerMinute = 0.0;
     bool verbose = false;
     bool wall = false; ///< Run the video wall service, too.
     std::uint16_t wallPort = 0;

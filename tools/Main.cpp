@@ -127,6 +127,9 @@ private:
         platform->add_option("--time-scale", platform_.timeScale, "How fast devices work; 100: a hundred times")
             ->check(CLI::PositiveNumber)
             ->capture_default_str();
+        platform->add_option("--alarms", platform_.alarmsPerMinute, "Alarms a minute that happen by themselves")
+            ->check(CLI::NonNegativeNumber)
+            ->capture_default_str();
         CLI::Option* const wall = platform->add_option(
             "--wall-port", platform_.wallPort,
             "Run the video wall service, too, on this port; its address is printed behind the other");

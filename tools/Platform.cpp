@@ -51,6 +51,7 @@ int RunPlatform(const PlatformOptions& options)
     own.port = options.port;
     own.databasePath = options.database;
     own.timeScale = options.timeScale;
+    own.alarmsPerMinute = options.alarmsPerMinute;
     simulator::VideoWallService::Options wallOptions;
     wallOptions.port = options.wallPort;
     wallOptions.timeScale = options.timeScale;

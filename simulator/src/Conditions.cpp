@@ -63,6 +63,11 @@ public:
         Selection selection{collection_.name};
         selection.orderBy = collection_.orderBy;
         selection.descending = collection_.descending;
+        if (handling_.body != nullptr && handling_.body->IsObject()) {
+            const std::string by(AsText(Member(*handling_.body, "orderBy")));
+            selection.orderBy = collection_.Find(by) != nullptr ? by : selection.orderBy;
+            selection.descending = AsBool(Member(*handling_.body, "descending"), selection.descending);
+        }
         for (const FilterRule& rule : handling_.action->filters) {
             Filter(rule);
         }

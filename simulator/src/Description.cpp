@@ -491,7 +491,8 @@ void Description::LoadPlans(const Json& file, std::string& where, const char* ki
     ForMembers(Member(file, kind), [&](const std::string& name, const Json& entry) {
         where = base + ", " + name;
         if (job) {
-            OnlyMembers(entry, {"start", "progress", "stop", "items", "itemMs", "fail", "states", "done", "answer"});
+            OnlyMembers(entry,
+                        {"start", "progress", "stop", "items", "rows", "itemMs", "fail", "states", "done", "answer"});
         } else {
             OnlyMembers(entry, {"put", "close", "get", "type", "sample"});
         }

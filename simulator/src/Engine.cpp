@@ -79,6 +79,17 @@ const Action* Meant(const Endpoint& endpoint, const Json* body)
     return nullptr;
 }
 
+/// The end of an identifier that is too long for a path is the device's serial number, filled up with "$".
+void BySerialNumber(Handling& handling, std::string& guid)
+{
+    if (guid.empty() || guid.back() != '$') {
+        return;
+    }
+    const std::string serial = guid.substr(0, guid.find_last_not_of('$') + 1);
+    handling.store.Select({kDevices, {{"serialNo", Test::kEquals, StoreValue(serial)}}},
+                          [&](const std::string& key, const std::string&) { guid = key; });
+}
+
 } // namespace
 
 std::string NewGuid()
@@ -199,7 +210,8 @@ void Engine::Run(Handling& handling)
     handling.action = Meant(endpoint, handling.body);
     const bool adds = handling.action != nullptr && handling.action->role == Role::kAdd;
     if (endpoint.device && !(adds && handling.action->collection->name == kDevices)) {
-        const std::string& guid = handling.identifiers[*endpoint.device];
+        std::string& guid = handling.identifiers[*endpoint.device];
+        BySerialNumber(handling, guid);
         handling.Define("device", handling.Need(*handling.description.FindCollection(kDevices), guid));
     }
     if (handling.body != nullptr && endpoint.body != nullptr) {

@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* kFiles = "_files";
 constexpr const char* kSlices = "_slices";
+constexpr const char* kLast = "_lastFile"; ///< Of each plan.
 constexpr std::int64_t kUsualSize = 1024;
 
 std::int64_t Number(std::string_view text, std::int64_t otherwise)
@@ -117,6 +118,9 @@ void PutSlice(Handling& handling)
         slices.PushBack(Json(static_cast<std::int64_t>(bytes.size())), memory);
         const std::int64_t size = AsInt(Member(file, "size")) + static_cast<std::int64_t>(bytes.size());
         SetMember(file, "size", Json(size), memory);
+        Json last(rapidjson::kObjectType);
+        SetMember(last, "key", MakeText(key, memory), memory);
+        handling.Save(kLast, handling.action->planName, last);
         SetMember(file, "complete", Json(size >= Number(Parameter(handling, "totalBytes"), size + 1)), memory);
         handling.Save(kFiles, key, file);
     }
@@ -212,6 +216,14 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
     }
     bytes = Stored(handling, key, file, 0, AsInt(Member(file, "size")));
     return true;
+}
+
+std::string LastFile(Handling& handling, const std::string& plan)
+{
+    const Json last = handling.Load(kLast, plan);
+    const std::string key(AsText(Member(last, "key")));
+    const Json file = handling.Load(kFiles, key);
+    return file.IsObject() ? Stored(handling, key, file, 0, AsInt(Member(file, "size"))) : std::string();
 }
 
 void AddFiles(Services& services)

@@ -110,6 +110,9 @@ Json Value(Handling& handling, const WireMember& member, const View& view, std::
     if (member.kind == WireKind::kStructList && member.structure != nullptr) {
         Json list(rapidjson::kArrayType);
         for (std::int64_t i = 0; whole && i < view.total; ++i) {
+            if (BeginsWith(key, "fail") && StateOf(view, i) != kFailed) {
+                continue;
+            }
             list.PushBack(FillIn(handling, *member.structure, view, i), memory);
         }
         return list;
@@ -197,6 +200,44 @@ bool HandsOut(const WireStructure* result, const WireStructure* body)
            });
 }
 
+/// Hands over the lines of the file that came last as objects, by the names of its first line; null for one that does
+/// not fit.
+void Rows(Handling& handling, const std::string& plan, const std::function<void(const Json&)>& each)
+{
+    const std::string text = LastFile(handling, plan);
+    if (text.empty()) {
+        throw Refusal(Reason::kUnknownGuid, "no file has been uploaded");
+    }
+    const Json* done = Member(*handling.action->plan, "done");
+    const Collection* collection =
+        done == nullptr ? nullptr : handling.description.FindCollection(AsText(Member(*done, "collection")));
+    std::vector<std::string> names;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        std::vector<std::string> cells(1);
+        for (std::size_t at = begin; at < end; ++at) {
+            if (text[at] == ',') {
+                cells.emplace_back();
+            } else if (text[at] != '\r') {
+                cells.back() += text[at];
+            }
+        }
+        begin = end + 1;
+        if (names.empty()) {
+            names = cells;
+            continue;
+        }
+        Json row = cells.size() == names.size() ? Json(rapidjson::kObjectType) : Json();
+        for (std::size_t i = 0; row.IsObject() && i < cells.size(); ++i) {
+            const WireMember* member = collection == nullptr ? nullptr : collection->Find(names[i]);
+            const bool number = member != nullptr && member->IsNumber();
+            SetMember(row, names[i], number ? Json(std::atoi(cells[i].c_str())) : MakeText(cells[i], handling.Memory()),
+                      handling.Memory());
+        }
+        each(row);
+    }
+}
+
 void Start(Handling& handling, double timeScale)
 {
     Allocator& memory = handling.Memory();
@@ -219,13 +260,16 @@ void Start(Handling& handling, double timeScale)
         }
         SetMember(item, "guid", MakeText(own, memory), memory);
         Reason reason = OutOfReach(handling, own) == Reason::kDeviceOffline ? Reason::kDeviceOffline : Reason::kNone;
+        reason = element.IsNull() ? Reason::kWrongType : reason;
         for (const Json& number : Elements(fail)) {
             reason = AsInt(&number) == std::int64_t{items.Size()} + 1 ? Reason::kDeviceRefused : reason;
         }
         SetMember(item, "code", Json(static_cast<int>(reason)), memory);
         items.PushBack(item, memory);
     };
-    if (list != nullptr && list->IsArray()) {
+    if (const Json* rows = Member(plan, "rows")) {
+        Rows(handling, std::string(AsText(rows)), put);
+    } else if (list != nullptr && list->IsArray()) {
         for (const Json& element : list->GetArray()) {
             put(element);
         }
@@ -244,6 +288,9 @@ void Start(Handling& handling, double timeScale)
     }
     handling.Define("guid", MakeText(guid, memory));
     Compose(handling);
+    if (const Json* answer = Member(plan, "answer")) {
+        handling.data = handling.Fill(*answer);
+    }
 }
 
 std::string Locate(Handling& handling)
@@ -264,16 +311,25 @@ std::string Locate(Handling& handling)
 void Effect(Handling& handling, View& view, const std::string& key)
 {
     const Json* done = Member(*handling.action->plan, "done");
-    if (done == nullptr || view.through < view.total || AsBool(Member(view.job, "settled"))) {
+    const std::int64_t settled = AsInt(Member(view.job, "settled"));
+    if (done == nullptr || view.through <= settled) {
         return;
     }
     const std::string collection(AsText(Member(*done, "collection")));
-    for (std::int64_t i = 0; i < view.total; ++i) {
+    const bool add = AsBool(Member(*done, "add"));
+    for (std::int64_t i = settled; i < view.through; ++i) {
         const Json& item = (*Member(view.job, "items"))[static_cast<rapidjson::SizeType>(i)];
-        const std::string_view guid = AsText(Member(item, "guid"));
-        Json document = handling.Load(collection, guid);
+        const std::string guid = add ? NewGuid() : std::string(AsText(Member(item, "guid")));
+        Json document = add ? Copy(item, handling.Memory()) : handling.Load(collection, guid);
         if (StateOf(view, i) != kDone || !document.IsObject()) {
             continue;
+        }
+        handling.Name("item", item);
+        if (add) {
+            document.RemoveMember("guid");
+            document.RemoveMember("code");
+            SetMember(document, handling.description.FindCollection(collection)->key, MakeText(guid, handling.Memory()),
+                      handling.Memory());
         }
         const Json values = handling.Fill(*Member(*done, "set"));
         for (const auto& member : values.GetObject()) {
@@ -281,7 +337,7 @@ void Effect(Handling& handling, View& view, const std::string& key)
         }
         handling.Save(collection, guid, document);
     }
-    SetMember(view.job, "settled", Json(true), handling.Memory());
+    SetMember(view.job, "settled", Json(view.through), handling.Memory());
     handling.Save(kJobs, key, view.job);
 }
 
@@ -299,6 +355,7 @@ void Stop(Handling& handling)
 {
     const std::string key = Locate(handling);
     View view = Look(handling, key);
+    Effect(handling, view, key);
     if (view.state == kRunning) {
         SetMember(view.job, "stoppedMs", Json(handling.nowMs), handling.Memory());
         handling.Save(kJobs, key, view.job);

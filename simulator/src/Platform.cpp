@@ -69,6 +69,10 @@ public:
             error = "the time scale must be more than 0";
             return false;
         }
+        if (!(options_.alarmsPerMinute >= 0.0)) {
+            error = "the rate of alarms must not be less than 0";
+            return false;
+        }
         try {
             description_ = std::make_unique<Description>(EmbeddedDocument(), EmbeddedResources());
             store_ = std::make_unique<Store>();
@@ -79,6 +83,9 @@ public:
             AddDownloads(services, options_.timeScale);
             AddDeviceChannel(services, *description_);
             AddDeviceTexts(services);
+            AddDevices(services, cipher, options_.timeScale);
+            AddControls(services, options_.timeScale);
+            AddAlarms(services, options_.alarmsPerMinute);
             AddJobs(services, options_.timeScale);
             AddFiles(services);
             AddAttendance(services, options_.timeScale);
@@ -97,6 +104,7 @@ public:
             PrepareLog(*store_);
             engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services), NoteInLog);
             engine_->Seed();
+            EquipDevices(*store_);
         } catch (const std::exception& failure) {
             error = failure.what();
             Stop();

@@ -316,9 +316,10 @@ void Present(Handling& handling, const std::string& key, Json& document)
 Reason OutOfReach(Handling& handling, std::string_view guid)
 {
     const Json device = handling.Load(kDevices, guid);
-    return device.IsNull()                      ? Reason::kUnknownDevice
-           : AsBool(Member(device, "_offline")) ? Reason::kDeviceOffline
-                                                : Reason::kNone;
+    const bool restarting = AsInt(Member(device, "_backMs")) > handling.nowMs;
+    return device.IsNull()                                    ? Reason::kUnknownDevice
+           : AsBool(Member(device, "_offline")) || restarting ? Reason::kDeviceOffline
+                                                              : Reason::kNone;
 }
 
 void Reach(Handling& handling)

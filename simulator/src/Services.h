@@ -24,6 +24,16 @@ void AddDeviceChannel(Services& services, const Description& description);
 /// Texts that the platform relays to devices as they are: "kestrel" and "netsdk".
 void AddDeviceTexts(Services& services);
 
+/// Devices and what they have. @param timeScale  as with `AddDownloads`.
+void AddDevices(Services& services, std::shared_ptr<const Cipher> cipher, double timeScale);
+/// Channels, inputs, outputs and the like of the devices that a store is seeded with.
+void EquipDevices(Store& store);
+/// What outputs, relays, partitions and zones do when they are told to; presets, snapshots.
+void AddControls(Services& services, double timeScale);
+
+/// Alarms with their pictures, links and templates. @param perMinute  how many happen by themselves; 0: none.
+void AddAlarms(Services& services, double perMinute);
+
 /// Work that takes time: "jobs".
 void AddJobs(Services& services, double timeScale);
 
@@ -34,6 +44,9 @@ void AddFiles(Services& services);
 /// @param closed  only one that was uploaded to its end; false for uploads that do not tell their end.
 bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes,
               bool closed = true);
+
+/// The bytes of the file that was written last under that plan; empty when there is none.
+std::string LastFile(Handling& handling, const std::string& plan);
 
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.

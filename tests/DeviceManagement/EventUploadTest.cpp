@@ -1,5 +1,6 @@
-#include <cstdio>
+#include <cstdlib>
 #include <fstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
 #include <keel/Error.h>
@@ -23,6 +24,12 @@ using test_support::Reply;
 
 constexpr std::size_t kSlice = Keel::FileUtil::CFileSlice::kDefaultSliceBytes;
 const std::string kDone = R"({"code":"0-0","msg":"taken"})";
+
+[[maybe_unused]] std::string Bytes(const std::string& name)
+{
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 /// An upload of four slices through the ready-made transport to a real socket.
 class EventUpload : public testing::Test {
@@ -75,6 +82,27 @@ TEST_F(EventUpload, ArrivesInSlicesUnderOneIdentifier)
     EXPECT_EQ(*progress, 100);
     EXPECT_EQ(LastExchange().message, "taken");
 }
+
+#ifdef NEXWIRE_MULTIPART_READER
+TEST_F(EventUpload, AMultipartParserOfOthersReadsEverySlice)
+{
+    file = folder.Write("door \"1\".csv", content);
+    ASSERT_TRUE(Send());
+    std::string bodies;
+    for (const RawRequest& request : server.Requests()) {
+        bodies += " '" + folder.Write("body" + std::to_string(bodies.size()), request.body) + "'";
+    }
+    const std::string read = folder.Write("read", "");
+    const std::string parts = folder.Write("parts", "");
+    const std::string command = std::string(NEXWIRE_MULTIPART_READER) + " '" +
+                                server.Requests().front().Value("Content-Type") + "' '" + read + "'" + bodies + " > '" +
+                                parts + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    EXPECT_TRUE(Bytes(read) == content);
+    const std::string part = "file door %221%22.csv text/csv\n";
+    EXPECT_EQ(Bytes(parts), part + part + part + part);
+}
+#endif
 
 TEST_F(EventUpload, ARefusedThirdSliceEndsItWithTheServersWord)
 {

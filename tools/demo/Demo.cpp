@@ -25,6 +25,7 @@
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
 #include "tools/demo/FrameworkChapter.h"
+#include "tools/demo/DeviceChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
@@ -200,6 +201,7 @@ public:
             Wiegand();
             Device();
             RunChapter("The platform itself: users, network, views, log", RunFrameworkChapter);
+            RunChapter("Devices: a camera, a panel, an alarm, a file of events", RunDeviceChapter);
             RunChapter("Attendance: a shift, clock records, a month", RunAttendanceChapter);
         }
         VideoWall();

@@ -21,6 +21,9 @@ bool EndsAreTakenOnTrust()
     return openSsl;
 }
 
+constexpr std::size_t kLeastPiece = 64U * 1024U; // libcurl's own.
+constexpr std::size_t kMostPiece = 1024U * 1024U;
+
 // libcurl says the same for a line that is too long and for memory that has run out.
 bool MemoryIsThere()
 {
@@ -78,7 +81,10 @@ bool Connection::SetMethod(const std::string& verb, const std::string* body)
 {
     // Whatever carries a body or declares an empty one is a POST under another verb to libcurl.
     if (body != nullptr) {
-        return Set(CURLOPT_POST, 1L) && Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size())) &&
+        // Large bodies leave in large pieces; libcurl holds one of them beside the body.
+        const long piece = static_cast<long>(std::clamp(body->size(), kLeastPiece, kMostPiece));
+        return Set(CURLOPT_UPLOAD_BUFFERSIZE, piece) && Set(CURLOPT_POST, 1L) &&
+               Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size())) &&
                Set(CURLOPT_POSTFIELDS, body->data()) && Set(CURLOPT_CUSTOMREQUEST, verb.c_str());
     }
     return Set(CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t{0}) && Set(CURLOPT_POSTFIELDS, "") &&

@@ -116,6 +116,16 @@ std::uint64_t CFileSlice::SliceCount() const
 
 bool CFileSlice::ReadSlice(std::uint64_t index, std::string& slice)
 {
+    std::string bytes;
+    if (!ReadBehind(index, bytes, 0)) {
+        return false;
+    }
+    slice.swap(bytes);
+    return true;
+}
+
+bool CFileSlice::ReadBehind(std::uint64_t index, std::string& text, std::size_t at)
+{
     if (!m_impl) {
         Error::SetLastError({Error::kKeelModule, kFileNotOpen, "no file is open"});
         return false;
@@ -128,11 +138,11 @@ bool CFileSlice::ReadSlice(std::uint64_t index, std::string& slice)
     const std::uint64_t offset = index * file.sliceSize;
     const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(file.sliceSize, file.fileSize - offset));
 
-    std::string bytes(wanted, '\0');
+    text.resize(at + wanted);
     file.stream.clear();
     errno = 0;
     file.stream.seekg(static_cast<std::streamoff>(offset));
-    file.stream.read(&bytes[0], static_cast<std::streamsize>(wanted));
+    file.stream.read(&text[at], static_cast<std::streamsize>(wanted));
     const auto got = static_cast<std::uint64_t>(file.stream.gcount());
     if (got < wanted) {
         if (file.stream.eof()) {
@@ -142,7 +152,6 @@ bool CFileSlice::ReadSlice(std::uint64_t index, std::string& slice)
         }
         return Fail(kFileReadFailed, file.path, Reason(errno));
     }
-    slice.swap(bytes);
     file.next = index + 1;
     return true;
 }
@@ -153,6 +162,14 @@ SliceResult CFileSlice::ReadNext(std::string& slice)
         return SliceResult::End;
     }
     return ReadSlice(m_impl ? m_impl->next : 0, slice) ? SliceResult::Slice : SliceResult::Failed;
+}
+
+SliceResult CFileSlice::ReadNextBehind(std::string& text, std::size_t at)
+{
+    if (m_impl && m_impl->next == m_impl->SliceCount()) {
+        return SliceResult::End;
+    }
+    return ReadBehind(m_impl ? m_impl->next : 0, text, at) ? SliceResult::Slice : SliceResult::Failed;
 }
 
 } // namespace FileUtil

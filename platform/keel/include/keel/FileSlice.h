@@ -62,8 +62,14 @@ public:
     /// after `Failed` the same slice is next again.
     SliceResult ReadNext(std::string& slice);
 
+    /// The same without a copy: the slice goes behind the first `at` bytes of `text`, in place of what stood there. A
+    /// text that is used again for the next slice keeps its memory. Unless the result is `Slice`, what stands behind
+    /// these bytes is not defined.
+    SliceResult ReadNextBehind(std::string& text, std::size_t at);
+
 private:
     struct Impl;
+    bool ReadBehind(std::uint64_t index, std::string& text, std::size_t at);
     std::unique_ptr<Impl> m_impl;
 };
 
