@@ -24,8 +24,8 @@
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
 #include "tools/demo/BadServer.h"
-#include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/DeviceChapter.h"
+#include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
