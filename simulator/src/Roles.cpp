@@ -318,6 +318,29 @@ void Recall(Handling& handling)
     handling.Define("doc", std::move(document));
 }
 
+namespace {
+
+/// Passwords that nothing needs are not kept.
+void BlankPasswords(Json& value)
+{
+    if (value.IsArray()) {
+        for (Json& element : value.GetArray()) {
+            BlankPasswords(element);
+        }
+    } else if (value.IsObject()) {
+        for (auto& member : value.GetObject()) {
+            const std::string_view name = AsText(&member.name);
+            if (member.value.IsString() && (EndsWith(name, "password") || EndsWith(name, "pwd"))) {
+                member.value.SetString("");
+            } else {
+                BlankPasswords(member.value);
+            }
+        }
+    }
+}
+
+} // namespace
+
 void KeepOrSample(Handling& handling)
 {
     const Endpoint& endpoint = handling.endpoint;
@@ -339,6 +362,7 @@ void KeepOrSample(Handling& handling)
         } else {
             SetMember(kept, endpoint.root, Copy(*handling.body, memory), memory);
         }
+        BlankPasswords(kept);
         handling.Save(kKept, key, kept);
     }
     if (endpoint.result == nullptr) {

@@ -92,7 +92,7 @@ void CheckValue(const WireMember& member, const Json& value, const std::string& 
     if (nothing && (condition || (value.IsString() && member.mayBeEmpty))) {
         return;
     }
-    // Passwords may arrive encrypted, whatever their length was.
+    // How long a password is cannot be told from its enciphered form.
     const bool measured = value.IsString() && !EndsWith(member.key, "password");
     const bool fits = Known(member, value) && Within(member, value) &&
                       (!measured || Long(member.leastCharacters, member.mostCharacters, Characters(AsText(&value))));
