@@ -44,7 +44,7 @@ _nexwire()
         case $command in
             list) options+=' --names' ;;
             describe) options+=' --arguments' ;;
-            call) options+=' --body --server --db --dry-run --compact --header --timeout --ca --insecure --proxy --record --replay' ;;
+            call) options+=' --body --server --db --dry-run --compact --pages --follow --header --timeout --ca --insecure --proxy --record --replay' ;;
             platform) options+=' --port --wall-port --db --time-scale --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;

@@ -2,6 +2,7 @@
 #include <chrono>
 #include <iostream>
 #include <memory>
+#include <thread>
 
 #include <keel/Error.h>
 #include <keel/Log.h>
@@ -18,6 +19,7 @@
 #include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
 #include "tools/Example.h"
+#include "tools/Repeat.h"
 #include "tools/Secrets.h"
 #include "tools/Verbs.h"
 
@@ -128,11 +130,16 @@ int DryRun(catalogue::Call& call, const CallOptions& options, const std::map<std
     return kDone;
 }
 
+bool IsDirect(const catalogue::Call& call)
+{
+    return call.function().ClassName() == "CTWDeviceCommon";
+}
+
 /// Tells how the exchange went, in one line.
 void Report(const catalogue::Call& call, const catalogue::Outcome& outcome, const ExchangeRecord& exchange,
             const Keel::Error::ErrorCode& last, std::int64_t milliseconds)
 {
-    const bool direct = call.function().ClassName() == "CTWDeviceCommon";
+    const bool direct = IsDirect(call);
     std::string text = call.function().Name() + " returned " + (outcome.success ? "true" : "false") + " after " +
                        std::to_string(milliseconds) + " ms";
     if (!direct && exchange.sent) {
@@ -310,6 +317,83 @@ bool IsTransportFailure(const catalogue::Outcome& outcome, bool direct, const Ex
     return exchange.sent && !exchange.parsed;
 }
 
+/// Runs the call; tells how it went when asked to, and whenever it failed.
+/// @param result  left alone when the call failed; for calls that are made again also when the platform refused.
+int Ask(catalogue::Call& call, const CallOptions& options, const Other& other, bool tell, std::string& result)
+{
+    Keel::Error::SetLastError({});
+    const auto before = std::chrono::steady_clock::now();
+    const catalogue::Outcome outcome = call.Run();
+    const auto taken =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
+    const Keel::Error::ErrorCode last = Keel::Error::GetLastError();
+    const ExchangeRecord& exchange = LastExchange();
+    const bool refused = (options.pages || options.follow) && exchange.number != 0;
+    if (tell || refused || !outcome.success) {
+        Report(call, outcome, exchange, last, taken);
+    }
+    if (other.RecordingFailed()) {
+        Warn("the exchange could not be recorded in " + options.recordFile);
+    }
+    if (!outcome.success) {
+        return IsTransportFailure(outcome, IsDirect(call), exchange, last) ? kTransport : kFalse;
+    }
+    if (refused) {
+        return kFalse;
+    }
+    result = call.Result(outcome);
+    return kDone;
+}
+
+/// Prints the elements of a page and of all that follow it as they come, so that no list is too long.
+int Pages(catalogue::Call& call, const CallOptions& options, const Other& other)
+{
+    const std::int64_t first = PageOf(call);
+    if (first == 0) {
+        throw UsageError{options.function + ": nothing that it sends has a pageNo"};
+    }
+    PageView page;
+    std::int64_t seen = 0;
+    for (std::int64_t number = first;; ++number) {
+        AskForPage(call, number);
+        std::string result;
+        if (const int code = Ask(call, options, other, number == first, result); code != kDone) {
+            return code;
+        }
+        if (!ReadPage(result, page)) {
+            throw UsageError{options.function + ": the result has no list"};
+        }
+        if (!Print(page.lines)) {
+            return kTransport;
+        }
+        seen += page.count;
+        if (page.count == 0 || (first == 1 && page.total >= 0 && seen >= page.total)) {
+            return kDone;
+        }
+    }
+}
+
+/// Asks until the work has come to its end and shows how far it is meanwhile.
+int Follow(catalogue::Call& call, const CallOptions& options, const Other& other)
+{
+    constexpr std::chrono::milliseconds kBetween(250);
+    ProgressView progress;
+    for (bool first = true;; first = false) {
+        std::string result;
+        if (const int code = Ask(call, options, other, first, result); code != kDone) {
+            return code;
+        }
+        if (!ReadProgress(result, progress)) {
+            throw UsageError{options.function + ": the result tells no progress"};
+        }
+        ShowProgress(progress.percent, progress.finished);
+        if (progress.finished) {
+            return PrintJson(result, options.compact) ? kDone : kTransport;
+        }
+        std::this_thread::sleep_for(kBetween);
+    }
+}
+
 int Run(const CallOptions& options)
 {
     const std::vector<const catalogue::Function*> found = catalogue::Find(options.function);
@@ -328,24 +412,16 @@ int Run(const CallOptions& options)
     if (options.dryRun) {
         return DryRun(*call, options, headers);
     }
-    const bool direct = call->function().ClassName() == "CTWDeviceCommon";
-    const Other other(options, direct, headers);
-    Keel::Error::SetLastError({});
-    const auto before = std::chrono::steady_clock::now();
-    const catalogue::Outcome outcome = call->Run();
-    const auto taken =
-        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
-    const Keel::Error::ErrorCode last = Keel::Error::GetLastError();
-    const ExchangeRecord& exchange = LastExchange();
-    Report(*call, outcome, exchange, last, taken);
-    if (other.RecordingFailed()) {
-        Warn("the exchange could not be recorded in " + options.recordFile);
+    const Other other(options, IsDirect(*call), headers);
+    if (options.pages) {
+        return Pages(*call, options, other);
     }
-    if (!outcome.success) {
-        return IsTransportFailure(outcome, direct, exchange, last) ? kTransport : kFalse;
+    if (options.follow) {
+        return Follow(*call, options, other);
     }
-    const std::string result = call->Result(outcome);
-    return Print((options.compact ? Compact(result) : Pretty(result)) + "\n") ? kDone : kTransport;
+    std::string result;
+    const int code = Ask(*call, options, other, true, result);
+    return code != kDone || PrintJson(result, options.compact) ? code : kTransport;
 }
 
 } // namespace

@@ -38,6 +38,8 @@ struct CallOptions {
     std::string database;            ///< Of that platform.
     bool dryRun = false;
     bool compact = false;
+    bool pages = false;               ///< All pages from the one asked for, element by element.
+    bool follow = false;              ///< Again and again until the progress says that it is over.
     std::vector<std::string> headers; ///< "name=value".
     std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
     std::string caFile;

@@ -32,6 +32,9 @@ void Complain(const std::string& text);
 /// The same, marked as a warning.
 void Warn(const std::string& text);
 
+/// Shows how far something is on standard error: a bar on a terminal, otherwise a line whenever the figure has changed.
+void ShowProgress(int percent, bool finished);
+
 /// Writes to standard output. False when it is gone, as for a reader that has seen enough.
 bool Print(const std::string& text);
 

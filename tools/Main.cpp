@@ -92,6 +92,11 @@ private:
         call->add_option("--db", call_.database, "Database of the local platform; none: in memory")->type_name("FILE");
         call->add_flag("--dry-run", call_.dryRun, "Show what would be sent, send nothing");
         call->add_flag("--compact", call_.compact, "Result on one line");
+        call->add_flag("--pages", call_.pages, "Ask for all pages; one element of their lists a line")
+            ->excludes("--dry-run");
+        call->add_flag("--follow", call_.follow, "Ask until the progress is at its end, and show it")
+            ->excludes("--dry-run")
+            ->excludes("--pages");
         call->add_option("--header", call_.headers, "Header field for every request; may be given again")
             ->type_name("NAME=VALUE")
             ->take_all()
