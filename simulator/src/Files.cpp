@@ -74,9 +74,13 @@ bool Part(const Handling& handling, std::string_view& bytes)
         if (end == std::string_view::npos) {
             throw Refusal(Reason::kWrongType, "a part of the body does not end");
         }
-        if (bytes.substr(begin, head - begin).find("filename=") != std::string_view::npos) {
+        const std::string_view fields = bytes.substr(begin, head - begin);
+        if (fields.find("filename=") != std::string_view::npos) {
             bytes = bytes.substr(head + 4, end - head - 4);
             return true;
+        }
+        if (fields.find("name=\"file\"") != std::string_view::npos) {
+            throw Refusal(Reason::kMissingField, "filename");
         }
     }
     return false;
