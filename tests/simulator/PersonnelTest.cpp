@@ -5,6 +5,7 @@
 
 #include "Client.h"
 #include "src/Base64.h"
+#include "src/Clock.h"
 
 namespace {
 
@@ -318,9 +319,11 @@ TEST_F(PersonnelTest, AFileIsImportedRowByRow)
     EXPECT_EQ(progress().Int("/data/failedNum"), 2); // Nothing happens twice.
     EXPECT_EQ(Find(R"("pageSize":10,"name":"Lovelace, Ada","cardNo":"9000")").Int("/data/totalNum"), 1);
 
+    const Reply file = site.Post(kRegister + "configurationFiles");
     std::string exported;
-    ASSERT_TRUE(
-        nexwire::simulator::FromBase64(site.Post(kRegister + "configurationFiles").Text("/data/fileData"), exported));
+    ASSERT_TRUE(nexwire::simulator::FromBase64(file.Text("/data/fileData"), exported));
+    site.Advance(60000);
+    EXPECT_EQ(site.Post(kRegister + "configurationFiles/" + file.Text("/data/taskGuid")).Int("/data/successNum"), 25);
     EXPECT_THAT(exported, HasSubstr("\n900,\"Lovelace, Ada\","));
 }
 
@@ -403,6 +406,21 @@ TEST_F(PersonnelTest, ADevicesReaderAnswersWhenThePersonHasCome)
     ASSERT_EQ(taken.Size("/data/batchPassThroughRsp/batchReturnDataList"), 1u);
     EXPECT_THAT(taken.Text("/data/batchPassThroughRsp/batchReturnDataList/0/outBuffer"),
                 StartsWith(R"({"faceReturn":{)"));
+}
+
+TEST_F(PersonnelTest, ADeviceHandsItsPersonsOutInPages)
+{
+    std::string guid;
+    std::vector<std::size_t> sizes;
+    for (bool finished = false; !finished && sizes.size() < 9;) {
+        const Reply page =
+            site.Post("internal/deviceManagement/devices/" + Device(1) + "/batchPassThrough",
+                      R"({"batchPassThroughReq":{"command":7001,"maxResultNum":2,"guid":")" + guid + "\"}}");
+        guid = page.Text("/data/batchPassThroughRsp/guid");
+        finished = page.Print("/data/batchPassThroughRsp/isFinish") == "true";
+        sizes.push_back(page.Size("/data/batchPassThroughRsp/batchReturnDataList"));
+    }
+    EXPECT_THAT(sizes, ElementsAre(2, 2, 1));
 }
 
 // ---- Visitors ----
@@ -518,6 +536,38 @@ TEST_F(VisitorTest, SettingsDecideWhatANewAppointmentGets)
     const Reply all = site.Post(kRoot + "appointment");
     EXPECT_EQ(all.Int("/data/queryAppointmentResultList/0/downloadState"), 0);
     EXPECT_EQ(all.Print("/data/queryAppointmentResultList/0/accessGroupGuidList"), List({lobby}));
+}
+
+TEST_F(VisitorTest, WhoForgetsToLeaveIsOverdueOrLeavesAtTheEnd)
+{
+    const auto set = [&](const std::string& settings) {
+        site.Put("visitorManagement/setting/basic", R"({"basicSetting":{)" + settings + "}}");
+    };
+    set(R"("autoLeave":false,"visitDuration":2,"needCertificate":true)");
+    const std::string lobby = Group("Lobby", 1);
+    EXPECT_EQ(Invite("Vera", lobby).Int("/data/addAppointmentResultList/0/resultCode"), 7);
+    const auto visit = [&](const std::string& begin, const std::string& end, const std::string& more) {
+        return R"({"visitor":{"visitorName":"Vera","certificateNo":"C1"},"visitBeginTime":")" + begin +
+               R"(","visitEndTime":")" + end + "\"" + more + "}";
+    };
+    const std::string now = nexwire::simulator::IsoTime(site.NowMs());
+    const std::string guid =
+        Guid(site.Put(kRoot + "appointment", R"({"addAppointment":{"appointmentList":[)" + visit(now, "", "") + "]}}"));
+    const std::string end = nexwire::simulator::IsoTime(site.NowMs() + 2 * 3600000);
+    EXPECT_EQ(site.Post(kRoot + "appointment").Text("/data/queryAppointmentResultList/0/visitEndTime"), end);
+    ASSERT_EQ(site.Put(kRoot + "appointment/" + guid,
+                       R"({"modifyAppointment":)" + visit(now, end, R"(,"appointmentState":1)") + "}")
+                  .Code(),
+              "0-0");
+    const auto state = [&] {
+        return site.Post(kRoot + "visitorRecord", R"({"queryVisitorRecordCondition":{}})")
+            .Int("/data/queryVisitorRecordResultList/0/visitState");
+    };
+    EXPECT_EQ(state(), 1);
+    site.Advance(3 * 3600000);
+    EXPECT_EQ(state(), 3);
+    set(R"("autoLeave":true)");
+    EXPECT_EQ(state(), 2);
 }
 
 } // namespace
