@@ -134,6 +134,7 @@ TEST_F(PersonnelTest, TheRuleGivesNumbersThatNobodyHas)
                   .Code(),
               "0-0");
     EXPECT_EQ(site.Put(kPersons + "/snRule", R"({"personnelSNRule":{"prefix":"PQRS","length":4}})").Code(), "5-10");
+    EXPECT_EQ(site.Post(kPersons + "/snRule").Text("/data/prefix"), "P");
     ASSERT_EQ(Code(Add(R"("basic":{"name":"Ada","personNo":"P001"})")), 0);
     const Reply made = Add(R"("basic":{"name":"Ben"})");
     EXPECT_EQ(made.Text("/data/personnelResultList/0/personNo"), "P002");
@@ -230,6 +231,10 @@ TEST_F(PersonnelTest, CredentialsAreAddedFoundReplacedAndCleared)
     EXPECT_EQ(models.Text("/data/syncFaceModelResultList/0/modelVersion"), "2");
     site.Delete(kRegister + "faceClear", R"({"deleteFaceInfo":{"guidList":)" + List({one}) + "}}");
     EXPECT_EQ(site.Post("internal/" + kRegister + "faceDatas/" + face).Code(), "5-20");
+
+    site.Put(kRegister + "irisData", R"({"irisDataList":{"irisDataList":[{"personnelGuid":")" + one +
+                                         R"(","iris":{"irisData":"aXJpcw=="}}]}})");
+    EXPECT_EQ(site.Post("internal/" + kRegister + "irisData/" + one).Text("/data/irisList/0/irisData"), "aXJpcw==");
 
     // A finger that somebody else has is refused, by the check alone as well.
     const auto finger = [&](const char* service, int person) {
@@ -390,6 +395,7 @@ TEST_F(PersonnelTest, GroupsInUseStayAndGetNumbersOnDevices)
         site.Post("accessController/belongGroupnum/devices/" + Device(1),
                   R"({"userBelongGroupNumIInboundData":{"userBelongGroupNumList":[)" + member(2) + "]}}");
     EXPECT_EQ(numbers.Print("/data/userBelongGroupNumList/0/groupNoList"), "[2]");
+    EXPECT_EQ(site.Post(device).Int("/data/perGroupMemberInfoDataRsp/perGroupMemberInfoList/1/groupNo"), 2);
 }
 
 TEST_F(PersonnelTest, ADevicesReaderAnswersWhenThePersonHasCome)
