@@ -116,30 +116,30 @@ TEST(Merge, ChangesOnlyWhatIsGiven)
                          {"deviceGuid=AC000000000000000000000000000001", "--db", database});
         return Nexwire(arguments);
     };
-    const std::string set = "AcsParamConfig::setCardReaderParamRequest";
-    const std::string get = "AcsParamConfig::getCardReaderParamRequest";
+    const std::string set = "AcsParamConfig::setNFCConfigRequest";
+    const std::string get = "AcsParamConfig::getNFCConfigRequest";
     const rapidjson::Document before = Json(call({get}).out);
     ASSERT_TRUE(before.IsObject());
-    const ProcessResult merged = call({set, "--merge", R"(acsCardReaderParamCfg={"swipeInterval":7})"});
+    const ProcessResult merged = call({set, "--merge", R"(input={"readTimeout":7})"});
     EXPECT_EQ(0, merged.code) << merged.err;
     EXPECT_THAT(merged.err, Not(HasSubstr("warning")));
     const rapidjson::Document after = Json(call({get}).out);
-    EXPECT_EQ(7, after["swipeInterval"].GetInt());
+    EXPECT_EQ(7, after["readTimeout"].GetInt());
     for (const auto& member : before.GetObject()) {
-        if (member.name != "swipeInterval") {
+        if (member.name != "readTimeout") {
             EXPECT_EQ(member.value, after[member.name]) << member.name.GetString();
         }
     }
     // Without it, it is said.
-    const ProcessResult partial = call({set, R"(acsCardReaderParamCfg={"swipeInterval":8})"});
+    const ProcessResult partial = call({set, R"(input={"readTimeout":8})"});
     EXPECT_EQ(0, partial.code);
-    EXPECT_THAT(partial.err, AllOf(HasSubstr("warning: AcsCardReaderParamCfg is given in part"), HasSubstr(get)));
+    EXPECT_THAT(partial.err, AllOf(HasSubstr("warning: NFCCfg is given in part"), HasSubstr(get)));
     // Nothing to read it with, and nothing that answers.
     EXPECT_THAT(Nexwire({"call", "CSetWiegand", R"(wiegandModifyParam={"name":"n"})", "--merge"}).err,
                 HasSubstr("no function reads a WiegandModifyParam"));
     EXPECT_EQ(
         3,
-        call({set, "--merge", R"(acsCardReaderParamCfg={"swipeInterval":9})", "--server", "http://127.0.0.1:1"}).code);
+        call({set, "--merge", R"(input={"readTimeout":9})", "--server", "http://127.0.0.1:1"}).code);
     // A question is never given in part.
     EXPECT_THAT(call({get}).err, Not(HasSubstr("in part")));
 }
