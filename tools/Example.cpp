@@ -1,11 +1,9 @@
 #include "tools/Example.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <vector>
 
 #include <rapidjson/document.h>
-#include <rapidjson/filewritestream.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
@@ -30,17 +28,16 @@ public:
     }
 };
 
-/// Passes JSON on to a handler without taking numbers apart.
-template <class Handler>
-bool Rewrite(const std::string& json, Handler& handler)
+/// Passes JSON on to a writer without taking numbers apart.
+template <class Writer>
+std::string Rewrite(const std::string& json, Writer& writer, rapidjson::StringBuffer& buffer)
 {
     rapidjson::Reader reader;
     rapidjson::StringStream stream(json.c_str());
-    return !reader.Parse<rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag>(stream, handler)
-                .IsError();
+    return reader.Parse<rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag>(stream, writer)
+               ? std::string(buffer.GetString(), buffer.GetSize())
+               : json;
 }
-
-using File = rapidjson::FileWriteStream;
 
 /// Whether a structure holds itself, directly or deeper, and would go on for ever.
 using Outer = std::vector<std::string>;
@@ -221,25 +218,19 @@ private:
 
 } // namespace
 
-bool PrintJson(const std::string& json, bool compact)
+std::string Pretty(const std::string& json)
 {
-    rapidjson::BaseReaderHandler<> nothing;
-    if (!Rewrite(json, nothing)) {
-        return Print(json + "\n");
-    }
-    std::vector<char> block(65536);
-    File out(stdout, block.data(), block.size());
-    if (compact) {
-        RawNumbers<rapidjson::Writer<File>> writer(out);
-        Rewrite(json, writer);
-    } else {
-        RawNumbers<rapidjson::PrettyWriter<File>> writer(out);
-        writer.SetIndent(' ', 2);
-        Rewrite(json, writer);
-    }
-    out.Put('\n');
-    out.Flush();
-    return std::ferror(stdout) == 0 && std::fflush(stdout) == 0;
+    rapidjson::StringBuffer buffer;
+    RawNumbers<rapidjson::PrettyWriter<rapidjson::StringBuffer>> writer(buffer);
+    writer.SetIndent(' ', 2);
+    return Rewrite(json, writer, buffer);
+}
+
+std::string Compact(const std::string& json)
+{
+    rapidjson::StringBuffer buffer;
+    RawNumbers<rapidjson::Writer<rapidjson::StringBuffer>> writer(buffer);
+    return Rewrite(json, writer, buffer);
 }
 
 std::string Sample(const std::string& structure)

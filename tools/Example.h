@@ -5,9 +5,10 @@
 namespace nexwire {
 namespace tools {
 
-/// Writes JSON to standard output piece by piece, indented by two blanks or on one line, numbers as they stand, and
-/// ends the line; what is no JSON as it is. False when nobody reads it.
-bool PrintJson(const std::string& json, bool compact);
+/// JSON indented by two blanks, numbers as they stand. `json` itself when it is none.
+std::string Pretty(const std::string& json);
+/// The same on one line.
+std::string Compact(const std::string& json);
 
 /// JSON of a structure with every member: empty texts, zeros, lists with one element.
 std::string Sample(const std::string& structure);
