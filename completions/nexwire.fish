@@ -42,6 +42,8 @@ complete -c nexwire -n "$call; and __nexwire_function >/dev/null" -a '(__nexwire
 complete -c nexwire -n $call -l body -r -F -d 'File with the request structure as JSON'
 complete -c nexwire -n $call -l server -x -d 'Address of the platform'
 complete -c nexwire -n $call -l db -r -F -d 'Database of the local platform'
+complete -c nexwire -n $call -l pages -d 'All pages, one element a line'
+complete -c nexwire -n $call -l follow -d 'Ask until the progress is at its end'
 complete -c nexwire -n $call -l dry-run -d 'Show what would be sent'
 complete -c nexwire -n $call -l merge -d 'Read a structure that is given in part first'
 complete -c nexwire -n $call -l compact -d 'Result on one line'

@@ -105,7 +105,7 @@ TEST(Call, FollowsASynchronisationToItsEnd)
     EXPECT_THAT(done.out, HasSubstr("\"finished\": true"));
     EXPECT_THAT(done.err, HasSubstr("nexwire: 100 %\n"));
 
-    EXPECT_EQ(1, Nexwire({"call", "SynchronousProgressComm", "taskGuid=none", "--follow"}).code);
+    EXPECT_EQ(4, Nexwire({"call", "SynchronousProgressComm", "taskGuid=none", "--follow"}).code);
     EXPECT_EQ(2, Nexwire({"call", "queryAccessGroups", "--follow"}).code);
 }
 
