@@ -269,7 +269,7 @@ private:
             if (bar == runs.counters.end()) {
                 continue;
             }
-            const std::string title = name.substr(0, name.rfind("/real_time"));
+            const std::string title = name.substr(0, std::min(name.find("/iterations:"), name.rfind("/real_time")));
             const std::size_t cut = runs.label.find('|');
             Add({title,
                  Median(runs.counters.at("turn_own")),

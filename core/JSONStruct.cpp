@@ -12,21 +12,24 @@
 namespace nexwire {
 namespace core {
 
-/// The interpreter's way to the "present" bits.
-struct StructAccess {
-    static void Clear(protocol::IJSONStruct& object) { object.ClearPresent(); }
+/// The interpreter's way to what was found.
+struct StructAccess : protocol::IJSONStruct {
+    static void Clear(protocol::IJSONStruct& object) { (object.*(&StructAccess::ClearPresent))(); }
     static bool Test(const protocol::IJSONStruct& object, std::size_t index)
     {
-        return (object.present_[index / 64] >> (index % 64) & 1U) != 0;
+        return ((object.*(&StructAccess::present_))[index / 64] >> (index % 64) & 1U) != 0;
     }
     static void Set(protocol::IJSONStruct& object, std::size_t index)
     {
-        object.present_[index / 64] |= std::uint64_t{1} << (index % 64);
+        (object.*(&StructAccess::present_))[index / 64] |= std::uint64_t{1} << (index % 64);
     }
     static const std::unordered_set<std::string>* Noted(const protocol::IJSONStruct& object)
     {
-        return object.noted_.get();
+        return (object.*(&StructAccess::noted_)).get();
     }
+
+protected:
+    ~StructAccess() = default;
 };
 
 namespace {

@@ -1,5 +1,6 @@
 #include "tools/Console.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -11,16 +12,20 @@
 #include <unistd.h>
 #endif
 
+#include <keel/StringUtil.h>
+
+#include "tools/Secrets.h"
+
 namespace nexwire {
 namespace tools {
 namespace {
 
-bool IsTerminal()
+bool IsTerminal(std::FILE* stream)
 {
 #if defined(_WIN32)
-    return _isatty(_fileno(stdout)) != 0;
+    return _isatty(_fileno(stream)) != 0;
 #else
-    return isatty(STDOUT_FILENO) != 0;
+    return isatty(fileno(stream)) != 0;
 #endif
 }
 
@@ -32,7 +37,7 @@ bool Wanted(const std::string& when)
     const char* const refused = std::getenv("NO_COLOR");
     const char* const terminal = std::getenv("TERM");
     return (refused == nullptr || *refused == '\0') && (terminal == nullptr || std::strcmp(terminal, "dumb") != 0) &&
-           IsTerminal();
+           IsTerminal(stdout);
 }
 
 } // namespace
@@ -54,9 +59,42 @@ void Warn(const std::string& text)
     Complain("warning: " + text);
 }
 
+void ShowProgress(int percent, bool finished)
+{
+    static int shown = -1;
+    if (percent == shown && !finished) {
+        return;
+    }
+    shown = percent;
+    if (!IsTerminal(stderr)) {
+        Complain(std::to_string(percent) + " %");
+        return;
+    }
+    constexpr int kWidth = 40;
+    const int filled = std::min(std::max(percent, 0), 100) * kWidth / 100;
+    std::string bar(static_cast<std::size_t>(kWidth), '.');
+    bar.replace(0, static_cast<std::size_t>(filled), static_cast<std::size_t>(filled), '#');
+    std::fputs(("\r[" + bar + "] " + std::to_string(percent) + " %" + (finished ? "\n" : "")).c_str(), stderr);
+    std::fflush(stderr);
+}
+
 bool Print(const std::string& text)
 {
     return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+}
+
+int Output(const std::string& text)
+{
+    if (Print(text)) {
+        return kDone;
+    }
+    Complain(std::string("cannot write to standard output: ") + std::strerror(errno));
+    return kOutput;
+}
+
+std::string Shown(const std::string& text)
+{
+    return Keel::StringUtil::SingleLine(Redacted(text));
 }
 
 bool ReadWhole(const std::string& path, std::string& content, std::string& error)

@@ -14,7 +14,6 @@ struct cJSON;
 namespace nexwire {
 namespace core {
 struct FieldTable;
-struct StructAccess;
 } // namespace core
 } // namespace nexwire
 
@@ -48,8 +47,7 @@ protected:
     /// Forgets what was noted; the first step of such a `Parse`.
     void ClearPresent();
 
-private:
-    friend struct ::nexwire::core::StructAccess;
+    // The two below are the library's. No friend: with one, this destructor would count as within everybody's reach.
 
     /// One bit per member, set when the last parse found its key: a set of texts in every element of a list
     /// would double the time of reading it.

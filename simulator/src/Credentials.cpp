@@ -204,13 +204,6 @@ void FindFingers(Handling& handling)
     SetMember(handling.data, "fingerDataList", std::move(found), memory);
 }
 
-void FindIrises(Handling& handling)
-{
-    Json person = Register(handling).Need(handling.identifiers[0]);
-    SectionList(person, "irisList", handling.Memory());
-    Fields(handling.data, handling.Memory()).Text("personnelGuid", handling.identifiers[0]).Same("irisList", person);
-}
-
 // ---- Cards ----
 
 void TellPerson(Json& result, Allocator& memory, const Json& person)
@@ -361,7 +354,6 @@ void AddCredentials(Services& services)
     services["fingers.find"] = FindFingers;
     services["fingers.replace"] = [](Handling& handling) { Replace(handling, kFinger); };
     services["irises.add"] = [](Handling& handling) { AddInside(handling, kIris, true, "irisDataResponse"); };
-    services["irises.find"] = FindIrises;
     services["cards.check"] = CheckCards;
     services["cards.find"] = PersonByCard;
     services["cards.replace"] = [](Handling& handling) { Replace(handling, kCard); };

@@ -11,13 +11,6 @@ namespace {
 
 constexpr const char* kOnDevices = "deviceGroups";
 
-Json GroupsOf(Handling& handling, const std::string& device)
-{
-    const Json kept = handling.Load(kOnDevices, device);
-    const Json* list = Member(kept, "perGroupMemberInfoList");
-    return list == nullptr ? Json(rapidjson::kArrayType) : Copy(*list, handling.Memory());
-}
-
 // Groups that are new on the device get the least number that is free there.
 void SetOnDevice(Handling& handling)
 {
@@ -44,25 +37,15 @@ void SetOnDevice(Handling& handling)
     handling.data = std::move(groups);
 }
 
-void OnDevice(Handling& handling)
-{
-    Allocator& memory = handling.Memory();
-    Json answer = Fields(memory)
-                      .Text("deviceGuid", handling.identifiers[0])
-                      .Value("perGroupMemberInfoList", GroupsOf(handling, handling.identifiers[0]))
-                      .Take();
-    SetMember(handling.data, "perGroupMemberInfoDataRsp", std::move(answer), memory);
-}
-
 void OfPersons(Handling& handling)
 {
     Allocator& memory = handling.Memory();
-    const Json groups = GroupsOf(handling, handling.identifiers[0]);
+    const Json kept = handling.Load(kOnDevices, handling.identifiers[0]);
     handling.data = Copy(*handling.body, memory);
     for (Json& person : Member(handling.data, "userBelongGroupNumList")->GetArray()) {
         const std::string_view guid = AsText(Member(person, "personnelGuid"));
         Json numbers(rapidjson::kArrayType);
-        for (const Json& group : groups.GetArray()) {
+        for (const Json& group : Elements(Member(kept, "perGroupMemberInfoList"))) {
             const auto members = Elements(Member(group, "perGroupMemberList"));
             if (std::any_of(members.begin(), members.end(),
                             [&](const Json& each) { return AsText(Member(each, "personnelGuid")) == guid; })) {
@@ -81,7 +64,6 @@ void OfPersons(Handling& handling)
 void AddPersonGroups(Services& services)
 {
     services["perGroups.setOnDevice"] = SetOnDevice;
-    services["perGroups.onDevice"] = OnDevice;
     services["perGroups.ofPersons"] = OfPersons;
 }
 

@@ -52,11 +52,6 @@ void FindPersons(Handling& handling)
         .Value("personnelInfoList", std::move(list));
 }
 
-void CountPersons(Handling& handling)
-{
-    Fields(handling.data, handling.Memory()).Number("numberPersonnel", handling.store.Count({"persons"}));
-}
-
 void GetPerson(Handling& handling)
 {
     Allocator& memory = handling.Memory();
@@ -92,12 +87,7 @@ void SetRule(Handling& handling)
     }
     Json rule = Copy(*handling.body, handling.Memory());
     SetMember(rule, "ruleInited", Json(true), handling.Memory());
-    handling.Save("_personnel", "rule", rule);
-}
-
-void GetRule(Handling& handling)
-{
-    handling.data = Register(handling).Rule();
+    handling.Save("_numberRule", "rule", rule);
 }
 
 // Values of a property go with it.
@@ -269,12 +259,10 @@ void AddPersonnel(Services& services)
     services["persons.add"] = AddPersons;
     services["persons.remove"] = RemovePersons;
     services["persons.find"] = FindPersons;
-    services["persons.count"] = CountPersons;
     services["persons.get"] = GetPerson;
     services["persons.change"] = ChangePerson;
     services["persons.nextNumber"] = NextNumber;
     services["persons.setRule"] = SetRule;
-    services["persons.getRule"] = GetRule;
     services["persons.organisation"] = OrganisationOfPerson;
     services["persons.move"] = MovePersons;
     services["properties.remove"] = RemoveProperties;

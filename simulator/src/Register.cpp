@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* kPersons = "persons";
 constexpr const char* kOrganisations = "organizations";
+constexpr const char* kRule = "_numberRule";
 constexpr const char* kState = "_personnel";
 constexpr const char* kOwners = "_owners"; ///< What only one person can have, so that nobody looks through all of them.
 constexpr const char* kNumber = "personNo";
@@ -346,16 +347,8 @@ Json Register::Info(const Json& person, const Json* wanted)
 
 Json Register::Rule()
 {
-    Json rule = handling_.Load(kState, "rule");
-    if (!rule.IsObject()) {
-        rule = Fields(memory_)
-                   .Text("prefix", "")
-                   .Number("length", 8)
-                   .Flag("random", false)
-                   .Flag("ruleInited", false)
-                   .Take();
-    }
-    return rule;
+    Json rule = handling_.Load(kRule, "rule");
+    return rule.IsObject() ? std::move(rule) : handling_.Fill(*handling_.description.FindCollection(kRule)->defaults);
 }
 
 std::string Register::NextNumber()

@@ -25,6 +25,12 @@ Json Settings(Handling& handling)
                                : handling.Fill(*handling.description.FindCollection(kSettings)->defaults);
 }
 
+/// Milliseconds of a member that is a time; -1 when it is none.
+std::int64_t Ms(const Json& object, const char* key)
+{
+    return FromIsoTime(AsText(Member(object, key))).value_or(-1);
+}
+
 /// Devices that the groups of an appointment lead to.
 std::vector<std::string> DevicesOf(Handling& handling, const Json& appointment)
 {
@@ -41,10 +47,10 @@ std::vector<std::string> DevicesOf(Handling& handling, const Json& appointment)
     return devices;
 }
 
-// Time passes: permissions reach devices, appointments expire.
+// Time passes: permissions reach devices, appointments expire, who forgets to sign out leaves.
 void Settle(Handling& handling, double timeScale)
 {
-    const std::string now = IsoTime(handling.nowMs);
+    const bool autoLeave = AsBool(Member(Settings(handling), "autoLeave"), true);
     const auto sendMs = static_cast<std::int64_t>(kSendMs / timeScale);
     handling.Each({kAppointments}, [&](const std::string& guid, Json& appointment) {
         const std::int64_t download = AsInt(Member(appointment, "downloadState"));
@@ -57,16 +63,22 @@ void Settle(Handling& handling, double timeScale)
             });
             next = passed < sendMs / 2 ? download : passed < sendMs ? kSending : failed ? kFailed : kSent;
         }
-        const bool expired = AsInt(Member(appointment, "appointmentState")) == kWaiting &&
-                             AsText(Member(appointment, "visitEndTime")) < now;
-        if (next != download || expired) {
-            Fields fields(appointment, handling.Memory());
-            fields.Number("downloadState", next);
-            if (expired) {
-                fields.Number("appointmentState", kExpired);
-            }
-            handling.Save(kAppointments, guid, appointment);
+        const std::int64_t state = AsInt(Member(appointment, "appointmentState"));
+        const bool over = Ms(appointment, "visitEndTime") < handling.nowMs;
+        const bool expires = over && state == kWaiting;
+        const bool leaves = over && state == kArrived && autoLeave;
+        if (next == download && !expires && !leaves) {
+            return;
         }
+        Fields fields(appointment, handling.Memory());
+        fields.Number("downloadState", next);
+        if (expires || leaves) {
+            fields.Number("appointmentState", expires ? kExpired : kLeft);
+        }
+        if (leaves) {
+            fields.Text("leaveTime", AsText(Member(appointment, "visitEndTime")));
+        }
+        handling.Save(kAppointments, guid, appointment);
     });
 }
 
@@ -79,12 +91,17 @@ void StartDownload(Handling& handling, Json& appointment)
 
 void Check(Handling& handling, const Json& appointment)
 {
-    const std::string_view begin = AsText(Member(appointment, "visitBeginTime"));
-    const std::string_view end = AsText(Member(appointment, "visitEndTime"));
+    const Json settings = Settings(handling);
     if (AsText(AtPath(appointment, "visitor.visitorName")).empty()) {
         throw Refusal(Reason::kMissingField, "visitor.visitorName");
     }
-    if (begin.empty() || end.empty() || end <= begin) {
+    for (const auto& [setting, member] :
+         {std::pair("needCertificate", "certificateNo"), std::pair("needPicture", "pictureData")}) {
+        if (AsBool(Member(settings, setting)) && AsText(Member(*Member(appointment, "visitor"), member)).empty()) {
+            throw Refusal(Reason::kMissingField, member);
+        }
+    }
+    if (Ms(appointment, "visitBeginTime") < 0 || Ms(appointment, "visitEndTime") <= Ms(appointment, "visitBeginTime")) {
         throw Refusal(Reason::kOutOfRange, "the visit must end after its begin");
     }
     const std::string_view host = AsText(Member(appointment, "receptionistGuid"));
@@ -103,9 +120,15 @@ void AddAppointments(Handling& handling)
     ForEach(
         handling, "appointmentList", handling.data, "addAppointmentResultList", [&](const Json& element, Json& result) {
             Fields(result, memory).Text("visitorName", AsText(AtPath(element, "visitor.visitorName")));
-            Check(handling, element);
-            const std::string guid = NewGuid();
             Json appointment = Copy(element, memory);
+            if (AsText(Member(appointment, "visitEndTime")).empty()) {
+                constexpr std::int64_t kHourMs = 3600000;
+                const std::int64_t hours = AsInt(Member(settings, "visitDuration"), 8);
+                Fields(appointment, memory)
+                    .Text("visitEndTime", IsoTime(Ms(appointment, "visitBeginTime") + hours * kHourMs));
+            }
+            Check(handling, appointment);
+            const std::string guid = NewGuid();
             Json& visitor = *Member(appointment, "visitor");
             if (AsText(Member(visitor, "visitorGuid")).empty()) {
                 Fields(visitor, memory).Text("visitorGuid", NewGuid());
@@ -178,7 +201,7 @@ Json Record(Handling& handling, const std::string& guid, const Json& appointment
         return text.empty() ? AsText(Member(appointment, otherwise)) : text;
     };
     const std::int64_t state = AsInt(Member(appointment, "appointmentState"));
-    const bool late = state == kArrived && AsText(Member(appointment, "visitEndTime")) < IsoTime(handling.nowMs);
+    const bool late = state == kArrived && Ms(appointment, "visitEndTime") < handling.nowMs;
     constexpr std::int64_t kOverdue = 3;
     return Fields(handling.Memory())
         .Text("recordGuid", guid)
@@ -232,12 +255,12 @@ void FindRecords(Handling& handling)
             const auto is = [&](const char* key, const char* path) {
                 return asked(key).empty() || AsText(AtPath(record, path)) == asked(key);
             };
-            const std::string_view begin = AsText(Member(record, "beginTime"));
+            const std::int64_t begin = Ms(record, "beginTime");
             return holds("visitorName", "visitor.visitorName") && holds("receptionistName", "receptionistName") &&
                    is("phone", "visitor.phone") && is("certificateNo", "visitor.certificateNo") &&
                    is("plateNo", "visitor.plateNo") && (state < 0 || AsInt(Member(record, "visitState")) == state) &&
-                   (asked("beginTime").empty() || begin >= asked("beginTime")) &&
-                   (asked("endTime").empty() || begin <= asked("endTime"));
+                   (asked("beginTime").empty() || begin >= Ms(body, "beginTime")) &&
+                   (asked("endTime").empty() || begin <= Ms(body, "endTime"));
         },
         (page - 1) * size, size);
 }

@@ -56,6 +56,7 @@ public:
     Reply Send(const std::string& verb, const std::string& path, const std::string& body);
 
     void Advance(std::int64_t milliseconds) { *now_ += milliseconds; }
+    std::int64_t NowMs() const { return *now_; }
     std::uint16_t Port() const { return platform_->Port(); }
 
     nexwire::simulator::Platform& Platform() { return *platform_; }

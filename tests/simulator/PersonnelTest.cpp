@@ -5,6 +5,7 @@
 
 #include "Client.h"
 #include "src/Base64.h"
+#include "src/Clock.h"
 
 namespace {
 
@@ -133,6 +134,7 @@ TEST_F(PersonnelTest, TheRuleGivesNumbersThatNobodyHas)
                   .Code(),
               "0-0");
     EXPECT_EQ(site.Put(kPersons + "/snRule", R"({"personnelSNRule":{"prefix":"PQRS","length":4}})").Code(), "5-10");
+    EXPECT_EQ(site.Post(kPersons + "/snRule").Text("/data/prefix"), "P");
     ASSERT_EQ(Code(Add(R"("basic":{"name":"Ada","personNo":"P001"})")), 0);
     const Reply made = Add(R"("basic":{"name":"Ben"})");
     EXPECT_EQ(made.Text("/data/personnelResultList/0/personNo"), "P002");
@@ -230,6 +232,10 @@ TEST_F(PersonnelTest, CredentialsAreAddedFoundReplacedAndCleared)
     site.Delete(kRegister + "faceClear", R"({"deleteFaceInfo":{"guidList":)" + List({one}) + "}}");
     EXPECT_EQ(site.Post("internal/" + kRegister + "faceDatas/" + face).Code(), "5-20");
 
+    site.Put(kRegister + "irisData", R"({"irisDataList":{"irisDataList":[{"personnelGuid":")" + one +
+                                         R"(","iris":{"irisData":"aXJpcw=="}}]}})");
+    EXPECT_EQ(site.Post("internal/" + kRegister + "irisData/" + one).Text("/data/irisList/0/irisData"), "aXJpcw==");
+
     // A finger that somebody else has is refused, by the check alone as well.
     const auto finger = [&](const char* service, int person) {
         return site.Put(kRegister + service, R"({"fingerprintDataList":{"fingerprintDataList":[{"personnelGuid":")" +
@@ -318,9 +324,11 @@ TEST_F(PersonnelTest, AFileIsImportedRowByRow)
     EXPECT_EQ(progress().Int("/data/failedNum"), 2); // Nothing happens twice.
     EXPECT_EQ(Find(R"("pageSize":10,"name":"Lovelace, Ada","cardNo":"9000")").Int("/data/totalNum"), 1);
 
+    const Reply file = site.Post(kRegister + "configurationFiles");
     std::string exported;
-    ASSERT_TRUE(
-        nexwire::simulator::FromBase64(site.Post(kRegister + "configurationFiles").Text("/data/fileData"), exported));
+    ASSERT_TRUE(nexwire::simulator::FromBase64(file.Text("/data/fileData"), exported));
+    site.Advance(60000);
+    EXPECT_EQ(site.Post(kRegister + "configurationFiles/" + file.Text("/data/taskGuid")).Int("/data/successNum"), 25);
     EXPECT_THAT(exported, HasSubstr("\n900,\"Lovelace, Ada\","));
 }
 
@@ -387,6 +395,7 @@ TEST_F(PersonnelTest, GroupsInUseStayAndGetNumbersOnDevices)
         site.Post("accessController/belongGroupnum/devices/" + Device(1),
                   R"({"userBelongGroupNumIInboundData":{"userBelongGroupNumList":[)" + member(2) + "]}}");
     EXPECT_EQ(numbers.Print("/data/userBelongGroupNumList/0/groupNoList"), "[2]");
+    EXPECT_EQ(site.Post(device).Int("/data/perGroupMemberInfoDataRsp/perGroupMemberInfoList/1/groupNo"), 2);
 }
 
 TEST_F(PersonnelTest, ADevicesReaderAnswersWhenThePersonHasCome)
@@ -403,6 +412,21 @@ TEST_F(PersonnelTest, ADevicesReaderAnswersWhenThePersonHasCome)
     ASSERT_EQ(taken.Size("/data/batchPassThroughRsp/batchReturnDataList"), 1u);
     EXPECT_THAT(taken.Text("/data/batchPassThroughRsp/batchReturnDataList/0/outBuffer"),
                 StartsWith(R"({"faceReturn":{)"));
+}
+
+TEST_F(PersonnelTest, ADeviceHandsItsPersonsOutInPages)
+{
+    std::string guid;
+    std::vector<std::size_t> sizes;
+    for (bool finished = false; !finished && sizes.size() < 9;) {
+        const Reply page =
+            site.Post("internal/deviceManagement/devices/" + Device(1) + "/batchPassThrough",
+                      R"({"batchPassThroughReq":{"command":7001,"maxResultNum":2,"guid":")" + guid + "\"}}");
+        guid = page.Text("/data/batchPassThroughRsp/guid");
+        finished = page.Print("/data/batchPassThroughRsp/isFinish") == "true";
+        sizes.push_back(page.Size("/data/batchPassThroughRsp/batchReturnDataList"));
+    }
+    EXPECT_THAT(sizes, ElementsAre(2, 2, 1));
 }
 
 // ---- Visitors ----
@@ -518,6 +542,38 @@ TEST_F(VisitorTest, SettingsDecideWhatANewAppointmentGets)
     const Reply all = site.Post(kRoot + "appointment");
     EXPECT_EQ(all.Int("/data/queryAppointmentResultList/0/downloadState"), 0);
     EXPECT_EQ(all.Print("/data/queryAppointmentResultList/0/accessGroupGuidList"), List({lobby}));
+}
+
+TEST_F(VisitorTest, WhoForgetsToLeaveIsOverdueOrLeavesAtTheEnd)
+{
+    const auto set = [&](const std::string& settings) {
+        site.Put("visitorManagement/setting/basic", R"({"basicSetting":{)" + settings + "}}");
+    };
+    set(R"("autoLeave":false,"visitDuration":2,"needCertificate":true)");
+    const std::string lobby = Group("Lobby", 1);
+    EXPECT_EQ(Invite("Vera", lobby).Int("/data/addAppointmentResultList/0/resultCode"), 7);
+    const auto visit = [&](const std::string& begin, const std::string& end, const std::string& more) {
+        return R"({"visitor":{"visitorName":"Vera","certificateNo":"C1"},"visitBeginTime":")" + begin +
+               R"(","visitEndTime":")" + end + "\"" + more + "}";
+    };
+    const std::string now = nexwire::simulator::IsoTime(site.NowMs());
+    const std::string guid =
+        Guid(site.Put(kRoot + "appointment", R"({"addAppointment":{"appointmentList":[)" + visit(now, "", "") + "]}}"));
+    const std::string end = nexwire::simulator::IsoTime(site.NowMs() + 2 * 3600000);
+    EXPECT_EQ(site.Post(kRoot + "appointment").Text("/data/queryAppointmentResultList/0/visitEndTime"), end);
+    ASSERT_EQ(site.Put(kRoot + "appointment/" + guid,
+                       R"({"modifyAppointment":)" + visit(now, end, R"(,"appointmentState":1)") + "}")
+                  .Code(),
+              "0-0");
+    const auto state = [&] {
+        return site.Post(kRoot + "visitorRecord", R"({"queryVisitorRecordCondition":{}})")
+            .Int("/data/queryVisitorRecordResultList/0/visitState");
+    };
+    EXPECT_EQ(state(), 1);
+    site.Advance(3 * 3600000);
+    EXPECT_EQ(state(), 3);
+    set(R"("autoLeave":true)");
+    EXPECT_EQ(state(), 2);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -42,9 +44,9 @@ TEST(Call, KeepsStateInADatabaseAndTakesBodiesFromFilesAndPipes)
 TEST(Call, ARefusalOfThePlatformIsFalseWithItsReason)
 {
     const ProcessResult result = Nexwire({"call", "modifyAccessGroupName", "groupGuid=none", "name=n"});
-    EXPECT_EQ(1, result.code);
+    EXPECT_EQ(4, result.code);
     EXPECT_EQ("", result.out);
-    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false"), ContainsRegex("envelope [1-9][0-9]*-[1-9]")));
+    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false, refused"), ContainsRegex("envelope [1-9][0-9]*-[1-9]")));
 }
 
 TEST(Call, AnAmbiguousOverloadIsRefusedAndListed)
@@ -57,6 +59,54 @@ TEST(Call, AnAmbiguousOverloadIsRefusedAndListed)
     EXPECT_EQ(0, Nexwire({"call", "getConfigRequest(SnapConfig)", "deviceGuid=AC000000000000000000000000000001",
                           "condition=1"})
                      .code);
+}
+
+TEST(Call, PagesGoOnToTheEndOneElementALine)
+{
+    const Folder folder;
+    const std::string database = folder.Path("site.db");
+    std::string persons;
+    for (int i = 1; i <= 57; ++i) {
+        persons += (i == 1 ? "" : ",") + std::string(R"({"basic":{"name":"Clone )") + std::to_string(i) + "\"}}";
+    }
+    const std::string body = folder.Write("persons.json", R"({"personnelInfoList":[)" + persons + "]}");
+    ASSERT_EQ(0, Nexwire({"call", "AddPersonComm", "unusedSid=", "--db", database, "--body", body}).code);
+    const std::string query = folder.Write("query.json", R"({"name":"Clone","pageSize":20})");
+    const std::vector<std::string> find = {
+        "call",     "FindPersonsComm",       "unusedSid=", "--db", database, "--body", query, "--pages",
+        "--record", folder.Path("exchanges")};
+    const ProcessResult all = Nexwire(find);
+    EXPECT_EQ(0, all.code) << all.err;
+    EXPECT_EQ(57, std::count(all.out.begin(), all.out.end(), '\n'));
+    EXPECT_THAT(all.out, AllOf(StartsWith("{\"basic\":{"), HasSubstr("\"Clone 1\""), HasSubstr("\"Clone 57\"")));
+    // Three pages, and none beyond the last.
+    const std::string exchanges = folder.Read("exchanges");
+    EXPECT_THAT(exchanges, AllOf(HasSubstr(R"(\"pageNo\":\t3)"), Not(HasSubstr(R"(\"pageNo\":\t4)"))));
+
+    const ProcessResult none = Nexwire({"call", "queryAccessGroups", "--pages"});
+    EXPECT_EQ(2, none.code);
+    EXPECT_THAT(none.err, HasSubstr("pageNo"));
+}
+
+TEST(Call, FollowsASynchronisationToItsEnd)
+{
+    const Folder folder;
+    const std::string database = folder.Path("site.db");
+    const std::string body = folder.Write("query.json", "{}");
+    const ProcessResult started =
+        Nexwire({"call", "SynchronousFromDevice", "deviceGuid=AC000000000000000000000000000001", "--body", body, "--db",
+                 database, "--compact"});
+    const std::size_t at = started.out.find("taskGuid");
+    ASSERT_NE(at, std::string::npos) << started.out;
+    const std::string task = started.out.substr(started.out.find_first_of("0123456789ABCDEF", at + 8), 32);
+    const ProcessResult done =
+        Nexwire({"call", "SynchronousProgressComm", "taskGuid=" + task, "--db", database, "--follow"});
+    EXPECT_EQ(0, done.code) << done.err;
+    EXPECT_THAT(done.out, HasSubstr("\"finished\": true"));
+    EXPECT_THAT(done.err, HasSubstr("nexwire: 100 %\n"));
+
+    EXPECT_EQ(4, Nexwire({"call", "SynchronousProgressComm", "taskGuid=none", "--follow"}).code);
+    EXPECT_EQ(2, Nexwire({"call", "queryAccessGroups", "--follow"}).code);
 }
 
 TEST(DryRun, ShowsTheRecordByteForByte)
