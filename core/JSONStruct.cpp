@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 #include "core/JsonTree.h"
 
 namespace nexwire {

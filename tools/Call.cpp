@@ -129,10 +129,9 @@ int DryRun(catalogue::Call& call, const CallOptions& options, const std::map<std
 }
 
 /// Tells how the exchange went, in one line.
-void Report(const catalogue::Call& call, const catalogue::Outcome& outcome, const ExchangeRecord& exchange,
+void Report(const catalogue::Call& call, const catalogue::Outcome& outcome, bool direct, const ExchangeRecord& exchange,
             const Keel::Error::ErrorCode& last, std::int64_t milliseconds)
 {
-    const bool direct = call.function().ClassName() == "CTWDeviceCommon";
     std::string text = call.function().Name() + " returned " + (outcome.success ? "true" : "false") + " after " +
                        std::to_string(milliseconds) + " ms";
     if (!direct && exchange.sent) {
@@ -328,7 +327,7 @@ int Run(const CallOptions& options)
     if (options.dryRun) {
         return DryRun(*call, options, headers);
     }
-    const bool direct = call->function().ClassName() == "CTWDeviceCommon";
+    const bool direct = catalogue::Recorder().Run(call->function()).direct;
     const Other other(options, direct, headers);
     Keel::Error::SetLastError({});
     const auto before = std::chrono::steady_clock::now();
@@ -337,7 +336,7 @@ int Run(const CallOptions& options)
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
     const Keel::Error::ErrorCode last = Keel::Error::GetLastError();
     const ExchangeRecord& exchange = LastExchange();
-    Report(*call, outcome, exchange, last, taken);
+    Report(*call, outcome, direct, exchange, last, taken);
     if (other.RecordingFailed()) {
         Warn("the exchange could not be recorded in " + options.recordFile);
     }

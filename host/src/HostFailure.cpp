@@ -1,7 +1,7 @@
 #include "HostFailure.h"
 
-#include "keel/Error.h"
-#include "keel/StringUtil.h"
+#include <keel/Error.h>
+#include <keel/StringUtil.h>
 
 namespace nexwire {
 namespace host {

@@ -17,8 +17,8 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
-#include "httpcore/Trust.h"
-#include "keel/StringUtil.h"
+#include <httpcore/Trust.h>
+#include <keel/StringUtil.h>
 
 namespace nexwire {
 namespace host {
