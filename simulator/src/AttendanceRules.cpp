@@ -1,8 +1,9 @@
 #include "src/AttendanceRules.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
+
+#include "src/Clock.h"
 
 namespace nexwire::simulator {
 namespace {
@@ -19,15 +20,7 @@ bool Digits(const std::string& text, std::size_t at, std::size_t count, int& val
     return true;
 }
 
-/// Days from 1970-01-01 of a day of the Gregorian calendar; years begin in March, so that leap days end one.
-int DaysFromCivil(int year, int month, int day)
-{
-    year -= month <= 2 ? 1 : 0;
-    const int era = year / 400;
-    const int yearOfEra = year - era * 400;
-    const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
-}
+constexpr std::int64_t kDayMs = 86400000;
 
 int Shared(const std::vector<Span>& spans, Span with)
 {
@@ -40,19 +33,26 @@ int Shared(const std::vector<Span>& spans, Span with)
 
 std::string Trimmed(const std::string& text)
 {
-    const std::size_t first = text.find_first_not_of(" \t\r\"");
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(" \t\r\"") - first + 1);
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
+/// Quotes keep separators together and do not belong to the text.
 std::vector<std::string> Columns(const std::string& line, const std::string& separator)
 {
-    std::vector<std::string> columns;
-    std::size_t at = 0;
-    for (std::size_t next; (next = line.find(separator, at)) != std::string::npos; at = next + separator.size()) {
-        columns.push_back(Trimmed(line.substr(at, next - at)));
+    std::vector<std::string> columns(1);
+    bool quoted = false;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (line[at] == '"') {
+            quoted = !quoted;
+        } else if (!quoted && line.compare(at, separator.size(), separator) == 0) {
+            columns.emplace_back();
+            at += separator.size() - 1;
+        } else {
+            columns.back() += line[at];
+        }
     }
-    columns.push_back(Trimmed(line.substr(at)));
+    std::transform(columns.begin(), columns.end(), columns.begin(), Trimmed);
     return columns;
 }
 
@@ -63,144 +63,158 @@ int Overlap(Span one, Span other)
     return std::max(0, std::min(one.end, other.end) - std::max(one.begin, other.begin));
 }
 
+namespace {
+
+/// Works out one period, step by step.
+class Assessment {
+public:
+    Assessment(const WorkPeriod& period, const std::vector<Span>& leaves, const MissingClock& missing)
+        : period_(period), leaves_(leaves), missing_(missing), due_(period.work)
+    {
+    }
+
+    /// The first record in the window of the start, and the last one behind it in that of the end.
+    void Take(const std::vector<int>& clocks)
+    {
+        for (const int clock : clocks) {
+            if (out_.startClock < 0 && clock >= period_.startWindow.begin && clock <= period_.startWindow.end) {
+                out_.startClock = clock;
+            }
+        }
+        for (const int clock : clocks) {
+            if (clock >= period_.endWindow.begin && clock <= period_.endWindow.end && clock > out_.startClock) {
+                out_.endClock = clock;
+            }
+        }
+    }
+
+    /// Rests within leave belong to the leave, and who is on leave at one end is not expected there.
+    void Expect()
+    {
+        const int rests = Shared(period_.rests, period_.work);
+        int restsInLeave = 0;
+        for (const Span& rest : period_.rests) {
+            restsInLeave += std::min(rest.Length(), Shared(leaves_, rest));
+        }
+        out_.leave = std::max(0, Shared(leaves_, period_.work) - restsInLeave);
+        out_.rest = rests - restsInLeave;
+        out_.expected = std::max(0, period_.work.Length() - rests - out_.leave);
+        for (const Span& span : leaves_) {
+            if (span.begin <= due_.begin && span.end > due_.begin) {
+                due_.begin = span.end;
+            }
+            if (span.end >= due_.end && span.begin < due_.end) {
+                due_.end = std::max(due_.begin, span.begin);
+            }
+        }
+        out_.startStatus = due_.begin > period_.work.begin ? "vocation" : "normal";
+        out_.endStatus = due_.end < period_.work.end ? "vocation" : "normal";
+    }
+
+    /// @return false when it was missed as a whole.
+    bool Judge()
+    {
+        const bool noStart = out_.startClock < 0 && period_.needStart && out_.startStatus != "vocation";
+        const bool noEnd = out_.endClock < 0 && period_.needEnd && out_.endStatus != "vocation";
+        worked_ = due_;
+        bool absent = noStart && noEnd;
+        if (noStart) {
+            out_.startStatus = missing_.start == "normal" ? "noClock" : missing_.start;
+            out_.late = missing_.start == "late" ? missing_.startDuration : 0;
+            absent = absent || missing_.start == "absence";
+        } else if (out_.startClock > due_.begin) {
+            worked_.begin = out_.startClock;
+            const int late = out_.startClock - due_.begin;
+            // Coming later is made up for by leaving later.
+            const int made = std::min({period_.flexible, late, std::max(0, out_.endClock - due_.end)});
+            absent = Missed(late - made, period_.lateAllowed, period_.lateToAbsence, out_.late) || absent;
+            out_.startStatus = out_.late > 0 ? "late" : out_.startStatus;
+        }
+        if (noEnd) {
+            out_.endStatus = missing_.end == "normal" ? "noClock" : missing_.end;
+            out_.early = missing_.end == "early" ? missing_.endDuration : 0;
+            absent = absent || missing_.end == "absence";
+        } else if (out_.endClock >= 0 && out_.endClock < due_.end) {
+            worked_.end = out_.endClock;
+            absent =
+                Missed(due_.end - out_.endClock, period_.earlyAllowed, period_.earlyToAbsence, out_.early) || absent;
+            out_.endStatus = out_.early > 0 ? "early" : out_.endStatus;
+        }
+        if (absent) {
+            out_.absence = out_.expected;
+            out_.late = out_.early = 0;
+            out_.startStatus = out_.startStatus == "vocation" ? "vocation" : "absence";
+            out_.endStatus = out_.endStatus == "vocation" ? "vocation" : "absence";
+        }
+        return !absent;
+    }
+
+    void Count(const OvertimeTerms& overtime)
+    {
+        if (period_.flexible > 0 && out_.endClock > due_.end) {
+            const int made = std::min(period_.flexible, worked_.begin - due_.begin);
+            worked_.end = std::min(out_.endClock, due_.end + made);
+        }
+        out_.work = std::max(0, worked_.Length() - Shared(period_.rests, worked_) - Shared(leaves_, worked_));
+        const int extra = out_.endClock - worked_.end - overtime.startAfter;
+        if (overtime.enabled && out_.endClock >= 0 && extra > 0 && extra >= overtime.least) {
+            out_.overtime = overtime.most > 0 ? std::min(extra, overtime.most) : extra;
+        }
+    }
+
+    PeriodOutcome Run(const std::vector<int>& clocks, const OvertimeTerms& overtime)
+    {
+        Take(clocks);
+        Expect();
+        if (due_.Length() == 0) {
+            out_.startStatus = out_.endStatus = "vocation";
+            out_.rest = 0;
+            return out_;
+        }
+        if (Judge()) {
+            Count(overtime);
+        }
+        return out_;
+    }
+
+private:
+    /// @return whether so much is absence.
+    static bool Missed(int minutes, int allowed, int toAbsence, int& counted)
+    {
+        counted = minutes > allowed ? minutes : 0;
+        return toAbsence > 0 && counted >= toAbsence;
+    }
+
+    const WorkPeriod& period_;
+    const std::vector<Span>& leaves_;
+    const MissingClock& missing_;
+    Span due_;    ///< What leave leaves of the period.
+    Span worked_; ///< What of it was kept.
+    PeriodOutcome out_;
+};
+
+} // namespace
+
 PeriodOutcome Assess(const WorkPeriod& period, const std::vector<int>& clocks, const std::vector<Span>& leaves,
                      const MissingClock& missing, const OvertimeTerms& overtime)
 {
-    PeriodOutcome outcome;
-    const auto inside = [](Span window, int clock) { return clock >= window.begin && clock <= window.end; };
-    for (const int clock : clocks) {
-        if (outcome.startClock < 0 && inside(period.startWindow, clock)) {
-            outcome.startClock = clock;
-        }
-    }
-    for (const int clock : clocks) {
-        if (inside(period.endWindow, clock) && clock > outcome.startClock) {
-            outcome.endClock = clock;
-        }
-    }
-    // Rests within leave belong to the leave.
-    const int rests = Shared(period.rests, period.work);
-    int restsInLeave = 0;
-    for (const Span& rest : period.rests) {
-        restsInLeave += std::min(rest.Length(), Shared(leaves, rest));
-    }
-    const int leave = Shared(leaves, period.work);
-    outcome.leave = std::max(0, leave - restsInLeave);
-    outcome.rest = rests - restsInLeave;
-    outcome.expected = std::max(0, period.work.Length() - rests - outcome.leave);
-
-    // Who is on leave at one end is not expected there.
-    const auto onLeave = [&](int minute) {
-        return std::any_of(leaves.begin(), leaves.end(),
-                           [&](const Span& span) { return span.begin <= minute && minute < span.end; });
-    };
-    Span due = period.work;
-    for (const Span& span : leaves) {
-        if (span.begin <= due.begin && span.end > due.begin) {
-            due.begin = span.end;
-        }
-        if (span.end >= due.end && span.begin < due.end) {
-            due.end = std::max(due.begin, span.begin);
-        }
-    }
-    const bool leaveAtStart = onLeave(period.work.begin);
-    const bool leaveAtEnd = onLeave(period.work.end - 1);
-    if (due.Length() == 0) {
-        outcome.startStatus = outcome.endStatus = "vocation";
-        outcome.rest = 0;
-        return outcome;
-    }
-
-    const bool noStart = outcome.startClock < 0 && period.needStart && !leaveAtStart;
-    const bool noEnd = outcome.endClock < 0 && period.needEnd && !leaveAtEnd;
-    bool absent = noStart && noEnd;
-    outcome.startStatus = leaveAtStart ? "vocation" : "normal";
-    outcome.endStatus = leaveAtEnd ? "vocation" : "normal";
-    int startedAt = due.begin;
-    if (noStart) {
-        outcome.startStatus = missing.start == "normal" ? "noClock" : missing.start;
-        absent = absent || missing.start == "absence";
-        outcome.late = missing.start == "late" ? missing.startDuration : 0;
-    } else if (outcome.startClock > due.begin) {
-        startedAt = outcome.startClock;
-        const int late = outcome.startClock - due.begin;
-        // Coming later is made up for by leaving later.
-        const int made = std::min({period.flexible, late, std::max(0, outcome.endClock - due.end)});
-        if (late - made > period.lateAllowed) {
-            outcome.late = late - made;
-            outcome.startStatus = "late";
-        }
-        if (period.lateToAbsence > 0 && outcome.late >= period.lateToAbsence) {
-            absent = true;
-            outcome.startStatus = "absence";
-        }
-    }
-    int endedAt = due.end;
-    if (noEnd) {
-        outcome.endStatus = missing.end == "normal" ? "noClock" : missing.end;
-        absent = absent || missing.end == "absence";
-        outcome.early = missing.end == "early" ? missing.endDuration : 0;
-    } else if (outcome.endClock >= 0 && outcome.endClock < due.end) {
-        endedAt = outcome.endClock;
-        const int early = due.end - outcome.endClock;
-        if (early > period.earlyAllowed) {
-            outcome.early = early;
-            outcome.endStatus = "early";
-        }
-        if (period.earlyToAbsence > 0 && outcome.early >= period.earlyToAbsence) {
-            absent = true;
-            outcome.endStatus = "absence";
-        }
-    }
-    if (absent) {
-        outcome.absence = outcome.expected;
-        outcome.late = outcome.early = 0;
-        outcome.startStatus = outcome.startStatus == "vocation" ? "vocation" : "absence";
-        outcome.endStatus = outcome.endStatus == "vocation" ? "vocation" : "absence";
-        return outcome;
-    }
-    if (period.flexible > 0 && outcome.endClock > due.end) {
-        endedAt = std::min(outcome.endClock, due.end + std::min(period.flexible, std::max(0, startedAt - due.begin)));
-    }
-    const Span worked{startedAt, endedAt};
-    outcome.work = std::max(0, worked.Length() - Shared(period.rests, worked) - Shared(leaves, worked));
-    if (overtime.enabled && outcome.endClock >= 0) {
-        const int extra = outcome.endClock - endedAt - overtime.startAfter;
-        if (extra > 0 && extra >= overtime.least) {
-            outcome.overtime = overtime.most > 0 ? std::min(extra, overtime.most) : extra;
-        }
-    }
-    return outcome;
+    return Assessment(period, leaves, missing).Run(clocks, overtime);
 }
 
 bool ParseDate(const std::string& text, int& day)
 {
-    static constexpr std::array<int, 12> kLengths = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    int year = 0;
-    int month = 0;
-    int date = 0;
-    if (!Digits(text, 0, 4, year) || !Digits(text, 5, 2, month) || !Digits(text, 8, 2, date) || text[4] != '-' ||
-        text[7] != '-' || year < 1970 || month < 1 || month > 12 || date < 1 ||
-        date > kLengths[static_cast<std::size_t>(month - 1)]) {
+    const std::string date = text.substr(0, 10);
+    const auto ms = FromIsoTime(date + "T00:00:00+00:00");
+    if (!ms || *ms < 0 || IsoTime(*ms).substr(0, 10) != date) { // What is no day of its month comes back as another.
         return false;
     }
-    day = DaysFromCivil(year, month, date);
-    return PrintDate(day) == text.substr(0, 10);
+    day = static_cast<int>(*ms / kDayMs);
+    return true;
 }
 
 std::string PrintDate(int day)
 {
-    const int shifted = day + 719468;
-    const int era = shifted / 146097;
-    const int dayOfEra = shifted - era * 146097;
-    const int yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const int dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const int monthFromMarch = (5 * dayOfYear + 2) / 153;
-    const int month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-    char text[32];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d", yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month,
-                  dayOfYear - (153 * monthFromMarch + 2) / 5 + 1);
-    return text;
+    return IsoTime(day * kDayMs).substr(0, 10);
 }
 
 int ParseTime(const std::string& text)
@@ -216,9 +230,20 @@ int ParseTime(const std::string& text)
 std::string PrintTime(int minutes)
 {
     char text[16];
-    const int ofDay = ((minutes % 1440) + 1440) % 1440;
+    const int ofDay = ((minutes % kDayMinutes) + kDayMinutes) % kDayMinutes;
     std::snprintf(text, sizeof text, "%02d:%02d", ofDay / 60, ofDay % 60);
     return text;
+}
+
+bool ParseMoment(const std::string& text, int& minute)
+{
+    int day = 0;
+    const int ofDay = text.size() < 16 ? -1 : ParseTime(text.substr(11));
+    if (ofDay < 0 || ofDay >= kDayMinutes || !ParseDate(text, day)) {
+        return false;
+    }
+    minute = day * kDayMinutes + ofDay;
+    return true;
 }
 
 int WeekDay(int day)
@@ -247,13 +272,10 @@ std::vector<ClockLine> ReadClockLines(const std::string& file, const std::string
             line.fault = "three columns are needed: number, name, time";
         } else if (columns[0].empty()) {
             line.fault = "no number";
-        } else if (!ParseDate(columns[2], line.day) || columns[2].size() < 16 ||
-                   (line.minute = ParseTime(columns[2].substr(11))) < 0 || line.minute > 1439) {
+        } else if (!ParseMoment(columns[2], line.minute)) {
             line.fault = "no time: \"" + columns[2] + "\"";
         }
-        if (!columns.empty()) {
-            line.code = columns[0];
-        }
+        line.code = columns[0];
         lines.push_back(std::move(line));
     }
     return lines;

@@ -9,6 +9,8 @@ namespace nexwire::simulator {
 // What clock records mean for a stretch of work. Everything is whole minutes from midnight of the day that the stretch
 // belongs to; the next day begins at 1440. No store, no JSON: what comes out can be worked out by hand.
 
+constexpr int kDayMinutes = 1440;
+
 struct Span {
     int begin = 0;
     int end = 0;
@@ -43,7 +45,7 @@ struct MissingClock {
 
 struct OvertimeTerms {
     bool enabled = false;
-    int level = 1;
+    int level = 1;      ///< 1 to 3.
     int startAfter = 0; ///< Minutes behind the end of work that do not count.
     int least = 0;
     int most = 0; ///< 0 no limit.
@@ -75,6 +77,8 @@ std::string PrintDate(int day);
 /// Minutes from "HH:MM"; -1 for anything else.
 int ParseTime(const std::string& text);
 std::string PrintTime(int minutes);
+/// Minutes from 1970-01-01 00:00 of "YYYY-MM-DD?HH:MM...", as it stands: sites write their own time.
+bool ParseMoment(const std::string& text, int& minute);
 /// Monday is 1.
 int WeekDay(int day);
 
@@ -82,13 +86,12 @@ int WeekDay(int day);
 struct ClockLine {
     int number = 0; ///< From 1, the heading included.
     std::string text;
-    std::string code; ///< Number of the person.
-    int day = 0;
-    int minute = 0;
+    std::string code;  ///< Number of the person.
+    int minute = 0;    ///< From 1970-01-01 00:00.
     std::string fault; ///< What is wrong with the line; empty when it is good.
 };
 
-/// Reads "number,name,date time" line by line; empty lines are passed over.
+/// Reads "number,name,date time" line by line; empty lines are passed over. What quotes surround may hold separators.
 std::vector<ClockLine> ReadClockLines(const std::string& file, const std::string& separator, bool skipFirst);
 
 } // namespace nexwire::simulator

@@ -204,7 +204,11 @@ private:
             if (bound) {
                 const std::string time = Time(member.key);
                 if (!time.empty() && !Fixed(time)) {
-                    Put(time, test, value);
+                    // The last of some days counts to its end.
+                    const bool lastDay =
+                        test == Test::kAtMost && EndsWith(member.key, "date") && !AsText(&value).empty();
+                    const std::string end = std::string(AsText(&value)) + "T24";
+                    Put(time, test, lastDay ? MakeText(end, handling_.Memory()) : Copy(value, handling_.Memory()));
                 }
                 return;
             }

@@ -129,10 +129,19 @@ private:
         std::ofstream(file, std::ios::binary) << Records();
         const auto progress = std::make_shared<int>(0);
         std::string upload;
+        std::atomic<bool> over{false};
+        std::thread watcher([&] {
+            while (!over) {
+                screen_.Progress("upload", *progress);
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        });
         const bool sent = FileImportEventCommAtt::requestUploadByAttendance(progress, upload, file.u8string());
+        over = true;
+        watcher.join();
+        screen_.Progress("upload", *progress);
         std::error_code ignored;
         std::filesystem::remove(file, ignored);
-        screen_.Progress("upload", *progress);
         protocol::ImportAttendanceFiles order;
         order.uploadGuid = upload;
         protocol::FileImportReturnData result;
@@ -169,24 +178,49 @@ private:
                     std::to_string(result.manualResult.personTotal) + " persons calculated");
     }
 
+    /// A column a day, a line a person.
     bool Print()
     {
-        screen_.Step("Print the month, a line a person");
-        bool done = true;
-        for (int person = 1; done && person <= kTeam; ++person) {
+        screen_.Step("Print the month: in time o, late L, early E, both B, absent A, free .");
+        char line[160];
+        std::vector<std::string> table;
+        std::string days;
+        for (int day = 1; day <= kDays; ++day) {
+            days += static_cast<char>('0' + day % 10);
+        }
+        std::snprintf(line, sizeof line, "%-12s %s %7s %7s %7s", "", days.c_str(), "work", "late", "absent");
+        table.emplace_back(line);
+        for (int person = 1; person <= kTeam; ++person) {
             protocol::MonthCondition condition;
             condition.month = kMonth;
             condition.personnelID = Person(person);
             protocol::MonthDetail month;
-            done = AttendanceHandleComm::getMonthDetail(month, condition);
-            char line[160];
-            std::snprintf(
-                line, sizeof line, "%-14s %2d of %2d days, %5.1f h, late %2d (%3d min), early %2d, absent %2d",
-                month.personnelName.c_str(), month.attendDayTotal, month.workDayTotal, month.workDuration / 60.0,
-                month.lateTotal, month.lateDuration, month.earlyTotal, month.absenceTotal);
-            done = Done(done, line);
+            const bool done = AttendanceHandleComm::getMonthDetail(month, condition);
+            std::string states;
+            int minutes = 0;
+            for (const protocol::DayDetail& day : month.dayDetailList) {
+                states += Letter(day.status);
+                minutes += day.workDuration;
+            }
+            std::snprintf(line, sizeof line, "%-12s %s %5.1f h %3d min %5d d", month.personnelName.c_str(),
+                          states.c_str(), month.workDuration / 60.0, month.lateDuration, month.absenceTotal);
+            table.emplace_back(line);
+            if (!done || minutes != month.workDuration) {
+                return Done(false, "the month of " + month.personnelName);
+            }
         }
-        return done;
+        for (const std::string& each : table) {
+            screen_.Result(each);
+        }
+        return true;
+    }
+
+    static char Letter(const std::string& status)
+    {
+        return status == "normal"         ? 'o'
+               : status == "lateAndEarly" ? 'B'
+               : status == "rest"         ? '.'
+                                          : static_cast<char>(status[0] - 'a' + 'A');
     }
 
     bool Export()
