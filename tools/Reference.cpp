@@ -99,19 +99,27 @@ std::string ArgumentCode(const std::string& parameter, std::string& declarations
         return "true";
     }
     if (type.find('*') != std::string::npos) {
-        return type == "void*" ? "&structure" : name + ".data()";
+        declarations += "protocol::DagPassThroughReq structure; // Any structure that is sent.\n";
+        return "&structure";
+    }
+    if (name == "size") {
+        return "sizeof(structure)";
     }
     if (plain && (type == "int" || type == "unsigned int" || type.find("int32_t") != std::string::npos ||
                   type.find("int64_t") != std::string::npos)) {
         return "1";
     }
-    const bool own = type.find("::") == std::string::npos && type.find('<') == std::string::npos && type != "int" &&
+    // What stands in no namespace is the library's own, in lists, too.
+    const std::string vector = "std::vector<";
+    const std::size_t element = type.compare(0, vector.size(), vector) == 0 ? vector.size() : 0;
+    const bool own = type.find("::", element) == std::string::npos && type.compare(element, 3, "int") != 0 &&
                      type != "bool" && type != "double";
     const std::string start = type == "int" || type == "double" ? " = 0"
                               : type == "bool"                  ? " = false"
                               : type == "std::shared_ptr<int>"  ? " = std::make_shared<int>(0)"
                                                                 : "";
-    declarations += (own ? "nexwire::" : "") + type + " " + name + start + ";\n";
+    declarations +=
+        type.substr(0, element) + (own ? "nexwire::" : "") + type.substr(element) + " " + name + start + ";\n";
     return name;
 }
 
