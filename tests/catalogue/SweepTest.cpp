@@ -107,7 +107,7 @@ void Fill(Call& call, const std::string& file)
             good = call.Set(i, arguments[i].name == "timeoutMs" ? "60000" : "1", error);
             break;
         case Shape::Structure:
-            good = arguments[i].output || call.Set(i, WithIdentifiers(*arguments[i].type->fields()), error);
+            good = call.Set(i, WithIdentifiers(*arguments[i].type->fields()), error);
             break;
         default:
             call.Sample(i);
