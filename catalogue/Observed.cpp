@@ -153,7 +153,7 @@ public:
     }
 
 private:
-    /// No number of the contract comes near.
+    /// No number of any request comes near.
     static constexpr int kFirstNumber = 1913774000;
 
     const Recorder& recorder_;

@@ -15,9 +15,9 @@ namespace catalogue {
 namespace {
 
 /// Notes what it is asked to send and answers with an empty envelope.
-class RecordingExecutor : public IRequestExecutor {
+class NotingExecutor : public IRequestExecutor {
 public:
-    explicit RecordingExecutor(std::vector<RequestParams>& requests) : requests_(requests) {}
+    explicit NotingExecutor(std::vector<RequestParams>& requests) : requests_(requests) {}
 
     bool Execute(RspInfos& response, const RequestParams& request, int) override
     {
@@ -52,16 +52,17 @@ public:
 struct Recorder::State {
     std::vector<RequestParams> requests;
     bool ours = false;
-    /// Stands in for the video wall service; there once it was needed.
-    std::unique_ptr<DirectRecorder> service;
+    /// Stands in for the video wall service.
+    DirectRecorder service;
     /// Stands in for local files; there once it was needed.
     std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
 {
+    CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
     NexwireInitParams params;
-    auto executor = std::make_unique<RecordingExecutor>(state_->requests);
+    auto executor = std::make_unique<NotingExecutor>(state_->requests);
     auto encryption = std::make_unique<ClearEncryption>();
     params.executor = executor.get();
     params.encryption = encryption.get();
@@ -147,21 +148,8 @@ Trace Recorder::Run(const Function& function)
 Trace Recorder::Run(Call& call)
 {
     Trace trace;
-    if (call.function().ClassName() == "CTWDeviceCommon") {
-        if (call.function().Name() == "CTWDeviceCommon::init") {
-            return trace;
-        }
-        if (!state_->service) {
-            state_->service = std::make_unique<DirectRecorder>();
-            CTWDeviceCommon::init("127.0.0.1", state_->service->Port());
-        }
-        state_->service->Clear();
-        call.Run();
-        trace.direct = true;
-        trace.sent = state_->service->Take(trace.request);
-        return trace;
-    }
     state_->requests.clear();
+    state_->service.Clear();
     call.Run();
     if (!state_->requests.empty()) {
         trace.sent = true;
@@ -170,6 +158,12 @@ Trace Recorder::Run(Call& call)
         for (const RequestParams& request : state_->requests) {
             trace.before.push_back(request.url);
         }
+        return trace;
+    }
+    trace.direct = trace.sent = state_->service.Take(trace.request);
+    if (!trace.sent) {
+        // It may have been the function that says where the service is.
+        CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
     }
     return trace;
 }

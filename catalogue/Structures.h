@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 
 namespace nexwire {
 namespace catalogue {

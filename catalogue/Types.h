@@ -9,7 +9,7 @@
 
 #include <keel/Error.h>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 
 // What an argument of a request function can be, and how a value of it is made from text and shown as JSON.

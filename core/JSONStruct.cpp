@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/AnswerBudget.h"
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 #include "core/JsonTree.h"
 
 namespace nexwire {

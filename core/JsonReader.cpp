@@ -10,7 +10,7 @@
 #include <rapidjson/reader.h>
 
 #include "core/AnswerBudget.h"
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 
 namespace nexwire {
 namespace core {

@@ -6,7 +6,7 @@
 #include <keel/StringUtil.h>
 
 #include "core/ConfigManager.h"
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 #include "core/Serialize.h"
 
 namespace nexwire {

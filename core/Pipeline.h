@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 #include "core/Guard.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 #include "nexwire/LastExchange.h"

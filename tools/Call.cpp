@@ -198,10 +198,10 @@ int CodeOf(const Course& course)
     return course.exchange.sent && !course.exchange.parsed ? kTransport : kFalse;
 }
 
-Course Run(catalogue::Call& call)
+Course Run(catalogue::Call& call, bool direct = false)
 {
     Course course;
-    course.direct = call.function().ClassName() == "CTWDeviceCommon";
+    course.direct = direct;
     Keel::Error::SetLastError({});
     const auto before = std::chrono::steady_clock::now();
     course.outcome = call.Run();
@@ -563,7 +563,8 @@ int Run(const CallOptions& options)
         static_cast<void>(Complete(*call, given, options, course));
         return DryRun(*call, options, headers);
     }
-    const Other other(options, call->function().ClassName() == "CTWDeviceCommon", headers);
+    const bool direct = catalogue::Recorder().Run(call->function()).direct;
+    const Other other(options, direct, headers);
     if (!Complete(*call, given, options, course)) {
         Complain("--merge: what is set now could not be read, and nothing was changed");
         return Finish(options, *call, course);
@@ -571,7 +572,7 @@ int Run(const CallOptions& options)
     if (options.pages || options.follow) {
         return options.pages ? Pages(*call, options) : Follow(*call, options);
     }
-    course = Run(*call);
+    course = Run(*call, direct);
     if (other.RecordingFailed()) {
         Warn("the exchange could not be recorded in " + options.recordFile);
     }

@@ -162,6 +162,7 @@ private:
         Value info = Object();
         Add(info, "title", "Security-management platform, as the nexwire library speaks to it");
         Add(info, "version", NEXWIRE_VERSION);
+        Add(info, "license", Json(R"({"name": "MIT", "identifier": "MIT"})"));
         Add(info, "description",
             "Every request of the library, found by running its functions. Functions that share a path and a verb "
             "stand in one operation; `x-nexwire-functions` names them, and each has an example of its body.\n\n"
@@ -171,6 +172,7 @@ private:
             "`data` holds the result.");
         Add(document_, "info", std::move(info));
         Add(document_, "servers", Server("https://{host}:{port}", "The platform", "platform.example", "443"));
+        Add(document_, "security", Json(R"([{"credentials": []}, {}])"));
         Value verbs = Object();
         for (const auto& verb : host::HttpExecutorOptions().verbs) {
             Add(verbs, std::to_string(verb.first), verb.second);
@@ -204,6 +206,7 @@ private:
             if (seen.insert(observed.function->Module()).second) {
                 Value tag = Object();
                 Add(tag, "name", observed.function->Module());
+                Add(tag, "description", "Functions of the headers in nexwire/" + observed.function->Module());
                 Push(tags, std::move(tag));
             }
         }
@@ -340,6 +343,9 @@ private:
         }
         Value responses = Object();
         Add(responses, "200", Response(group));
+        if (!first.direct) {
+            Add(responses, "4XX", Json(R"({"$ref": "#/components/responses/Refused"})"));
+        }
         Add(operation, "responses", std::move(responses));
         return operation;
     }
@@ -372,11 +378,112 @@ private:
         return headers;
     }
 
+    /// The schema of what a function was seen to send; members that its record has, too, are told as there.
+    Value ShownSchema(const Value& shown, const std::string& record)
+    {
+        if (shown.IsArray()) {
+            Value list = OfType("array");
+            Add(list, "items", shown.Empty() ? Object() : ShownSchema(shown[0], ""));
+            return list;
+        }
+        if (!shown.IsObject()) {
+            return OfType(shown.IsString()  ? "string"
+                          : shown.IsBool()  ? "boolean"
+                          : shown.IsInt64() ? "integer"
+                                            : "number");
+        }
+        const catalogue::StructureView view = catalogue::ViewOf(record);
+        Value properties = Object();
+        for (const auto& member : shown.GetObject()) {
+            const std::string key = member.name.GetString();
+            Value seen = ShownSchema(member.value, "");
+            for (const catalogue::MemberView& known : view.members) {
+                if (known.key == key && (known.list || !member.value.IsArray()) &&
+                    (known.structure.empty() ? !HoldsObjects(member.value) : HoldsObjects(member.value))) {
+                    seen = MemberSchema(known);
+                }
+            }
+            Add(properties, key, std::move(seen));
+        }
+        Value schema = OfType("object");
+        Add(schema, "properties", std::move(properties));
+        return schema;
+    }
+
+    static bool HoldsObjects(const Value& value)
+    {
+        return value.IsObject() || (value.IsArray() && !value.Empty() && value[0].IsObject());
+    }
+
+    /// Changes what a comment does not allow, such as the defaults of members that must be given.
+    void Fit(Value& value, const catalogue::MemberView& member)
+    {
+        const catalogue::Limits& limits = *member.limits;
+        if (value.IsArray()) {
+            const auto wanted = static_cast<rapidjson::SizeType>(limits.minItems.set ? limits.minItems.value : 0);
+            while (member.structure.empty() && value.Size() < wanted) {
+                Push(value, member.kind == core::Kind::TextList ? Text("") : Value(0));
+            }
+            for (Value& element : value.GetArray()) {
+                Fit(element, member);
+            }
+        } else if (value.IsObject()) {
+            Fit(value, member.structure);
+        } else if (value.IsString()) {
+            const std::string text = value.GetString();
+            const auto is = [&](const catalogue::Choice& choice) { return text == choice.value; };
+            if (limits.closed && std::none_of(limits.values.begin(), limits.values.end(), is) &&
+                !(text.empty() && limits.empty)) {
+                value = Text(limits.values.data[0].value);
+            } else if (limits.minLength.set && text.size() < static_cast<std::size_t>(limits.minLength.value) &&
+                       !(text.empty() && limits.empty)) {
+                value = Text(std::string(static_cast<std::size_t>(limits.minLength.value), '1'));
+            }
+        } else if (value.IsInt64()) {
+            const std::int64_t number = value.GetInt64();
+            const auto is = [&](const catalogue::Choice& choice) { return std::to_string(number) == choice.value; };
+            const bool also = std::find(limits.also.begin(), limits.also.end(), number) != limits.also.end();
+            if (limits.closed && std::none_of(limits.values.begin(), limits.values.end(), is)) {
+                value = Value(static_cast<std::int64_t>(std::stoll(limits.values.data[0].value)));
+            } else if (!also && limits.minimum.set && number < limits.minimum.value) {
+                value = Value(limits.minimum.value);
+            } else if (!also && limits.maximum.set && number > limits.maximum.value) {
+                value = Value(limits.maximum.value);
+            }
+        }
+    }
+    void Fit(Value& value, const std::string& structure)
+    {
+        if (!value.IsObject()) {
+            return;
+        }
+        for (const catalogue::MemberView& member : catalogue::ViewOf(structure).members) {
+            const auto found = value.FindMember(member.key.c_str());
+            if (found != value.MemberEnd()) {
+                Fit(found->value, member);
+            }
+        }
+    }
+    Value ExampleOf(const catalogue::Observed& observed, const std::string& structure)
+    {
+        Value example = Json(Filled(observed.request.body, structure));
+        const std::string root = observed.direct ? "" : catalogue::ViewOf(structure).rootName;
+        const auto inside = root.empty() ? example.MemberEnd() : example.FindMember(root.c_str());
+        if (observed.direct) {
+            Fit(example, structure);
+        } else if (inside != example.MemberEnd()) {
+            Fit(inside->value, structure);
+        }
+        return example;
+    }
+
     Value BodySchema(const catalogue::Observed& observed)
     {
+        if (observed.direct) {
+            return ShownSchema(Json(observed.request.body), observed.inputStructure);
+        }
         if (observed.bodyStructure.empty()) {
-            return observed.direct && !observed.inputStructure.empty() ? Reference(observed.inputStructure)
-                                                                       : OfType("object");
+            return OfType("object");
         }
         const std::string root = catalogue::ViewOf(observed.bodyStructure).rootName;
         Value properties = Object();
@@ -387,6 +494,26 @@ private:
         Add(schema, "required", std::move(required));
         Add(schema, "properties", std::move(properties));
         return schema;
+    }
+
+    /// The structures that travel as JSON text inside a relayed command.
+    template <class Choose>
+    void AddBuffer(Value& media, const char* key, const Group& group, Choose choose)
+    {
+        std::set<std::string> names;
+        for (const catalogue::Observed* observed : group) {
+            const std::string name = observed->passThrough ? choose(*observed) : "";
+            if (!name.empty()) {
+                names.insert(name);
+            }
+        }
+        std::vector<Value> schemas;
+        for (const std::string& name : names) {
+            schemas.push_back(Reference(name));
+        }
+        if (!schemas.empty()) {
+            Add(media, key, AnyOf(std::move(schemas)));
+        }
     }
 
     Value Body(const Group& group)
@@ -415,7 +542,7 @@ private:
                 Add(example, "summary",
                     observed->command == 0 ? observed->name
                                            : "Command " + std::to_string(observed->command) + ", " + observed->name);
-                Add(example, "value", Json(Filled(observed->request.body, structure)));
+                Add(example, "value", ExampleOf(*observed, structure));
                 Value& all = examples.emplace(mediaType, Object()).first->second;
                 Add(all, OperationId(*observed), std::move(example));
             }
@@ -424,6 +551,9 @@ private:
         for (auto& schema : schemas) {
             Value media = Object();
             Add(media, "schema", AnyOf(std::move(schema.second)));
+            AddBuffer(media, "x-nexwire-inBuffer", group, [](const catalogue::Observed& observed) {
+                return observed.deviceInput.empty() ? std::string() : observed.inputStructure;
+            });
             const auto example = examples.find(schema.first);
             if (example != examples.end()) {
                 Add(media, "examples", std::move(example->second));
@@ -447,8 +577,27 @@ private:
             if (argument.output && argument.type->shape == Shape::Structure) {
                 return Reference(argument.type->name());
             }
+            if (argument.output && argument.type->shape == Shape::StructureList) {
+                Link(argument.type->name());
+            }
         }
-        return OfType("object");
+        std::string read;
+        for (const Argument& argument : observed.function->Arguments()) {
+            if (argument.output) {
+                read += (read.empty() ? "" : ", ") + argument.name;
+            }
+        }
+        Value object = OfType("object");
+        Add(object, "description", "What the function reads into " + read + ".");
+        return object;
+    }
+
+    /// Whether a function reads anything of an answer but whether there is one.
+    static bool ReadsData(const catalogue::Observed& observed)
+    {
+        const std::vector<Argument>& all = observed.function->Arguments();
+        return observed.passThrough ||
+               std::any_of(all.begin(), all.end(), [](const Argument& argument) { return argument.output; });
     }
 
     Value Response(const Group& group)
@@ -456,27 +605,36 @@ private:
         std::vector<Value> data;
         std::set<std::string> seen;
         for (const catalogue::Observed* observed : group) {
+            if (!ReadsData(*observed)) {
+                continue;
+            }
             const std::string key = observed->passThrough ? WithoutNames(observed->path) : observed->outputStructure;
             if (seen.insert(key).second) {
                 data.push_back(DataSchema(*observed));
             }
         }
         const bool direct = group.front()->direct;
-        Value properties = Object();
-        Add(properties, "data", AnyOf(std::move(data)));
+        const bool read = !direct && !data.empty();
         Value own = OfType("object");
-        Add(own, "properties", std::move(properties));
+        if (read) {
+            Value properties = Object();
+            Add(properties, "data", AnyOf(std::move(data)));
+            Add(own, "properties", std::move(properties));
+        }
         Value all = Array();
         Value envelope = Object();
         Add(envelope, "$ref", std::string(kSchemas) + (direct ? "VideoWallEnvelope" : "Envelope"));
         Push(all, std::move(envelope));
-        if (!direct) {
+        if (read) {
             Push(all, std::move(own));
         }
         Value schema = Object();
         Add(schema, "allOf", std::move(all));
         Value media = Object();
         Add(media, "schema", std::move(schema));
+        AddBuffer(media, "x-nexwire-outBuffer", group, [](const catalogue::Observed& observed) {
+            return observed.deviceInput.empty() ? observed.outputStructure : std::string();
+        });
         Value content = Object();
         Add(content, "application/json", std::move(media));
         Value response = Object();
@@ -630,6 +788,12 @@ private:
         }
         Value components = Object();
         Add(components, "schemas", std::move(schemas));
+        Add(components, "responses", Json(R"({"Refused": {
+            "description": "The server itself refuses; the library reads the envelope all the same.",
+            "content": {"application/json": {"schema": {"$ref": "#/components/schemas/Envelope"}}}}})"));
+        Add(components, "securitySchemes", Json(R"({"credentials": {
+            "type": "apiKey", "in": "header", "name": "Authorization",
+            "description": "The library adds none: they are fields of the host's transport."}})"));
         Add(document_, "components", std::move(components));
     }
 

@@ -72,6 +72,84 @@ void Lines(Json& json, const char* key, const std::map<std::string, std::string>
     json.EndArray();
 }
 
+/// A parameter's type without const and reference, as a variable of it is declared, and its name.
+std::pair<std::string, std::string> Variable(std::string parameter)
+{
+    const std::size_t space = parameter.find_last_of(' ');
+    std::string name = parameter.substr(space + 1);
+    std::string type = parameter.substr(0, space);
+    for (const char* word : {"const ", "&"}) {
+        const std::size_t at = type.find(word);
+        if (at == 0 || (at != std::string::npos && *word == '&')) {
+            type.erase(at, std::string(word).size());
+        }
+    }
+    return {type, name};
+}
+
+/// What stands for an argument in a call: its variable, and the line that declares it.
+std::string ArgumentCode(const std::string& parameter, std::string& declarations)
+{
+    const auto [type, name] = Variable(parameter);
+    const bool plain = parameter.find('&') == std::string::npos || parameter.compare(0, 6, "const ") == 0;
+    if (type == "std::string" && plain) {
+        return "\"" + name + "\"";
+    }
+    if (type == "bool" && plain) {
+        return "true";
+    }
+    if (type.find('*') != std::string::npos) {
+        declarations += "protocol::DagPassThroughReq structure; // Any structure that is sent.\n";
+        return "&structure";
+    }
+    if (name == "size") {
+        return "sizeof(structure)";
+    }
+    if (plain && (type == "int" || type == "unsigned int" || type.find("int32_t") != std::string::npos ||
+                  type.find("int64_t") != std::string::npos)) {
+        return "1";
+    }
+    // What stands in no namespace is the library's own, in lists, too.
+    const std::string vector = "std::vector<";
+    const std::size_t element = type.compare(0, vector.size(), vector) == 0 ? vector.size() : 0;
+    const bool own = type.find("::", element) == std::string::npos && type.compare(element, 3, "int") != 0 &&
+                     type != "bool" && type != "double";
+    const std::string start = type == "int" || type == "double" ? " = 0"
+                              : type == "bool"                  ? " = false"
+                              : type == "std::shared_ptr<int>"  ? " = std::make_shared<int>(0)"
+                                                                : "";
+    declarations +=
+        type.substr(0, element) + (own ? "nexwire::" : "") + type.substr(element) + " " + name + start + ";\n";
+    return name;
+}
+
+/// A call as a program has it.
+std::string ExampleCode(const catalogue::Function& function)
+{
+    std::vector<std::string> parameters(1);
+    int depth = 0;
+    for (const char c : std::string(function.Row().parameters)) {
+        depth += c == '<' ? 1 : c == '>' ? -1 : 0;
+        if (c == ',' && depth == 0) {
+            parameters.emplace_back();
+        } else if (c != ' ' || !parameters.back().empty()) {
+            parameters.back() += c;
+        }
+    }
+    std::string declarations;
+    std::string call = "nexwire::" + function.Name() + "(";
+    for (const std::string& parameter : parameters) {
+        if (!parameter.empty()) {
+            call += (call.back() == '(' ? "" : ", ") + ArgumentCode(parameter, declarations);
+        }
+    }
+    call += ")";
+    const std::string result = function.Row().result;
+    return declarations + (result == "bool"   ? "if (" + call + ") {\n    // done\n}"
+                           : result == "void" ? call + ";"
+                                              : "const auto answer = " + call + ";");
+}
+
 void FunctionData(Json& json, const catalogue::Observed& observed, catalogue::Observer& observer,
                   std::set<std::string>& used)
 {
@@ -83,6 +161,7 @@ void FunctionData(Json& json, const catalogue::Observed& observed, catalogue::Ob
     Member(json, "class", function.ClassName());
     Member(json, "declaration", catalogue::DeclarationOf(function));
     Member(json, "header", function.Header());
+    Member(json, "example", ExampleCode(function));
     Member(json, "doc", doc.text);
     Member(json, "returns", doc.returns);
     json.Key("sent");
@@ -200,6 +279,34 @@ std::string Data()
     return std::string(buffer.GetString(), buffer.GetSize());
 }
 
+std::string Escaped(const std::string& text)
+{
+    std::string escaped;
+    for (const char c : text) {
+        escaped += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : std::string(1, c);
+    }
+    return escaped;
+}
+
+/// What stands on the page until a script takes over: all functions with their declarations and comments.
+std::string StaticPage()
+{
+    std::string page = "<h1>Request functions</h1>\n";
+    std::string module;
+    for (const catalogue::Function& function : catalogue::All()) {
+        const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
+        if (function.Module() != module) {
+            module = function.Module();
+            page += "<h2>" + module + "</h2>\n";
+        }
+        page += "<h3>" + Escaped(catalogue::UniqueName(function)) + "</h3><p>" +
+                Escaped(doc.text.empty() ? catalogue::DocOfClass(function.ClassName()) : doc.text) +
+                "</p><pre>#include &lt;" + function.Header() + "&gt;\n" + Escaped(catalogue::DeclarationOf(function)) +
+                "</pre>\n";
+    }
+    return page;
+}
+
 void ReplaceOnce(std::string& text, const std::string& mark, const std::string& by)
 {
     const std::size_t at = text.find(mark);
@@ -219,6 +326,7 @@ std::string ReferencePage()
         data.replace(at, 2, "<\\/");
     }
     ReplaceOnce(page, "@VERSION@", NEXWIRE_VERSION);
+    ReplaceOnce(page, "@FUNCTIONS@", StaticPage());
     ReplaceOnce(page, "@DATA@", data);
     return page;
 }

@@ -12,15 +12,15 @@ namespace nexwire {
 
 using videowall::Also;
 using videowall::Answer;
-using videowall::Exchange;
-using videowall::Field;
+using videowall::ExchangeWithWall;
 using videowall::Join;
 using videowall::Keys;
-using videowall::Operation;
 using videowall::Post;
 using videowall::PostCameras;
 using videowall::PostNothing;
 using videowall::PostTask;
+using videowall::RecordField;
+using videowall::WallOperation;
 
 namespace {
 
@@ -32,14 +32,14 @@ namespace {
 // ---- Elements of lists, and results of several keys ----
 
 using Failure = TWErrorInfoByGuid;
-constexpr Field<Failure> kFailure[] = {
+constexpr RecordField<Failure> kFailure[] = {
     {"code", &Failure::code},
     {"module", &Failure::module},
     {"guid", &Failure::guid},
 };
 
 using Device = tagTWDeviceInfo;
-constexpr Field<Device> kDevice[] = {
+constexpr RecordField<Device> kDevice[] = {
     {"loginStatus", &Device::loginStatus},
     {"address", &Device::address},
     {"guid", &Device::guid},
@@ -50,7 +50,7 @@ constexpr Field<Device> kDevice[] = {
 };
 
 using Output = tagTWDeviceOutputInfo;
-constexpr Field<Output> kOutput[] = {
+constexpr RecordField<Output> kOutput[] = {
     {"id", &Output::id},
     {"channelName", &Output::channelName},
     {"portType", &Output::portType},
@@ -60,21 +60,21 @@ constexpr Field<Output> kOutput[] = {
 };
 
 using Decode = tagTWWallDecodeInfo;
-constexpr Field<Decode> kDecode[] = {
+constexpr RecordField<Decode> kDecode[] = {
     {"subWndNo", &Decode::subWndNo},     {"videoFPS", &Decode::videoFPS},     {"audioFPS", &Decode::audioFPS},
     {"isDecoding", &Decode::isDecoding}, {"videoType", &Decode::videoType},   {"packetType", &Decode::packetType},
     {"videoTotal", &Decode::videoTotal}, {"imageWidth", &Decode::imageWidth}, {"imageHeight", &Decode::imageHeight},
 };
 
 using Spec = tagTWWallSpec;
-constexpr Field<Spec> kSpec[] = {
+constexpr RecordField<Spec> kSpec[] = {
     {"videoWallNum", &Spec::videoWallNum},
     {"screenRowNum", &Spec::screenRowNum},
     {"screenColNum", &Spec::screenColNum},
 };
 
 using Camera = tagTWPollingCameraInfo;
-constexpr Field<Camera> kNewCamera[] = {
+constexpr RecordField<Camera> kNewCamera[] = {
     {"cameraGuid", &Camera::cameraGuid},
     {"cameraName", &Camera::cameraName},
     {"deviceSerial", &Camera::deviceSerial},
@@ -84,7 +84,7 @@ constexpr Field<Camera> kNewCamera[] = {
     {"cameraType", &Camera::cameraType},
     {"share", &Camera::share},
 };
-constexpr Field<Camera> kKnownCamera[] = {
+constexpr RecordField<Camera> kKnownCamera[] = {
     {"cameraGuid", &Camera::cameraGuid},
     {"cameraName", &Camera::cameraName},
     {"deviceSerial", &Camera::deviceSerial},
@@ -96,30 +96,30 @@ constexpr Field<Camera> kKnownCamera[] = {
     {"share", &Camera::share},
 };
 // The capital C of the camera edits is the service's.
-constexpr Field<Camera> kRenamedCamera[] = {
+constexpr RecordField<Camera> kRenamedCamera[] = {
     {"guid", &Camera::guid},
     {"cameraName", &Camera::cameraName},
     {"CameraGuid", &Camera::cameraGuid},
 };
-constexpr Field<Camera> kRemovedCamera[] = {
+constexpr RecordField<Camera> kRemovedCamera[] = {
     {"guid", &Camera::guid},
     {"CameraGuid", &Camera::cameraGuid},
 };
-constexpr Field<Camera> kSoughtCamera[] = {
+constexpr RecordField<Camera> kSoughtCamera[] = {
     {"cameraGuid", &Camera::cameraGuid},
 };
-constexpr Field<Camera> kFoundCamera[] = {
+constexpr RecordField<Camera> kFoundCamera[] = {
     {"isExist", &Camera::isExist},
     {"taskGuid", &Camera::taskGuid},
 };
 
 using Window = tagTWPollingWindowInfo;
-constexpr Field<Window> kWindow[] = {
+constexpr RecordField<Window> kWindow[] = {
     {"deviceGuid", &Window::deviceGuid},
     {"windowId", &Window::windowId},
     {"subNo", &Window::subNo},
 };
-constexpr Field<Window> kKnownWindow[] = {
+constexpr RecordField<Window> kKnownWindow[] = {
     {"deviceGuid", &Window::deviceGuid},
     {"windowId", &Window::windowId},
     {"subNo", &Window::subNo},
@@ -127,7 +127,7 @@ constexpr Field<Window> kKnownWindow[] = {
 };
 
 using Task = tagTWWallPollingTaskInfo;
-constexpr Field<Task> kTask[] = {
+constexpr RecordField<Task> kTask[] = {
     {"taskGuid", &Task::taskGuid},
     {"taskName", &Task::taskName},
     {"pollingTime", &Task::pollingTime},
@@ -395,7 +395,7 @@ bool CTWDeviceOperation::modifyPollingTask(tagTWWallPollingTaskInfo& task) const
 bool CTWDeviceOperation::getAllPollingTask(const tagTWWallPollingTaskInfo& scope,
                                            std::vector<tagTWWallPollingTaskInfo>& tasks) const
 {
-    const Operation operation = {NEXWIRE_FUNCTION, "[mko-v1.13.1]getAllPollingTask", POLLING "task/get"};
+    const WallOperation operation = {NEXWIRE_FUNCTION, "[mko-v1.13.1]getAllPollingTask", POLLING "task/get"};
     // The list is asked for as "taskList" and answered as "TaskList".
     const Keys body = {{"videoWallGuid", scope.videoWallGuid},
                        {"accountNo", scope.accountNo},
@@ -416,7 +416,7 @@ bool CTWDeviceOperation::getAllPollingTask(const tagTWWallPollingTaskInfo& scope
         }
         tasks = std::move(fresh);
     };
-    if (!Exchange(operation, &body, read)) {
+    if (!ExchangeWithWall(operation, &body, read)) {
         return false;
     }
     NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [vsPollingTaskInfos - %d].", operation.name,
@@ -463,12 +463,12 @@ bool CTWDeviceOperation::stopSingleSourcePollingDecode(const tagTWWallPollingTas
 
 bool CTWDeviceOperation::deletePollingVideoWall(const tagTWWallPollingTaskInfo& scope) const
 {
-    const Operation operation = {
+    const WallOperation operation = {
         NEXWIRE_FUNCTION, "[mko-v1.13.1]deletePollingVideoWall", POLLING "videoWall/delete", 5000,
         nullptr,          "[mko-v1.13.1]addPollingTask"};
     const Keys body = {
         {"videoWallGuid", scope.videoWallGuid}, {"accountNo", scope.accountNo}, {"teamNo", scope.teamNo}};
-    if (!Exchange(operation, &body)) {
+    if (!ExchangeWithWall(operation, &body)) {
         return false;
     }
     NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [videoWallGuid - %s].", operation.name,
@@ -490,7 +490,7 @@ bool CTWDeviceOperation::deletePollingTaskCamera(const tagTWWallPollingTaskInfo&
 
 bool CTWDeviceOperation::isExistCameraInPollingTask(tagTWWallPollingTaskInfo& task) const
 {
-    const Operation operation = {
+    const WallOperation operation = {
         NEXWIRE_FUNCTION, "[mko-v1.13.1]isExistCameraInPollingTask", POLLING "task/camera/isExist", 5000, nullptr,
         nullptr,          "[mko-v1.13.1]isEixstCameraInPollingTask"};
     return PostCameras(

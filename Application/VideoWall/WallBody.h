@@ -23,7 +23,7 @@ enum class Also {
 
 /// A key of a record and the member it stands for.
 template <class Record>
-struct Field {
+struct RecordField {
     const char* key;
     std::variant<std::string Record::*, int Record::*, bool Record::*> member;
     Also also = Also::Nothing;
@@ -57,11 +57,11 @@ public:
 
     /// A list of objects of the fields given; an empty one is left out.
     template <class Record, std::size_t count>
-    Key(const char* path, const std::vector<Record>& records, const Field<Record> (&fields)[count])
+    Key(const char* path, const std::vector<Record>& records, const RecordField<Record> (&fields)[count])
         : path_(path), value_(Writer([&records, &fields](proto::CRapidJsonProto& body, const std::string& at) {
               for (std::size_t i = 0; i < records.size(); ++i) {
                   Below element(at, i);
-                  for (const Field<Record>& field : fields) {
+                  for (const RecordField<Record>& field : fields) {
                       const auto set = [&](auto member) { return body.Set(element(field.key), records[i].*member); };
                       if (!std::visit(set, field.member)) {
                           return false;
@@ -114,11 +114,11 @@ public:
 
     /// Reads the fields below `path` into the record: all of them or, when memory runs out, none.
     template <class Record, std::size_t count>
-    void Read(const std::string& path, Record& record, const Field<Record> (&fields)[count]) const
+    void Read(const std::string& path, Record& record, const RecordField<Record> (&fields)[count]) const
     {
         Record fresh = record;
         Below below(path);
-        for (const Field<Record>& field : fields) {
+        for (const RecordField<Record>& field : fields) {
             std::visit([&](auto member) { Read(below(field.key), fresh.*member, field.also); }, field.member);
         }
         record = std::move(fresh);
@@ -126,7 +126,7 @@ public:
 
     /// The records of the list at `path`.
     template <class Record, std::size_t count>
-    std::vector<Record> List(const std::string& path, const Field<Record> (&fields)[count]) const
+    std::vector<Record> List(const std::string& path, const RecordField<Record> (&fields)[count]) const
     {
         std::vector<Record> records(Size(path));
         for (std::size_t i = 0; i < records.size(); ++i) {

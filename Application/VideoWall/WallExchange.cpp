@@ -47,7 +47,7 @@ bool FailNetwork()
     return false;
 }
 
-std::string UrlOf(const Operation& operation)
+std::string UrlOf(const WallOperation& operation)
 {
     std::string url = CTWDeviceOperation::Instance().BaseUrl() + operation.path;
     NEXWIRE_LOG_INFO_OF(operation.function, "%s url:[%s]", Or(operation.requestName, operation.name), url.c_str());
@@ -72,7 +72,7 @@ bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const Ope
 }
 
 // Makes what the answer says the last error; true when it says success.
-bool Judge(const Answer& answer)
+bool TakeOutcome(const Answer& answer)
 {
     int code = 0;
     if (!answer.Read("/code", code)) {
@@ -88,7 +88,7 @@ bool Judge(const Answer& answer)
 
 } // namespace
 
-bool Exchange(const Operation& operation, const Keys* body, const Reader& read)
+bool ExchangeWithWall(const WallOperation& operation, const Keys* body, const Reader& read)
 {
     Vela::Net::CHttpClientRequest request("POST", Vela::Net::URL(UrlOf(operation)));
     request.SetContentType("application/json");
@@ -104,7 +104,7 @@ bool Exchange(const Operation& operation, const Keys* body, const Reader& read)
     NEXWIRE_LOG_INFO_OF(operation.function, "%s data:[%s]", Or(operation.replyName, operation.name), text.c_str());
     Answer answer;
     answer.Load(text);
-    if (!Judge(answer)) {
+    if (!TakeOutcome(answer)) {
         NEXWIRE_LOG_ERROR_OF(operation.function, "%s failed! ", operation.name);
         return false;
     }
@@ -116,7 +116,7 @@ bool Exchange(const Operation& operation, const Keys* body, const Reader& read)
 
 namespace {
 
-bool Succeed(const Operation& operation)
+bool Succeed(const WallOperation& operation)
 {
     NEXWIRE_LOG_INFO_OF(operation.function, "%s success! ", operation.name);
     return true;
@@ -124,26 +124,28 @@ bool Succeed(const Operation& operation)
 
 } // namespace
 
-bool Post(const Operation& operation, const Keys& body, const Reader& read)
+bool Post(const WallOperation& operation, const Keys& body, const Reader& read)
 {
-    return Exchange(operation, &body, read) && Succeed(operation);
+    return ExchangeWithWall(operation, &body, read) && Succeed(operation);
 }
 
-bool PostNothing(const Operation& operation, const Reader& read)
+bool PostNothing(const WallOperation& operation, const Reader& read)
 {
-    return Exchange(operation, nullptr, read) && Succeed(operation);
+    return ExchangeWithWall(operation, nullptr, read) && Succeed(operation);
 }
 
-bool PostTask(const Operation& operation, const tagTWWallPollingTaskInfo& task, const Keys& body, const Reader& read)
+bool PostTask(const WallOperation& operation, const tagTWWallPollingTaskInfo& task, const Keys& body,
+              const Reader& read)
 {
-    if (!Exchange(operation, &body, read)) {
+    if (!ExchangeWithWall(operation, &body, read)) {
         return false;
     }
     NEXWIRE_LOG_INFO_OF(operation.function, "%s success! [strTaskGuid - %s].", operation.name, task.taskGuid.c_str());
     return true;
 }
 
-bool PostCameras(const Operation& operation, const tagTWWallPollingTaskInfo& task, const Keys& body, const Reader& read)
+bool PostCameras(const WallOperation& operation, const tagTWWallPollingTaskInfo& task, const Keys& body,
+                 const Reader& read)
 {
     if (task.cameraList.empty()) {
         UrlOf(operation);

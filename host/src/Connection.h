@@ -4,8 +4,8 @@
 #include <string>
 #include <thread>
 
-#include "httpcore/Connection.h"
-#include "httpcore/Fields.h"
+#include <httpcore/Connection.h>
+#include <httpcore/Fields.h>
 
 #include "nexwire/RequestRecords.h"
 #include "nexwire/host/HttpRequestExecutor.h"

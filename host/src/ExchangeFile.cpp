@@ -8,8 +8,8 @@
 #include <rapidjson/writer.h>
 
 #include "Secrets.h"
-#include "keel/Encrypt.h"
-#include "keel/StringUtil.h"
+#include <keel/Encrypt.h>
+#include <keel/StringUtil.h>
 
 namespace nexwire {
 namespace host {

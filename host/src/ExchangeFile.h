@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "keel/Error.h"
 #include "nexwire/RequestRecords.h"
+#include <keel/Error.h>
 
 namespace nexwire {
 namespace host {

@@ -14,7 +14,7 @@
 #include "ExchangeFile.h"
 #include "HostFailure.h"
 #include "Secrets.h"
-#include "keel/PrivateFile.h"
+#include <keel/PrivateFile.h>
 
 namespace nexwire {
 namespace host {

@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "keel/Error.h"
-#include "keel/StringUtil.h"
+#include <keel/Error.h>
+#include <keel/StringUtil.h>
 
 namespace nexwire {
 namespace host {

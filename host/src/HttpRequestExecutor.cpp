@@ -18,8 +18,8 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
-#include "httpcore/Trust.h"
-#include "keel/StringUtil.h"
+#include <httpcore/Trust.h>
+#include <keel/StringUtil.h>
 #include "nexwire/host/CallScope.h"
 
 namespace nexwire {

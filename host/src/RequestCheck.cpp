@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "httpcore/Fields.h"
+#include <httpcore/Fields.h>
 
 namespace nexwire {
 namespace host {

@@ -1,6 +1,6 @@
 #include "Secrets.h"
 
-#include "keel/Redact.h"
+#include <keel/Redact.h>
 
 namespace nexwire {
 namespace host {

@@ -40,7 +40,7 @@ struct NEXWIRE_API AccessControl : IInboundData {
     NEXWIRE_JSON
 };
 
-/// The abilities that all access-control devices tell alike: what is connected and how much fits.
+/// Abilities in a form that is the same for all access-control devices: what is connected and how much fits.
 struct NEXWIRE_API CommonAcsAbility : IInboundData {
     IntRange doorNo;
     IntRange cardReaderNo;
@@ -215,7 +215,7 @@ struct NEXWIRE_API AcsWorkStatus : IInboundData {
     NEXWIRE_JSON
 };
 
-/// How a device fares on the network.
+/// State of a device on the network.
 struct NEXWIRE_API DeviceStatusResponse : IInboundData {
     std::string deviceState;      ///< One of: "online", "offline", "abnormal".
     std::string armState;         ///< Event channel to the platform. One of: "armed", "disarmed".

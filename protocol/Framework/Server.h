@@ -61,7 +61,7 @@ struct NEXWIRE_API Email : IInboundData {
     NEXWIRE_JSON
 };
 
-/// A report of how the client fares, as a text that only the server reads.
+/// A report on the state of the client, as a text that only the server reads.
 struct NEXWIRE_API Dclog : IInboundData {
     std::string report;
     NEXWIRE_JSON

@@ -188,7 +188,7 @@ struct NEXWIRE_API DefaultSnData : IReturnData {
 /// How numbers of new persons are made: a prefix and digits.
 struct NEXWIRE_API PersonnelSNRule : IInboundData {
     std::string prefix;      ///< Up to 16 characters.
-    std::int32_t length = 8; ///< Of the whole number. 1 to 32 characters.
+    std::int32_t length = 8; ///< Characters of the whole number. 1 to 32.
     bool random = false;     ///< Digits at random instead of counting on.
     bool ruleInited = false; ///< Somebody has set the rule; a new register counts 8 digits without prefix.
     NEXWIRE_JSON

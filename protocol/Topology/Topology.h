@@ -141,7 +141,7 @@ struct NEXWIRE_API PortSecurity : IInboundData {
     NEXWIRE_JSON
 };
 
-/// A guarded port and how it fares.
+/// A guarded port and its state.
 struct NEXWIRE_API PortSecurityState : IReturnData {
     std::string nodeGuid;
     std::int32_t portNo = 0; ///< From 1.

@@ -28,9 +28,8 @@ namespace http = beast::http;
 using asio::ip::tcp;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kReadSize = 65536;
-constexpr std::uint32_t kHeaderLimit = 64u * 1024u;
 constexpr std::size_t kReadSize = 64u * 1024u;
+constexpr std::uint32_t kHeaderLimit = 64u * 1024u;
 
 std::string Text(beast::string_view view)
 {
@@ -58,7 +57,6 @@ public:
     {
         beast::error_code ignored;
         stream_.socket().set_option(tcp::no_delay(true), ignored);
-        buffer_.reserve(kReadSize); // What it holds is what one read asks for.
     }
 
     void Read()

@@ -51,6 +51,7 @@ TEST(Headers, GiveARowPerPublicStaticFunctionWithItsTypesInFull)
             "    static bool follow(std::shared_ptr<int> counter, protocol::personnelcommon::Progress& result,\n"
             "                       const std::vector<protocol::Progress>& all, const std::string id = \"\");\n"
             "    static std::string read(std::map<int, std::string>& texts, const void* bytes, std::size_t size);\n"
+            "    static bool choose(int command, void* data, int size);\n"
             "private:\n    static bool hidden(long double);\n"),
         structures);
     EXPECT_THAT(rows, HasSubstr("bool (*)(std::shared_ptr<int>, protocol::personnelcommon::Progress&, "
@@ -59,6 +60,8 @@ TEST(Headers, GiveARowPerPublicStaticFunctionWithItsTypesInFull)
     EXPECT_THAT(rows, HasSubstr("{\"all\", nullptr, \"Progress\", true, false}"));
     EXPECT_THAT(rows, HasSubstr("{\"texts\", &PlainType<std::map<int, std::string>>, nullptr, false, true}"));
     EXPECT_THAT(rows, HasSubstr("Bytes<void>(a[1]), static_cast<std::size_t>(Slot<std::string>(a[1]).size())"));
+    EXPECT_THAT(rows, HasSubstr("{\"data\", &PlainType<AnyStructure>, nullptr, false, true}"));
+    EXPECT_THAT(rows, HasSubstr("static_cast<int>(Slot<AnyStructure>(a[1]).size())"));
     EXPECT_THAT(rows, Not(HasSubstr("hidden")));
     // What does not compile is found in the header.
     EXPECT_THAT(rows, HasSubstr("#line 5 \"dir/nexwire/Area/Part.h\""));

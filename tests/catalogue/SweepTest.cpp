@@ -47,7 +47,7 @@ bool IsUnused(const Function& function, const Argument& argument)
 
 bool IsWall(const Function& function)
 {
-    return function.ClassName() == "CTWDeviceCommon";
+    return function.Module() == "VideoWall";
 }
 
 /// The platform has one path with blanks in it, which a transport of HTTP cannot send.

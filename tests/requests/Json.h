@@ -5,7 +5,7 @@
 
 #include <rapidjson/document.h>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 
 namespace requests {
 

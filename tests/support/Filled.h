@@ -4,7 +4,7 @@
 
 #include <cjson/cJSON.h>
 
-#include "core/FieldTable.h"
+#include "core/FieldLayout.h"
 
 namespace test {
 

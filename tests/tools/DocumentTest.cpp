@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <map>
 #include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
 
 #include "Process.h"
 #include "catalogue/Comments.h"
@@ -107,10 +109,8 @@ TEST_F(OpenApi, HasEveryStructureAndEveryReferenceResolves)
     }
     std::set<std::string> references;
     References(document, references);
-    const std::string prefix = "#/components/schemas/";
     for (const std::string& reference : references) {
-        ASSERT_EQ(0U, reference.find(prefix));
-        EXPECT_TRUE(schemas.HasMember(reference.substr(prefix.size()).c_str())) << reference;
+        EXPECT_NE(nullptr, rapidjson::Pointer(reference.c_str()).Get(document)) << reference;
     }
     const rapidjson::Value& snap = schemas["SnapConfig"]["properties"];
     EXPECT_STREQ("integer", snap["snapTimes"]["type"].GetString());
@@ -142,6 +142,100 @@ TEST_F(OpenApi, FunctionsThatShareAPathAndAVerbAreExamplesOfOneOperation)
     EXPECT_STREQ("PUT", document["x-nexwire-verbs"]["1"].GetString());
 }
 
+/// Where a value does not keep to a schema; empty when it does. Knows what the document uses.
+std::string Misfit(const rapidjson::Document& document, const rapidjson::Value& value, const rapidjson::Value& schema,
+                   const std::string& at)
+{
+    const auto member = [&](const char* key) {
+        const auto found = schema.FindMember(key);
+        return found == schema.MemberEnd() ? nullptr : &found->value;
+    };
+    if (const rapidjson::Value* const reference = member("$ref")) {
+        return Misfit(document, value, *rapidjson::Pointer(reference->GetString()).Get(document), at);
+    }
+    if (const rapidjson::Value* const any = member("anyOf")) {
+        std::string why;
+        for (const rapidjson::Value& each : any->GetArray()) {
+            why = Misfit(document, value, each, at);
+            if (why.empty()) {
+                break;
+            }
+        }
+        if (!why.empty()) {
+            return why;
+        }
+    }
+    if (const rapidjson::Value* const type = member("type")) {
+        const std::string name = type->GetString();
+        const bool good = name == "object"    ? value.IsObject()
+                          : name == "array"   ? value.IsArray()
+                          : name == "string"  ? value.IsString()
+                          : name == "boolean" ? value.IsBool()
+                          : name == "integer" ? value.IsInt64()
+                                              : value.IsNumber();
+        if (!good) {
+            return at + " is no " + name;
+        }
+    }
+    if (const rapidjson::Value* const values = member("enum")) {
+        if (std::find(values->Begin(), values->End(), value) == values->End()) {
+            return at + " is none of the values";
+        }
+    }
+    const std::pair<const char*, const char*> bounds[] = {
+        {"minimum", "maximum"}, {"minLength", "maxLength"}, {"minItems", "maxItems"}};
+    const double sizes[] = {value.IsNumber() ? value.GetDouble() : 0.0,
+                            value.IsString() ? static_cast<double>(value.GetStringLength()) : 0.0,
+                            value.IsArray() ? static_cast<double>(value.Size()) : 0.0};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const rapidjson::Value* const low = member(bounds[i].first);
+        const rapidjson::Value* const high = member(bounds[i].second);
+        if ((low != nullptr && sizes[i] < low->GetDouble()) || (high != nullptr && sizes[i] > high->GetDouble())) {
+            return at + " is out of bounds";
+        }
+    }
+    std::string why;
+    if (const rapidjson::Value* const items = value.IsArray() ? member("items") : nullptr) {
+        for (const rapidjson::Value& element : value.GetArray()) {
+            why = why.empty() ? Misfit(document, element, *items, at + "[]") : why;
+        }
+    }
+    if (const rapidjson::Value* const properties = value.IsObject() ? member("properties") : nullptr) {
+        for (const auto& each : value.GetObject()) {
+            const auto known = properties->FindMember(each.name);
+            why = why.empty() && known != properties->MemberEnd()
+                      ? Misfit(document, each.value, known->value, at + "." + each.name.GetString())
+                      : why;
+        }
+    }
+    return why;
+}
+
+TEST_F(OpenApi, ExamplesKeepToTheirSchemas)
+{
+    int examples = 0;
+    for (const auto& path : document["paths"].GetObject()) {
+        for (const auto& verb : path.value.GetObject()) {
+            const rapidjson::Value* const content =
+                verb.value.IsObject() ? rapidjson::Pointer("/requestBody/content").Get(verb.value) : nullptr;
+            if (content == nullptr) {
+                continue;
+            }
+            for (const auto& media : content->GetObject()) {
+                if (!media.value.HasMember("examples")) {
+                    continue;
+                }
+                for (const auto& example : media.value["examples"].GetObject()) {
+                    ++examples;
+                    EXPECT_EQ("", Misfit(document, example.value["value"], media.value["schema"], ""))
+                        << example.name.GetString();
+                }
+            }
+        }
+    }
+    EXPECT_GT(examples, 100);
+}
+
 TEST(ReferencePage, HoldsItsDataAndNeedsNothingElse)
 {
     const Folder folder;
@@ -154,6 +248,15 @@ TEST(ReferencePage, HoldsItsDataAndNeedsNothingElse)
     EXPECT_EQ(nexwire::catalogue::All().size(), data["functions"].Size());
     for (const nexwire::catalogue::StructureInfo& structure : nexwire::catalogue::Structures()) {
         EXPECT_TRUE(data["structures"].HasMember(structure.name.c_str())) << structure.name;
+    }
+    // Without scripts the functions stand there all the same.
+    EXPECT_THAT(page.substr(0, start),
+                HasSubstr("#include &lt;nexwire/AccessController/AccessGroup.h&gt;\nbool CAccessGroupComm::"));
+    for (const rapidjson::Value& function : data["functions"].GetArray()) {
+        if (function["name"] == "CAccessGroupComm::addAccessGroup") {
+            EXPECT_THAT(function["example"].GetString(), testing::StartsWith("protocol::AccessGroupAddParam "));
+            EXPECT_THAT(function["example"].GetString(), HasSubstr("if (nexwire::CAccessGroupComm::addAccessGroup("));
+        }
     }
     for (const char* elsewhere : {"http://", "https://", "src=", "@import", "url("}) {
         EXPECT_THAT(page.substr(0, start), Not(HasSubstr(elsewhere)));

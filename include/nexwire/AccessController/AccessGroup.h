@@ -6,8 +6,9 @@ namespace nexwire {
 
 /// Access groups: which persons pass which doors under which schedule, and their download to the devices.
 ///
-/// All functions block until the answer is there and may be called from any thread. Unless a line says otherwise
-/// they return true when the answer was a readable envelope, whatever its code; a result is untouched on false.
+/// All functions of this file block until the answer is there and may be called from any thread. Unless a line says
+/// otherwise they return true when the answer was a readable envelope, whatever its code; a result is untouched on
+/// false.
 class NEXWIRE_API CAccessGroupComm {
 public:
     /// All groups with their persons and objects.
@@ -58,32 +59,32 @@ public:
     static bool checkAccessParamForCertainGroups(const protocol::AccessParamCheckForCertainGroups& param, int& code);
 };
 
-/// Reports changed states of groups. Any thread.
+/// Reports changed states of groups.
 class NEXWIRE_API AccessGroupStatusChange {
 public:
     static bool request(const protocol::AccessGroupStatusChange& param);
 };
 
-/// Reports how downloads went. Any thread.
+/// Reports how downloads went.
 class NEXWIRE_API AccessGroupStatusDownload {
 public:
     static bool request(const protocol::AccessGroupStatusDownload& param);
 };
 
-/// What a device holds after downloads. Any thread.
+/// What a device holds after downloads.
 class NEXWIRE_API personDownloadedComm {
 public:
     static bool getDownloadedPerson(protocol::DownloadedPersonData& result, const std::string& deviceGuid);
     static bool getDownloadedCard(protocol::DownloadedCardListData& result, const std::string& deviceGuid);
 };
 
-/// Stops the running download of a group. Any thread.
+/// Stops the running download of a group.
 class NEXWIRE_API CStopApplyPerGroup {
 public:
     static bool request(const std::string& groupGuid);
 };
 
-/// Downloads again what failed of a group. Any thread.
+/// Downloads again what failed of a group.
 class NEXWIRE_API CReApplyFailedInfo {
 public:
     static bool request(const std::string& groupGuid);

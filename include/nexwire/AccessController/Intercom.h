@@ -11,7 +11,7 @@
 
 namespace nexwire {
 
-/// Calls that the platform has logged, and control of the stations. Any thread; true as above.
+/// Calls that the platform has logged, and control of the stations.
 class NEXWIRE_API DialLogComm {
 public:
     /// A page of calls.
@@ -33,7 +33,7 @@ public:
     static bool getOutDoorUnitInfo(protocol::OutDoorUnitInfo& output, const std::string& deviceGuid);
 };
 
-/// Notices to residents. Any thread; true as above.
+/// Notices to residents.
 class NEXWIRE_API NoticeLogComm {
 public:
     /// A page of notices that were sent.

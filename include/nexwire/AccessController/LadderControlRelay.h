@@ -4,7 +4,7 @@
 
 namespace nexwire {
 
-/// Relays of a lift controller, on the device itself. Blocks until the answer is there; any thread.
+/// Relays of a lift controller, on the device itself.
 class NEXWIRE_API LadderControlRelay {
 public:
     /// True when the device answered with a relay; `output` is untouched otherwise. @param relayNo  from 1.
@@ -17,8 +17,8 @@ public:
 
 /// Relays of lift controllers, as the platform keeps them.
 ///
-/// All functions block until the answer is there and may be called from any thread. They return true when the answer
-/// was a readable envelope, whatever its code; a result is untouched on false.
+/// All functions of this file block until the answer is there and may be called from any thread. They return true when
+/// the answer was a readable envelope, whatever its code; a result is untouched on false.
 class NEXWIRE_API LadderControlRelaySession {
 public:
     static bool getAllLadderControlRelays(const protocol::LadderControlRelayReq& condition,

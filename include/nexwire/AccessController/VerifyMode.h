@@ -2,9 +2,11 @@
 
 #include "protocol/AccessController/VerifyMode.h"
 
+// All functions of this file block until the answer is there and may be called from any thread.
+
 namespace nexwire {
 
-/// Sets how persons prove who they are on a device. Any thread.
+/// Sets how persons prove who they are on a device.
 class NEXWIRE_API CPersonnelVerify {
 public:
     /// True when the envelope parsed, whatever its code; `result` has one entry per person and is untouched on false.
@@ -12,7 +14,7 @@ public:
                         protocol::SetVerifyModeRspData& result);
 };
 
-/// How persons prove who they are on a device. Any thread. True when the envelope parsed, whatever its code; `result`
+/// How persons prove who they are on a device. True when the envelope parsed, whatever its code; `result`
 /// is untouched on false.
 class NEXWIRE_API CGetPersonnelVerify {
 public:

@@ -12,7 +12,7 @@
 
 namespace nexwire {
 
-/// What can be set up on an access-control device, each with the ability that bounds it. Any thread; true as above.
+/// What can be set up on an access-control device, each with the ability that bounds it.
 class NEXWIRE_API AcsParamConfig {
 public:
     /// The device as a whole.
@@ -70,25 +70,25 @@ public:
     static bool setRFCardConfigRequest(const protocol::RFCardCfgData& input, const std::string& deviceGuid);
 };
 
-/// Where and how an intercom device is set up. Any thread; true as above.
+/// Where and how an intercom device is set up.
 class NEXWIRE_API IntercomParamConfig {
 public:
     static bool getIntercomDeviceInfo(protocol::IntercomParamConfig& output, const std::string& deviceGuid);
 };
 
-/// How a device fares on the network. Any thread; true as above.
+/// State of a device on the network.
 class NEXWIRE_API AcsDeviceStateConfig {
 public:
     static bool getAcsDeviceStateRequest(protocol::DeviceStatusResponse& output, const std::string& deviceGuid);
 };
 
-/// State of doors, readers, inputs and outputs now. Any thread; true as above.
+/// State of doors, readers, inputs and outputs now.
 class NEXWIRE_API CGetAcsWorkStatus {
 public:
     static bool request(protocol::AcsWorkStatus& output, const std::string& deviceGuid);
 };
 
-/// What an access-control device can do, on the internal route. Any thread; true as above.
+/// What an access-control device can do, on the internal route.
 class NEXWIRE_API accessCapabilityComm {
 public:
     /// Feature by feature.
@@ -99,7 +99,7 @@ public:
     static bool requestPersonCapability(protocol::UserInfoCapPer& output, const std::string& deviceGuid);
 };
 
-/// The same on the external route. Any thread; true as above.
+/// The same on the external route.
 class NEXWIRE_API accessCapabilityCommExtrnal {
 public:
     static bool requestTotalCapability(protocol::AccessControl& output, const std::string& deviceGuid);
@@ -107,7 +107,7 @@ public:
     static bool requestPersonCapability(protocol::UserInfoCapPer& output, const std::string& deviceGuid);
 };
 
-/// The abilities that all access-control devices tell alike. Any thread; true as above.
+/// Abilities in a form that is the same for all access-control devices.
 class NEXWIRE_API CGetAcsCommonCap {
 public:
     static bool request(protocol::CommonAcsAbility& output, const std::string& deviceGuid);
@@ -115,58 +115,58 @@ public:
     static bool requestInternal(protocol::CommonAcsAbility& output, const std::string& deviceGuid);
 };
 
-/// The abilities that all intercom devices tell alike. Any thread; true as above.
+/// Abilities in a form that is the same for all intercom devices.
 class NEXWIRE_API CGetIntercomCommonCap {
 public:
     static bool request(protocol::CommonIntercomAbility& output, const std::string& deviceGuid);
 };
 
-/// How a device takes pictures. Any thread; true as above.
+/// How a device takes pictures.
 class NEXWIRE_API CGetCaptureAbility {
 public:
     static bool request(protocol::JpegCaptureAbility& output, const std::string& deviceGuid);
 };
 
-/// What the face library of a device takes. Any thread; true as above.
+/// What the face library of a device takes.
 class NEXWIRE_API CGetFDLibCapability {
 public:
     static bool request(protocol::FDLibCapabilityData& output, const std::string& deviceGuid);
 };
 
-/// Which algorithms a device computes its models with, on the internal route. Any thread; true as above.
+/// Which algorithms a device computes its models with, on the internal route.
 class NEXWIRE_API CGetALgorithmInfo {
 public:
     static bool request(protocol::ALgorithmsInfoData& output, const std::string& deviceGuid);
 };
 
-/// Which faces a device holds. Any thread; true as above.
+/// Which faces a device holds.
 class NEXWIRE_API GetFaceIdFromDev {
 public:
     static bool request(protocol::FDLibReturn& output, const std::string& deviceGuid);
 };
 
-/// How many cards a device holds; ByInternalUrl takes the internal route, here and below. Any thread; true as above.
+/// How many cards a device holds; ByInternalUrl takes the internal route, here and below.
 class NEXWIRE_API GetCardNumber {
 public:
     static bool requestCardNum(protocol::CardNumberInfo& output, const std::string& deviceGuid);
     static bool requestCardNumByInternalUrl(protocol::CardNumberInfo& output, const std::string& deviceGuid);
 };
 
-/// How many persons a device holds. Any thread; true as above.
+/// How many persons a device holds.
 class NEXWIRE_API GetUserNumber {
 public:
     static bool requestUserNum(protocol::UserNumberInfo& output, const std::string& deviceGuid);
     static bool requestUserNumByInternalUrl(protocol::UserNumberInfo& output, const std::string& deviceGuid);
 };
 
-/// How many faces a device holds. Any thread; true as above.
+/// How many faces a device holds.
 class NEXWIRE_API GetFaceNumber {
 public:
     static bool requestFaceNum(protocol::FaceNumberInfo& output, const std::string& deviceGuid);
     static bool requestFaceNumByInternalUrl(protocol::FaceNumberInfo& output, const std::string& deviceGuid);
 };
 
-/// How many fingerprints a device holds. Any thread; true as above.
+/// How many fingerprints a device holds.
 class NEXWIRE_API GetFingerPrintNumber {
 public:
     static bool requestFingerPrintNum(protocol::FingerPrintNumberInfo& output, const std::string& deviceGuid);
@@ -174,7 +174,7 @@ public:
                                                    const std::string& deviceGuid);
 };
 
-/// How many irises a device holds. Any thread; true as above.
+/// How many irises a device holds.
 class NEXWIRE_API GetIrisNumber {
 public:
     static bool requestIrisNum(protocol::IrisNumberInfo& output, const std::string& deviceGuid);

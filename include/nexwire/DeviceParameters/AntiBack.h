@@ -47,7 +47,7 @@ public:
                                                   const std::string& deviceGuid);
 };
 
-/// Interlock of the doors of a device: only one of a group opens at a time. Any thread; results as for `AntiBack`.
+/// Interlock of the doors of a device: only one of a group opens at a time. Results as for `AntiBack`.
 class NEXWIRE_API CGetMultiDoorInterLock {
 public:
     static bool getMultiDoorInterLockInfo(protocol::MultiDoorInterLockParam& output, const std::string& deviceGuid);

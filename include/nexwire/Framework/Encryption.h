@@ -2,9 +2,11 @@
 
 #include "protocol/Framework/Encryption.h"
 
+// All functions of this file block until the answer is there and may be called from any thread.
+
 namespace nexwire {
 
-/// Encrypts texts on the platform. Any thread.
+/// Encrypts texts on the platform.
 class NEXWIRE_API CEncryptionComm {
 public:
     /// @param sid  session identifier; an empty one is not sent.
@@ -13,7 +15,7 @@ public:
                         const std::string& sid);
 };
 
-/// Decrypts texts on the platform. Any thread.
+/// Decrypts texts on the platform.
 class NEXWIRE_API CDecryptionComm {
 public:
     /// @param sid  session identifier; an empty one is not sent.

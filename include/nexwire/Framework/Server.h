@@ -43,7 +43,7 @@ public:
     static bool request(const protocol::Email& mail);
 };
 
-/// Hands the server a report of how the client fares.
+/// Hands the server a report on the state of the client.
 class NEXWIRE_API CReportDclogCommon {
 public:
     /// @param report    text that only the server reads.

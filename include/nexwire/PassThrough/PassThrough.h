@@ -4,11 +4,13 @@
 
 #include "protocol/PassThrough/PassThrough.h"
 
+// All functions of this file block until the answer is there and may be called from any thread.
+
 namespace nexwire {
 
 /// Commands for devices through the platform, for callers that bring their own command codes and texts.
 ///
-/// Any thread. True when the envelope parsed; the response is untouched otherwise. The external route is the one
+/// True when the envelope parsed; the response is untouched otherwise. The external route is the one
 /// for clients, the internal one for components of the platform.
 class NEXWIRE_API CPassThroughRequest {
 public:
@@ -20,7 +22,7 @@ public:
                                 const std::string& deviceGuid);
 };
 
-/// The same with a time-out per call, and in batches. Any thread.
+/// The same with a time-out per call, and in batches.
 class NEXWIRE_API accessParamComm {
 public:
     /// Internal route. @param timeoutMs  milliseconds for the exchange; 0 keeps the default of 40000.
@@ -49,7 +51,7 @@ public:
     static bool setSchedule(int command, void* data, const std::string& deviceGuid, std::string& errorText);
 };
 
-/// Door plans with a command of the caller's choice, on the external route. Any thread.
+/// Door plans with a command of the caller's choice, on the external route.
 class NEXWIRE_API ACDoorPlan {
 public:
     /// @param data  a structure derived from `protocol::IInboundData`; null sends no input. The last text plays no

@@ -103,7 +103,7 @@ std::size_t Normalise(std::string_view key, char* normalised)
 // is b modulo 2(b+1). A quote that is neither closes an outer text: the inner one was cut off.
 enum class Quote { Closing, Content, Outer };
 
-Quote Judge(std::size_t run, std::size_t level)
+Quote QuoteAt(std::size_t run, std::size_t level)
 {
     const std::size_t rest = run % (2 * (level + 1));
     if (rest == level) {
@@ -198,7 +198,7 @@ public:
                 return quote;
             }
             const std::size_t run = RunBefore(quote, from);
-            const Quote kind = Judge(run, level);
+            const Quote kind = QuoteAt(run, level);
             if (kind != Quote::Content) {
                 closed = kind == Quote::Closing;
                 return quote - (closed ? level : run);
@@ -375,7 +375,7 @@ struct CRedactor::Keys {
         }
     }
 
-    Secrecy Judge(std::string_view key) const
+    Secrecy SecrecyOf(std::string_view key) const
     {
         char buffer[kMaxKeyLength];
         if (key.size() > sizeof buffer) {
@@ -480,7 +480,7 @@ bool CRedactor::Redact(const std::string& text, std::string& redacted) const
 bool CRedactor::IsSecret(const std::string& name) const
 {
     const bool own = name.size() > 2 && (name[0] == 'X' || name[0] == 'x') && name[1] == '-';
-    return m_keys->Judge(own ? std::string_view(name).substr(2) : std::string_view(name)) != Secrecy::None;
+    return m_keys->SecrecyOf(own ? std::string_view(name).substr(2) : std::string_view(name)) != Secrecy::None;
 }
 
 bool CRedactor::Keys::Redact(const std::string& text, std::string& redacted, int opened) const
@@ -547,7 +547,7 @@ bool CRedactor::Keys::RedactPlain(const std::string& text, std::string& redacted
         if (!scanner.Has(colon, ':')) {
             continue;
         }
-        const Secrecy secrecy = Judge(key);
+        const Secrecy secrecy = SecrecyOf(key);
         if (secrecy == Secrecy::None && !IsCarrier(key)) {
             continue;
         }

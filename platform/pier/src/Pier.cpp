@@ -104,8 +104,8 @@ int SystemError()
     return errno;
 }
 
-template <class Call>
-auto Uninterrupted(Call call)
+template <class Action>
+auto Uninterrupted(Action call)
 {
     auto result = call();
     while (result < 0 && errno == EINTR) {

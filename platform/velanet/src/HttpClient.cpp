@@ -119,7 +119,7 @@ void CHttpClientRequest::SetContentType(const std::string& contentType)
 void CHttpClientRequest::AddHeaderField(const std::string& name, const std::string& value)
 {
     if (IsOneOf(name, {"Content-Type", "Content-Length", "Host", "User-Agent", "Accept"})) {
-        for (Field& field : m_fields) {
+        for (HeaderField& field : m_fields) {
             if (SameName(field.name, name)) {
                 field.value = value;
                 return;
@@ -163,14 +163,14 @@ void CHttpClientResponse::GetResponseData(std::string* data) const
 }
 
 // One exchange on a connection of a session. Throws Failure.
-class HttpClient::Exchange {
+class HttpClient::Transfer {
 public:
-    Exchange(const CHttpClientRequest& request, CHttpClientResponse& response, Session& session)
+    Transfer(const CHttpClientRequest& request, CHttpClientResponse& response, Session& session)
         : m_request(request), m_response(response), m_session(session)
     {
     }
 
-    ~Exchange()
+    ~Transfer()
     {
         if (m_wire == nullptr) {
             return;
@@ -248,7 +248,7 @@ private:
         }
         std::size_t head = m_request.m_url.GetAddress().size();
         bool hasType = false;
-        for (const CHttpClientRequest::Field& field : m_request.m_fields) {
+        for (const CHttpClientRequest::HeaderField& field : m_request.m_fields) {
             if (!httpcore::IsToken(field.name)) {
                 throw Failure{Error::kBadRequest, "a header field's name is not an HTTP token"};
             }
@@ -403,10 +403,10 @@ bool HttpClient::Send(const CHttpClientRequest& request, CHttpClientResponse* re
         try {
             Session* const kept = ThreadSession();
             if (kept != nullptr) {
-                Exchange(request, *response, *kept).Run();
+                Transfer(request, *response, *kept).Run();
             } else {
                 Session session;
-                Exchange(request, *response, session).Run();
+                Transfer(request, *response, session).Run();
             }
         } catch (Failure& thrown) {
             failure = std::move(thrown);

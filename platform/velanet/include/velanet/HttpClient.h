@@ -87,14 +87,14 @@ public:
 private:
     friend class HttpClient;
 
-    struct Field {
+    struct HeaderField {
         std::string name;
         std::string value;
     };
 
     std::string m_method;
     URL m_url;
-    std::vector<Field> m_fields;
+    std::vector<HeaderField> m_fields;
     bool m_hasData = false;
     std::string m_data;
     int m_receiveTimeoutMs = kDefaultTimeoutMs;
@@ -143,7 +143,7 @@ public:
     static bool Send(const CHttpClientRequest& request, CHttpClientResponse* response, Error* error) noexcept;
 
 private:
-    class Exchange;
+    class Transfer;
 };
 
 } // namespace Net
