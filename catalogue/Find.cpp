@@ -85,6 +85,35 @@ bool TakesBody(const Argument& argument)
 }
 
 /// Sets the call's arguments. False with the reason when something does not fit or is missing.
+/// What a wrong name may have meant, and what is missing beside it.
+std::string Alternatives(const Function& function, const std::string& name, const Given& given)
+{
+    std::vector<std::string> names;
+    std::string missing;
+    for (const Argument& argument : function.Arguments()) {
+        if (argument.input()) {
+            names.push_back(argument.name);
+        }
+        const bool there = std::any_of(given.values.begin(), given.values.end(), [&](const auto& value) {
+            const std::size_t index = function.ArgumentNamed(value.first);
+            return index != Function::kNoArgument && function.Arguments()[index].name == argument.name;
+        });
+        if (!there && argument.required() && !(given.hasBody && TakesBody(argument))) {
+            missing += (missing.empty() ? "" : ", ") + argument.name;
+        }
+    }
+    std::string text;
+    for (const std::string& close : Closest(name, names)) {
+        text += (text.empty() ? "; did you mean " : ", ") + close;
+    }
+    if (text.empty()) {
+        for (const std::string& each : names) {
+            text += (text.empty() ? "; it takes " : ", ") + each;
+        }
+    }
+    return text + (missing.empty() ? "" : "; not given: " + missing);
+}
+
 bool Fill(Call& call, const Given& given, std::string& error)
 {
     const std::vector<Argument>& arguments = call.function().Arguments();
@@ -99,6 +128,9 @@ bool Fill(Call& call, const Given& given, std::string& error)
             set[index] = true;
         }
         if (!call.Set(value.first, value.second, error)) {
+            if (index == Function::kNoArgument) {
+                error += Alternatives(call.function(), value.first, given);
+            }
             return false;
         }
     }
@@ -201,6 +233,24 @@ std::vector<std::string> Similar(const std::string& name)
     close.erase(std::unique(close.begin(), close.end()), close.end());
     std::vector<std::string> names;
     for (std::size_t i = 0; i < close.size() && i < 5; ++i) {
+        names.push_back(close[i].second);
+    }
+    return names;
+}
+
+std::vector<std::string> Closest(const std::string& name, const std::vector<std::string>& candidates)
+{
+    const std::string wanted = LowerCase(name);
+    std::vector<std::pair<std::size_t, std::string>> close;
+    for (const std::string& candidate : candidates) {
+        const std::size_t distance = Distance(wanted, LowerCase(candidate));
+        if (distance <= std::max<std::size_t>(wanted.size() / 3, 1)) {
+            close.emplace_back(distance, candidate);
+        }
+    }
+    std::sort(close.begin(), close.end());
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < close.size() && i < 3; ++i) {
         names.push_back(close[i].second);
     }
     return names;

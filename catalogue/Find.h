@@ -21,6 +21,9 @@ std::string UniqueName(const Function& function);
 /// A few names close to one that nobody has.
 std::vector<std::string> Similar(const std::string& name);
 
+/// The candidates that a misspelt name may have meant, the closest first.
+std::vector<std::string> Closest(const std::string& name, const std::vector<std::string>& candidates);
+
 /// Module, name, structures and arguments in one text of small letters, to search in.
 std::string SearchText(const Function& function);
 

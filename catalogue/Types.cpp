@@ -407,8 +407,8 @@ class StructureType : public TypeOps {
 public:
     explicit StructureType(const StructureInfo& structure) : TypeOps(Shape::Structure), structure_(structure) {}
 
-    void* create() const override { return core::Create(*fields()); }
-    void destroy(void* value) const override { core::Destroy(*fields(), value); }
+    void* create() const override { return core::Create(fields()->ops); }
+    void destroy(void* value) const override { core::Destroy(fields()->ops, value); }
     bool read(void* value, const std::string& text) const override
     {
         return ReadStructure(*fields()->ops.asStruct(value), *fields(), text);

@@ -2,6 +2,7 @@
 #   runtime   the shared libraries
 #   dev       headers, CMake package, pkg-config files, the host kit
 #   tool      the command line
+# Archives (BUILD_SHARED_LIBS=OFF) and shared libraries may stand side by side: what names them is called so.
 # Nothing installed knows where it was installed to, so the tree can be moved.
 include(CMakePackageConfigHelpers)
 
@@ -13,12 +14,17 @@ set(libraries nexwire)
 if(NEXWIRE_KEEL_TARGET STREQUAL "nexwire::keel")
     list(APPEND libraries keel)
 endif()
+set(kind "")
+if(NOT BUILD_SHARED_LIBS)
+    set(kind "-static")
+endif()
 install(TARGETS ${libraries} EXPORT nexwire
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
-install(EXPORT nexwire NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire-targets.cmake COMPONENT dev)
-if(NOT APPLE)
+install(EXPORT nexwire NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire${kind}-targets.cmake
+    COMPONENT dev)
+if(NOT APPLE AND NOT NEXWIRE_DEB)
     set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
 endif()
 
@@ -33,7 +39,7 @@ if(NEXWIRE_HOST)
     list(APPEND rooms host/include/nexwire)
     install(TARGETS nexwire_host EXPORT nexwire-host
         ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
-    install(EXPORT nexwire-host NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire-host-targets.cmake
+    install(EXPORT nexwire-host NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire-host${kind}-targets.cmake
         COMPONENT dev)
 endif()
 foreach(room IN LISTS rooms)
@@ -54,16 +60,16 @@ install(FILES "${PROJECT_BINARY_DIR}/package/nexwire-config.cmake"
 # The way from the .pc file up to the prefix.
 set(pkgconfig "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH up "/prefix/${pkgconfig}" "/prefix")
-set(pc_files nexwire.pc)
+set(pc_files nexwire${kind}.pc)
 if(NEXWIRE_HOST)
-    list(APPEND pc_files nexwire-host.pc)
+    list(APPEND pc_files nexwire-host${kind}.pc)
 endif()
 foreach(file IN LISTS pc_files)
     configure_file("${CMAKE_CURRENT_LIST_DIR}/${file}.in" "${PROJECT_BINARY_DIR}/package/${file}" @ONLY)
     install(FILES "${PROJECT_BINARY_DIR}/package/${file}" DESTINATION "${pkgconfig}" COMPONENT dev)
 endforeach()
 
-if(TARGET nexwire_cli AND NOT APPLE)
+if(TARGET nexwire_cli AND NOT APPLE AND NOT NEXWIRE_DEB)
     file(RELATIVE_PATH from_bin "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(nexwire_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${from_bin}")
 endif()
@@ -85,17 +91,46 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
 
 set(runtime_package "libnexwire${PROJECT_VERSION_MAJOR}")
+if(NEXWIRE_DEB)
+    # Each package has its terms and its history; texts are compressed without the date of doing so.
+    find_program(GZIP gzip REQUIRED)
+    string(TIMESTAMP NEXWIRE_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
+    set(deb "${PROJECT_BINARY_DIR}/package/deb")
+    file(READ "${PROJECT_SOURCE_DIR}/LICENSE" license)
+    string(REGEX REPLACE "^MIT License\n+Copyright[^\n]*\n+" "" license "${license}")
+    string(REGEX REPLACE "\n\n" "\n.\n" license "${license}")
+    string(REGEX REPLACE "\n([^\n])" "\n \\1" license "${license}")
+    set(NEXWIRE_LICENSE " ${license}")
+    configure_file("${CMAKE_CURRENT_LIST_DIR}/deb-copyright.in" "${deb}/copyright" @ONLY)
+    configure_file("${CMAKE_CURRENT_LIST_DIR}/deb-changelog.in" "${deb}/changelog" @ONLY)
+    configure_file("${PROJECT_SOURCE_DIR}/docs/nexwire.1" "${deb}/nexwire.1" COPYONLY)
+    execute_process(COMMAND "${GZIP}" -9nkf changelog nexwire.1 WORKING_DIRECTORY "${deb}" COMMAND_ERROR_IS_FATAL ANY)
+    foreach(each "runtime ${runtime_package}" "dev libnexwire-dev" "tool nexwire")
+        string(REPLACE " " ";" each "${each}")
+        list(GET each 0 component)
+        list(GET each 1 name)
+        if(component IN_LIST CPACK_COMPONENTS_ALL)
+            install(FILES "${deb}/copyright" "${deb}/changelog.gz" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}"
+                COMPONENT ${component})
+        endif()
+    endforeach()
+    if(TARGET nexwire_cli)
+        install(FILES "${deb}/nexwire.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
+    endif()
+endif()
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${runtime_package}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Shared libraries")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Shared libraries: every request of a platform is one typed function.\nA client links to them and brings its own transport, or takes the one in libnexwire-dev.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libnexwire-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 # Boost: the header that makes a singleton of the host's own.
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
     "${runtime_package} (= ${PROJECT_VERSION}), liblog4cxx-dev, libboost-thread-dev, libcurl4-openssl-dev")
-set(CPACK_COMPONENT_DEV_DESCRIPTION "Headers, CMake package and ready-made transport of libnexwire")
+set(CPACK_COMPONENT_DEV_DESCRIPTION "Headers, CMake package, pkg-config files and the ready-made HTTP transport of libnexwire.")
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME nexwire)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
-set(CPACK_COMPONENT_TOOL_DESCRIPTION "Command line and local platform of libnexwire")
+set(CPACK_COMPONENT_TOOL_DESCRIPTION "Command line of libnexwire: shows and calls its functions, and runs a local platform to try them on.")
 include(CPack)

@@ -3,6 +3,10 @@
 # Links a shared library with a version script, so that only what the script names is exported. On platforms without
 # version scripts the export macros alone decide.
 function(nexwire_version_script target script)
+    get_target_property(type ${target} TYPE)
+    if(NOT type STREQUAL "SHARED_LIBRARY")
+        return()
+    endif()
     get_filename_component(script "${script}" ABSOLUTE)
     if(UNIX AND NOT APPLE)
         target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
@@ -12,7 +16,8 @@ endfunction()
 
 # A test that compares the classes and free functions a shared library exports with a list.
 function(nexwire_exports_test target list)
-    if(UNIX AND NOT APPLE)
+    get_target_property(type ${target} TYPE)
+    if(UNIX AND NOT APPLE AND type STREQUAL "SHARED_LIBRARY")
         add_test(NAME exports.${target}
             COMMAND "${PROJECT_SOURCE_DIR}/tests/exports/check-exports" "$<TARGET_FILE:${target}>" "${list}")
         set_tests_properties(exports.${target} PROPERTIES ENVIRONMENT "NM=${CMAKE_NM}")

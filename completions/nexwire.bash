@@ -24,12 +24,12 @@ _nexwire()
             mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$cur")
             return
             ;;
-        --body | --ca | --db | --record | --replay | --html | --output | --site)
+        --body | --ca | --cert | --key | --db | --record | --replay | --html | --output | --site)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
             return
             ;;
-        --server | --proxy | --header | --timeout | --port | --wall-port | --time-scale)
+        --server | --proxy | --header | --key-passphrase | --timeout | --port | --wall-port | --time-scale)
             return
             ;;
     esac
@@ -42,9 +42,9 @@ _nexwire()
     if [[ $cur == -* ]]; then
         local options='--help --color'
         case $command in
-            list) options+=' --names' ;;
-            describe) options+=' --arguments' ;;
-            call) options+=' --body --server --db --dry-run --compact --header --timeout --ca --insecure --proxy --record --replay' ;;
+            list) options+=' --names --json' ;;
+            describe) options+=' --arguments --json' ;;
+            call) options+=' --body --server --db --dry-run --merge --compact --json --quiet --verbose --header --timeout --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
             platform) options+=' --port --wall-port --db --time-scale --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;
@@ -57,7 +57,7 @@ _nexwire()
     [[ $command == call || $command == describe ]] || return 0
     for ((i++; i < cword; i++)); do
         case ${words[i]} in
-            --body | --ca | --db | --record | --replay | --server | --proxy | --header | --timeout | --color) ((i++)) ;;
+            --body | --ca | --cert | --key | --key-passphrase | --db | --record | --replay | --server | --proxy | --header | --timeout | --color) ((i++)) ;;
             -*) ;;
             *)
                 function=${words[i]}

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <string>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -26,8 +28,10 @@ enum class Kind : std::uint8_t { Text, Int, Int64, Real, Bool, Struct, TextList,
 /// What can be done with a structure and with a list of them, without naming its type. One object per structure, made
 /// where its table stands.
 struct StructOps {
-    const FieldTable* fields;
+    const FieldTable* fields; ///< Null for a structure that has none: one of the host's own.
+    const std::type_info* type;
     std::size_t size;
+    bool inbound; ///< An `IInboundData`; otherwise an `IReturnData`.
     /// Makes a new one where there is room for `size` bytes.
     void (*construct)(void* memory);
     /// Moves one structure into another of the same type.
@@ -70,7 +74,9 @@ constexpr StructOps MakeOps(const FieldTable* fields)
     using List = std::vector<T>;
     return {
         fields,
+        &typeid(T),
         sizeof(T),
+        std::is_base_of<protocol::IInboundData, T>::value,
         [](void* memory) { new (memory) T; },
         [](protocol::IJSONStruct& to, protocol::IJSONStruct& from) {
             static_cast<T&>(to) = std::move(static_cast<T&>(from));
@@ -90,12 +96,51 @@ constexpr bool IsRoot(const char* rootName)
     return rootName != nullptr;
 }
 
-/// A new structure, to be given to `Destroy`.
-inline void* Create(const FieldTable& fields)
+template <class Owner>
+Owner DeclaresFields(const FieldTable& (Owner::*)() const);
+
+/// Whether a structure has a table of its own; those of a host, and what a host derives, have none.
+template <class T>
+constexpr bool kHasTable = std::is_same<decltype(DeclaresFields(&T::Fields)), T>::value;
+
+template <class T>
+inline constexpr StructOps kTableless = MakeOps<T>(nullptr);
+
+template <class T>
+constexpr const StructOps& OpsOf()
 {
-    void* const object = ::operator new(fields.ops.size);
+    if constexpr (kHasTable<T>) {
+        return T::kFields.ops;
+    } else {
+        return kTableless<T>;
+    }
+}
+
+/// Key that a structure is sent under; null for a result.
+template <class T>
+const char* RootNameOf()
+{
+    if constexpr (!std::is_base_of<protocol::IInboundData, T>::value) {
+        return nullptr;
+    } else if constexpr (kHasTable<T>) {
+        return T::kFields.rootName;
+    } else {
+        return T().RootName();
+    }
+}
+
+/// Whether a table says all of a structure: not of one that a host derived from the table's.
+inline bool IsOfTable(const protocol::IJSONStruct& structure, const FieldTable& fields)
+{
+    return fields.ops.type != nullptr && typeid(structure) == *fields.ops.type;
+}
+
+/// A new structure, to be given to `Destroy`.
+inline void* Create(const StructOps& ops)
+{
+    void* const object = ::operator new(ops.size);
     try {
-        fields.ops.construct(object);
+        ops.construct(object);
     } catch (...) {
         ::operator delete(object);
         throw;
@@ -103,31 +148,61 @@ inline void* Create(const FieldTable& fields)
     return object;
 }
 
-inline void Destroy(const FieldTable& fields, void* object)
+inline void Destroy(const StructOps& ops, void* object)
 {
-    // What has a root name is sent; everything else comes back.
-    protocol::IJSONStruct* const structure = fields.ops.asStruct(object);
-    if (fields.rootName != nullptr) {
+    protocol::IJSONStruct* const structure = ops.asStruct(object);
+    if (ops.inbound) {
         delete static_cast<protocol::IInboundData*>(structure);
     } else {
         delete static_cast<protocol::IReturnData*>(structure);
     }
 }
 
-/// A new object of a structure that is known by its table only.
+/// A new object of a structure whose type is not named.
 class AnyObject {
 public:
-    explicit AnyObject(const FieldTable& fields) : fields_(fields), object_(Create(fields)) {}
-    ~AnyObject() { Destroy(fields_, object_); }
+    explicit AnyObject(const StructOps& ops) : ops_(ops), object_(Create(ops)) {}
+    ~AnyObject() { Destroy(ops_, object_); }
     AnyObject(const AnyObject&) = delete;
     AnyObject& operator=(const AnyObject&) = delete;
 
-    protocol::IJSONStruct& operator*() const { return *fields_.ops.asStruct(object_); }
+    protocol::IJSONStruct& operator*() const { return *ops_.asStruct(object_); }
 
 private:
-    const FieldTable& fields_;
+    const StructOps& ops_;
     void* object_;
 };
+
+/// Keeps a value of an answer until the exchange is known to be good, for a structure that only its own `Parse` can
+/// fill.
+class HeldValue final : public protocol::IJSONStruct {
+public:
+    HeldValue() = default;
+    void Parse(const cJSON* node) override;
+    cJSON* ToJson() const override;
+    /// Has `structure` parse the value, if there was one.
+    bool HandTo(protocol::IJSONStruct& structure) const;
+
+private:
+    std::string text_;
+};
+
+/// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
+/// table's count when there is none.
+inline std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
+{
+    for (std::size_t i = expected; i < table.count; ++i) {
+        if (std::strcmp(table.fields[i].key, key) == 0) {
+            return i;
+        }
+    }
+    for (std::size_t i = 0; i < expected && i < table.count; ++i) {
+        if (std::strcmp(table.fields[i].key, key) == 0) {
+            return i;
+        }
+    }
+    return table.count;
+}
 
 /// The caller's structure that a request fills, whatever its type.
 class Target {
@@ -135,11 +210,16 @@ public:
     Target(protocol::IReturnData& result) : structure_(result), fields_(result.Fields()) {}
     Target(protocol::IInboundData& result) : structure_(result), fields_(result.Fields()) {}
 
-    /// Has `fill` fill a new structure, which replaces the caller's when that was good.
+    /// Has `fill` fill a new structure, which replaces the caller's when that was good. A structure of the host's own
+    /// parses what there is itself, then.
     template <class Fill>
     bool ReplaceBy(Fill&& fill) const
     {
-        const AnyObject fresh(fields_);
+        if (!IsOfTable(structure_, fields_)) {
+            HeldValue held;
+            return fill(held) && held.HandTo(structure_);
+        }
+        const AnyObject fresh(fields_.ops);
         if (!fill(*fresh)) {
             return false;
         }
@@ -157,20 +237,21 @@ class TargetList {
 public:
     template <class Element>
     TargetList(std::vector<Element>& list)
-        : list_(&list), fields_(Element::kFields), append_([](void* to, protocol::IJSONStruct& element) {
+        : list_(&list), ops_(OpsOf<Element>()), rootName_(RootNameOf<Element>()),
+          append_([](void* to, protocol::IJSONStruct& element) {
               static_cast<std::vector<Element>*>(to)->push_back(std::move(static_cast<Element&>(element)));
           })
     {
     }
 
     /// Key that an element stands under in a text of its own.
-    const char* RootName() const { return fields_.rootName; }
+    const char* RootName() const { return rootName_; }
 
     /// Has `fill` fill a new element, which is appended when that was good.
     template <class Fill>
     bool AppendBy(Fill&& fill) const
     {
-        const AnyObject fresh(fields_);
+        const AnyObject fresh(ops_);
         if (!fill(*fresh)) {
             return false;
         }
@@ -180,7 +261,8 @@ public:
 
 private:
     void* list_;
-    const FieldTable& fields_;
+    const StructOps& ops_;
+    const char* rootName_;
     void (*append_)(void* list, protocol::IJSONStruct& element);
 };
 
@@ -188,13 +270,13 @@ template <class Member>
 struct MemberKind {
     static_assert(std::is_base_of<protocol::IJSONStruct, Member>::value, "no wire form for members of this type");
     static constexpr Kind kind = Kind::Struct;
-    static constexpr const StructOps* ops = &Member::kFields.ops;
+    static constexpr const StructOps* ops = &OpsOf<Member>();
 };
 template <class Element>
 struct MemberKind<std::vector<Element>> {
     static_assert(std::is_base_of<protocol::IJSONStruct, Element>::value, "no wire form for lists of this type");
     static constexpr Kind kind = Kind::StructList;
-    static constexpr const StructOps* ops = &Element::kFields.ops;
+    static constexpr const StructOps* ops = &OpsOf<Element>();
 };
 template <Kind K>
 struct PlainKind {

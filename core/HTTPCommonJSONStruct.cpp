@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <locale>
 #include <sstream>
 #include <utility>
 #include <vector>
 
+#include "core/AnswerBudget.h"
+#include "core/FieldTable.h"
 #include "core/JsonTree.h"
 #include "core/Log.h"
 #include "core/Serialize.h"
@@ -17,8 +20,25 @@
 namespace protocol {
 namespace {
 
+using nexwire::core::AnswerBudget;
 using nexwire::core::ConversionScope;
 using nexwire::core::JsonTree;
+using nexwire::core::Wanted;
+
+/// What a structure reads of a value. A structure of the host's own may read anything.
+Wanted WantedBy(const IJSONStruct& structure)
+{
+    const nexwire::core::FieldTable* fields = nullptr;
+    if (const auto* const result = dynamic_cast<const IReturnData*>(&structure)) {
+        fields = &result->Fields();
+    } else if (const auto* const request = dynamic_cast<const IInboundData*>(&structure)) {
+        fields = &request->Fields();
+    }
+    if (fields == nullptr || !nexwire::core::IsOfTable(structure, *fields)) {
+        return nexwire::core::kEverything;
+    }
+    return {Wanted::Of::Fields, fields, nullptr, 0};
+}
 
 const char* TextOf(const cJSON* node)
 {
@@ -44,9 +64,13 @@ try {
     if (body.empty()) {
         return false;
     }
+    const AnswerBudget budget(body.size());
+    const Wanted::Member members[] = {{"code", nexwire::core::kItself},
+                                      {"msg", nexwire::core::kItself},
+                                      {"data", data ? WantedBy(*data) : nexwire::core::kItself}};
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* const root = scope.Parse(body, position);
+    const cJSON* const root = scope.Parse(body, position, {Wanted::Of::Members, nullptr, members, std::size(members)});
     if (root == nullptr) {
         NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;
@@ -65,6 +89,8 @@ try {
         data->Parse(payload);
     }
     return true;
+} catch (const nexwire::core::AnswerTooCostly&) {
+    return nexwire::core::ReportTooCostly(body.size());
 } catch (...) {
     return false;
 }
@@ -113,13 +139,17 @@ namespace nexwire {
 namespace core {
 
 bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller)
-{
+try {
     if (json.empty()) {
         return false;
     }
+    const AnswerBudget budget(json.size());
+    const Wanted wanted = protocol::WantedBy(out);
+    const Wanted::Member member = {root, wanted};
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* node = scope.Parse(json, position);
+    const cJSON* node =
+        scope.Parse(json, position, root != nullptr ? Wanted{Wanted::Of::Members, nullptr, &member, 1} : wanted);
     if (node == nullptr) {
         NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
         return false;
@@ -134,6 +164,8 @@ bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& j
     }
     out.Parse(node);
     return true;
+} catch (const AnswerTooCostly&) {
+    return ReportTooCostly(json.size());
 }
 
 std::string Serialize(const protocol::IInboundData& request)

@@ -5,23 +5,31 @@
 #include <cstring>
 #include <utility>
 
+#include "core/AnswerBudget.h"
 #include "core/FieldTable.h"
 #include "core/JsonTree.h"
 
 namespace nexwire {
 namespace core {
 
-/// The interpreter's way to the "present" bits.
-struct StructAccess {
-    static void Clear(protocol::IJSONStruct& object) { object.present_[0] = object.present_[1] = 0; }
+/// The interpreter's way to what was found.
+struct StructAccess : protocol::IJSONStruct {
+    static void Clear(protocol::IJSONStruct& object) { (object.*(&StructAccess::ClearPresent))(); }
     static bool Test(const protocol::IJSONStruct& object, std::size_t index)
     {
-        return (object.present_[index / 64] >> (index % 64) & 1U) != 0;
+        return ((object.*(&StructAccess::present_))[index / 64] >> (index % 64) & 1U) != 0;
     }
     static void Set(protocol::IJSONStruct& object, std::size_t index)
     {
-        object.present_[index / 64] |= std::uint64_t{1} << (index % 64);
+        (object.*(&StructAccess::present_))[index / 64] |= std::uint64_t{1} << (index % 64);
     }
+    static const std::unordered_set<std::string>* Noted(const protocol::IJSONStruct& object)
+    {
+        return (object.*(&StructAccess::noted_)).get();
+    }
+
+protected:
+    ~StructAccess() = default;
 };
 
 namespace {
@@ -46,12 +54,14 @@ bool HasText(const cJSON* node)
     return cJSON_IsString(node) != 0 && node->valuestring != nullptr;
 }
 
-std::size_t ChildCount(const cJSON* node)
+/// How many children a node has, once it is known that the answer may cost elements of that size for them.
+std::size_t Counted(const cJSON* node, std::size_t elementBytes)
 {
     std::size_t count = 0;
     for (const cJSON* child = node->child; child != nullptr; child = child->next) {
         ++count;
     }
+    ChargeAnswer(std::uint64_t{count} * elementBytes);
     return count;
 }
 
@@ -125,7 +135,7 @@ void ReadField(void* base, const Field& field, const cJSON* node)
     case Kind::TextList:
         if (cJSON_IsArray(node) != 0) {
             auto& list = At<std::vector<std::string>>(base, field);
-            list.reserve(ChildCount(node));
+            list.reserve(Counted(node, sizeof(std::string)));
             for (const cJSON* child = node->child; child != nullptr; child = child->next) {
                 list.emplace_back(HasText(child) ? child->valuestring : "");
             }
@@ -134,7 +144,7 @@ void ReadField(void* base, const Field& field, const cJSON* node)
     case Kind::IntList:
         if (cJSON_IsArray(node) != 0) {
             auto& list = At<std::vector<std::int32_t>>(base, field);
-            list.reserve(ChildCount(node));
+            list.reserve(Counted(node, sizeof(std::int32_t)));
             for (const cJSON* child = node->child; child != nullptr; child = child->next) {
                 list.push_back(cJSON_IsNumber(child) != 0 ? child->valueint : 0);
             }
@@ -143,7 +153,7 @@ void ReadField(void* base, const Field& field, const cJSON* node)
     case Kind::StructList:
         if (cJSON_IsArray(node) != 0) {
             void* const list = &At<char>(base, field);
-            field.ops->renew(list, ChildCount(node));
+            field.ops->renew(list, Counted(node, field.ops->size));
             std::size_t index = 0;
             for (const cJSON* child = node->child; child != nullptr; child = child->next) {
                 IJSONStruct* const element = field.ops->at(list, index++);
@@ -154,22 +164,6 @@ void ReadField(void* base, const Field& field, const cJSON* node)
         }
         break;
     }
-}
-
-/// Index of the field with that key, looked for from `expected` on: answers mostly come in the table's order.
-std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
-{
-    for (std::size_t i = expected; i < table.count; ++i) {
-        if (std::strcmp(table.fields[i].key, key) == 0) {
-            return i;
-        }
-    }
-    for (std::size_t i = 0; i < std::min(expected, table.count); ++i) {
-        if (std::strcmp(table.fields[i].key, key) == 0) {
-            return i;
-        }
-    }
-    return table.count;
 }
 
 void Read(IJSONStruct& object, void* base, const FieldTable& table, const cJSON* node)
@@ -293,6 +287,9 @@ cJSON* Write(const void* base, const FieldTable& table, const SerializationIgnor
 std::unordered_set<std::string> PresentKeys(const IJSONStruct& object, const FieldTable& table)
 {
     std::unordered_set<std::string> keys;
+    if (const auto* const noted = StructAccess::Noted(object)) {
+        keys = *noted;
+    }
     for (std::size_t i = 0; i < table.count; ++i) {
         if (StructAccess::Test(object, i)) {
             keys.insert(table.fields[i].key);
@@ -308,16 +305,76 @@ bool IsPresent(const IJSONStruct& object, const FieldTable& table, std::string_v
             return StructAccess::Test(object, i);
         }
     }
-    return false;
+    const auto* const noted = StructAccess::Noted(object);
+    return noted != nullptr && noted->count(std::string(key)) != 0;
 }
 
+/// The table of structures that a host brings.
+constexpr FieldTable kNoFields = {"", "", nullptr, 0, {}};
+
 } // namespace
+
+void HeldValue::Parse(const cJSON* node)
+{
+    text_ = PrintFormatted(node);
+}
+
+cJSON* HeldValue::ToJson() const
+{
+    return nullptr;
+}
+
+bool HeldValue::HandTo(IJSONStruct& structure) const
+{
+    if (text_.empty()) {
+        return true;
+    }
+    ConversionScope scope;
+    const char* position = nullptr;
+    const cJSON* const node = scope.Parse(text_, position);
+    if (node == nullptr) {
+        return false;
+    }
+    structure.Parse(node);
+    return true;
+}
+
 } // namespace core
 } // namespace nexwire
 
 namespace protocol {
 
 namespace core = nexwire::core;
+
+IJSONStruct::IJSONStruct(const IJSONStruct& other)
+    : present_{other.present_[0], other.present_[1]},
+      noted_(other.noted_ ? std::make_unique<std::unordered_set<std::string>>(*other.noted_) : nullptr)
+{
+}
+
+IJSONStruct& IJSONStruct::operator=(const IJSONStruct& other)
+{
+    if (this != &other) {
+        noted_ = other.noted_ ? std::make_unique<std::unordered_set<std::string>>(*other.noted_) : nullptr;
+        present_[0] = other.present_[0];
+        present_[1] = other.present_[1];
+    }
+    return *this;
+}
+
+void IJSONStruct::NotePresent(std::string_view key)
+{
+    if (!noted_) {
+        noted_ = std::make_unique<std::unordered_set<std::string>>();
+    }
+    noted_->emplace(key);
+}
+
+void IJSONStruct::ClearPresent()
+{
+    present_[0] = present_[1] = 0;
+    noted_.reset();
+}
 
 void SerializationIgnoreItemFeatures::SetFilter(std::int32_t mode, std::vector<std::string> keys)
 {
@@ -356,6 +413,11 @@ cJSON* IInboundData::ToJson() const
     return core::Write(this, Fields(), *this);
 }
 
+const core::FieldTable& IInboundData::Fields() const
+{
+    return core::kNoFields;
+}
+
 const char* IInboundData::RootName() const
 {
     return Fields().rootName;
@@ -391,6 +453,11 @@ void IReturnData::Parse(const cJSON* node)
 cJSON* IReturnData::ToJson() const
 {
     return core::Write(this, Fields(), *this);
+}
+
+const core::FieldTable& IReturnData::Fields() const
+{
+    return core::kNoFields;
 }
 
 std::unordered_set<std::string> IReturnData::PresentKeys() const

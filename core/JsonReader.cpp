@@ -5,40 +5,63 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 #include <rapidjson/reader.h>
+
+#include "core/AnswerBudget.h"
+#include "core/FieldTable.h"
 
 namespace nexwire {
 namespace core {
 namespace {
 
-/// Makes cJSON nodes of what the parser reports.
+constexpr std::size_t kLongestNumber = 63; ///< cJSON reads no longer ones.
+
+/// What of a member somebody reads, by what it holds.
+Wanted WantedOf(const Field& field)
+{
+    switch (field.kind) {
+    case Kind::Struct:
+    case Kind::StructList:
+        // Nobody knows what a structure of the host's own reads.
+        if (field.ops->fields == nullptr) {
+            return kEverything;
+        }
+        return {field.kind == Kind::Struct ? Wanted::Of::Fields : Wanted::Of::Elements, field.ops->fields, nullptr, 0};
+    case Kind::TextList:
+    case Kind::IntList:
+        return {Wanted::Of::Elements, nullptr, nullptr, 0};
+    default:
+        return kItself;
+    }
+}
+
+/// Makes cJSON nodes of what the parser reports and somebody wants.
 class TreeBuilder {
 public:
-    explicit TreeBuilder(Arena& arena) : arena_(arena) {}
+    TreeBuilder(Arena& arena, const Wanted& wanted) : arena_(arena), next_(wanted) {}
 
     const cJSON* Root() const { return root_; }
 
-    bool Null() { return Add(cJSON_NULL) != nullptr; }
+    bool Null() { return Unwanted() || Add(cJSON_NULL) != nullptr; }
     bool Bool(bool value)
     {
-        cJSON* const node = Add(value ? cJSON_True : cJSON_False);
-        if (node == nullptr) {
-            return false;
+        if (!Unwanted()) {
+            Add(value ? cJSON_True : cJSON_False)->valueint = value ? 1 : 0;
         }
-        node->valueint = value ? 1 : 0;
         return true;
     }
     bool RawNumber(const char* text, rapidjson::SizeType length, bool)
     {
+        if (Unwanted()) {
+            return length <= kLongestNumber;
+        }
         double value = 0.0;
         if (!ToNumber(text, length, value)) {
             return false;
         }
         cJSON* const node = Add(cJSON_Number);
-        if (node == nullptr) {
-            return false;
-        }
         node->valuedouble = value;
         if (value >= INT_MAX) {
             node->valueint = INT_MAX;
@@ -55,16 +78,17 @@ public:
     bool Double(double) { return false; }
     bool String(const char* text, rapidjson::SizeType, bool)
     {
-        cJSON* const node = Add(cJSON_String);
-        if (node == nullptr) {
-            return false;
+        if (!Unwanted()) {
+            Add(cJSON_String)->valuestring = const_cast<char*>(text);
         }
-        node->valuestring = const_cast<char*>(text);
         return true;
     }
     bool Key(const char* text, rapidjson::SizeType, bool)
     {
-        key_ = const_cast<char*>(text);
+        if (unwantedDepth_ == 0) {
+            key_ = const_cast<char*>(text);
+            ChooseByKey(text);
+        }
         return true;
     }
     bool StartObject() { return Open(cJSON_Object); }
@@ -73,12 +97,16 @@ public:
     bool EndArray(rapidjson::SizeType) { return Close(); }
 
 private:
+    struct Level {
+        cJSON* node;
+        Wanted wanted;        ///< Of the value itself.
+        std::size_t expected; ///< Index of the member that comes next, if the server keeps the table's order.
+    };
+
     static bool ToNumber(const char* text, std::size_t length, double& value)
     {
-        // cJSON reads no longer ones.
-        constexpr std::size_t kLongest = 63;
         constexpr std::size_t kExactDigits = 15;
-        if (length > kLongest) {
+        if (length > kLongestNumber) {
             return false;
         }
         const bool negative = *text == '-';
@@ -100,11 +128,62 @@ private:
         return result.ec == std::errc() && result.ptr == text + length;
     }
 
+    /// Chooses what is wanted of the value behind a key.
+    void ChooseByKey(const char* key)
+    {
+        Level& level = open_[depth_ - 1];
+        const Wanted& wanted = level.wanted;
+        wantsNext_ = false;
+        switch (wanted.of) {
+        case Wanted::Of::Everything:
+            wantsNext_ = true;
+            next_ = wanted;
+            break;
+        case Wanted::Of::Fields: {
+            const std::size_t index = FindField(*wanted.table, level.expected, key);
+            if (index < wanted.table->count) {
+                level.expected = index + 1;
+                wantsNext_ = true;
+                next_ = WantedOf(wanted.table->fields[index]);
+            }
+            break;
+        }
+        case Wanted::Of::Members:
+            for (std::size_t i = 0; i < wanted.count && !wantsNext_; ++i) {
+                if (std::strcmp(wanted.members[i].key, key) == 0) {
+                    wantsNext_ = true;
+                    next_ = wanted.members[i].wanted;
+                }
+            }
+            break;
+        default:
+            break;
+        }
+    }
+
+    /// Chooses what is wanted of the next element of the innermost array.
+    void ChooseElement()
+    {
+        const Wanted& wanted = open_[depth_ - 1].wanted;
+        wantsNext_ = true;
+        if (wanted.of == Wanted::Of::Everything) {
+            next_ = wanted;
+        } else if (wanted.of == Wanted::Of::Elements) {
+            next_ = wanted.table != nullptr ? Wanted{Wanted::Of::Fields, wanted.table, nullptr, 0} : kItself;
+        } else {
+            wantsNext_ = false;
+        }
+    }
+
+    /// Whether nobody reads the value that begins.
+    bool Unwanted() const { return unwantedDepth_ > 0 || !wantsNext_; }
+
     cJSON* Add(int type)
     {
+        ChargeAnswer(sizeof(cJSON));
         auto* const node = static_cast<cJSON*>(arena_.Allocate(sizeof(cJSON)));
         if (node == nullptr) {
-            return nullptr;
+            throw std::bad_alloc();
         }
         *node = cJSON();
         node->type = type;
@@ -114,7 +193,7 @@ private:
             last_->next = node;
             node->prev = last_;
         } else if (depth_ > 0) {
-            open_[depth_ - 1]->child = node;
+            open_[depth_ - 1].node->child = node;
         } else {
             root_ = node;
         }
@@ -124,25 +203,36 @@ private:
 
     bool Open(int type)
     {
-        if (depth_ >= open_.size()) {
+        if (depth_ + unwantedDepth_ >= open_.size()) {
             return false;
+        }
+        if (Unwanted()) {
+            ++unwantedDepth_;
+            return true;
         }
         cJSON* const node = Add(type);
-        if (node == nullptr) {
-            return false;
-        }
-        open_[depth_++] = node;
+        open_[depth_++] = {node, next_, 0};
         last_ = nullptr;
+        if (type == cJSON_Array) {
+            ChooseElement();
+        }
         return true;
     }
 
     bool Close()
     {
-        cJSON* const node = open_[--depth_];
+        if (unwantedDepth_ > 0) {
+            --unwantedDepth_;
+            return true;
+        }
+        cJSON* const node = open_[--depth_].node;
         if (last_ != nullptr) {
             node->child->prev = last_;
         }
         last_ = node;
+        if (depth_ > 0 && open_[depth_ - 1].node->type == cJSON_Array) {
+            ChooseElement();
+        }
         return true;
     }
 
@@ -150,8 +240,11 @@ private:
     const cJSON* root_ = nullptr;
     cJSON* last_ = nullptr; ///< Before the next node in the innermost open one.
     char* key_ = nullptr;
+    Wanted next_;           ///< Of the value that comes next.
+    bool wantsNext_ = true; ///< Whether anybody reads that at all.
     std::size_t depth_ = 0;
-    std::array<cJSON*, CJSON_NESTING_LIMIT> open_;
+    std::size_t unwantedDepth_ = 0; ///< Containers open around the next value that nobody reads.
+    std::array<Level, CJSON_NESTING_LIMIT> open_;
 };
 
 /// The code unit written as four hexadecimal digits; -1 when it is none.
@@ -197,7 +290,7 @@ bool HasLoneLowSurrogate(const std::string& text)
 
 } // namespace
 
-const cJSON* ReadPlainJson(Arena& arena, const std::string& text)
+const cJSON* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted)
 {
     if (text.size() >= UINT32_MAX || HasLoneLowSurrogate(text)) {
         return nullptr;
@@ -205,7 +298,7 @@ const cJSON* ReadPlainJson(Arena& arena, const std::string& text)
     // Keys and texts are unescaped in place and stay there.
     auto* const copy = static_cast<char*>(arena.Allocate(text.size() + 1));
     if (copy == nullptr) {
-        return nullptr;
+        throw std::bad_alloc();
     }
     std::memcpy(copy, text.c_str(), text.size() + 1);
 
@@ -213,7 +306,7 @@ const cJSON* ReadPlainJson(Arena& arena, const std::string& text)
         rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseStopWhenDoneFlag;
     rapidjson::InsituStringStream stream(copy);
     rapidjson::Reader reader;
-    TreeBuilder builder(arena);
+    TreeBuilder builder(arena, wanted);
     if (reader.Parse<kFlags>(stream, builder).IsError()) {
         return nullptr;
     }

@@ -1,9 +1,13 @@
 #include "core/JsonTree.h"
-#include "core/Guard.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <new>
 
+#include "core/AnswerBudget.h"
+#include "core/Guard.h"
 #include "core/JsonReader.h"
 #include "core/JsonWriter.h"
 #include "nexwire/ConversionArena.h"
@@ -40,6 +44,16 @@ void FreeHook(void* memory)
     if (arena == nullptr || !arena->Owns(memory)) {
         std::free(memory);
     }
+}
+
+/// The most that cJSON's tree of a text can take: it allocates each node, key and text by itself, and behind each value
+/// but the first stands one of these characters.
+std::uint64_t LenientCost(const std::string& text)
+{
+    constexpr std::uint64_t kAllocationOverhead = 16;
+    const auto separators =
+        std::count_if(text.begin(), text.end(), [](char c) { return c == ',' || c == '[' || c == '{'; });
+    return (static_cast<std::uint64_t>(separators) + 1) * (sizeof(cJSON) + 3 * kAllocationOverhead) + text.size();
 }
 
 /// cJSON's parser, and a strict end.
@@ -83,14 +97,26 @@ ConversionScope::~ConversionScope()
     }
 }
 
-const cJSON* ConversionScope::Parse(const std::string& text, const char*& errorPosition)
+const cJSON* ConversionScope::Parse(const std::string& text, const char*& errorPosition, const Wanted& wanted)
 {
     const Arena::Mark before = arena_.Position();
-    if (const cJSON* const root = ReadPlainJson(arena_, text)) {
+    if (const cJSON* const root = ReadPlainJson(arena_, text, wanted)) {
         return root;
     }
     arena_.GoBack(before);
+    const std::uint64_t cost = LenientCost(text);
+    ChargeAnswer(cost);
     lenient_.Reset(ParseLeniently(text, errorPosition));
+    if (lenient_.get() == nullptr) {
+        // Was it the text or the memory? With some memory at hand the answer is the same only if it was the text.
+        constexpr std::uint64_t kProbe = std::uint64_t{1} << 20;
+        void* const probe = cJSON_malloc(static_cast<std::size_t>(std::min(cost, kProbe)));
+        if (probe == nullptr) {
+            throw std::bad_alloc();
+        }
+        cJSON_free(probe);
+        lenient_.Reset(ParseLeniently(text, errorPosition));
+    }
     return lenient_.get();
 }
 

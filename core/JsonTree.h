@@ -6,6 +6,7 @@
 #include <cjson/cJSON.h>
 
 #include "core/Arena.h"
+#include "core/JsonReader.h"
 
 namespace nexwire {
 namespace core {
@@ -40,10 +41,11 @@ public:
     ConversionScope(const ConversionScope&) = delete;
     ConversionScope& operator=(const ConversionScope&) = delete;
 
-    /// Reads text of which nothing but white space may follow the value. The tree lives until the scope ends or
-    /// parses again. Null on failure; `errorPosition` then points into the text, at what
-    /// could not be read. cJSON's own error position is shared by all threads and never read.
-    const cJSON* Parse(const std::string& text, const char*& errorPosition);
+    /// Reads what is wanted of a text of which nothing but white space may follow the value. The tree lives until the
+    /// scope ends or parses again. Null on failure; `errorPosition` then points into the text, at what could not be
+    /// read. cJSON's own error position is shared by all threads and never read.
+    /// @throws std::bad_alloc, AnswerTooCostly
+    const cJSON* Parse(const std::string& text, const char*& errorPosition, const Wanted& wanted = kEverything);
 
 private:
     Arena& arena_;

@@ -30,8 +30,10 @@ ExchangeRecord& ThreadRecord()
 }
 
 /// Assigned member by member: the texts keep their memory from call to call.
-void Begin(ExchangeRecord& record, const RequestParams& request)
+void Begin(ThreadState& state, const RequestParams& request)
 {
+    ++state.exchanges;
+    ExchangeRecord& record = state.record;
     record.path = request.url;
     record.method = request.method;
     record.sent = record.answered = record.parsed = record.coded = false;
@@ -146,8 +148,8 @@ namespace core {
 bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAnswer)
 {
     ThreadState& state = State();
-    const std::uint64_t number = ++state.exchanges;
-    Begin(state.record, request);
+    Begin(state, request);
+    const std::uint64_t number = state.exchanges;
     IRequestExecutor* const executor = RequestContext::Instance().Usable();
     if (executor == nullptr) {
         return false;
@@ -156,7 +158,7 @@ bool Execute(RspInfos& response, const RequestParams& request, bool errorFromAns
     const bool answered = executor->Execute(response, request, 1);
     if (state.exchanges != number) {
         // The executor called the library itself, to renew a token for example.
-        Begin(state.record, request);
+        Begin(state, request);
         state.record.sent = true;
     }
     state.record.answered = answered;
@@ -176,7 +178,7 @@ bool Execute(RspInfos& response, const Operation& operation)
 
 bool NotSent(const Operation& operation)
 {
-    Begin(ThreadRecord(), operation.Build());
+    Begin(State(), operation.Build());
     return false;
 }
 
@@ -238,12 +240,12 @@ bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict ver
     return true;
 }
 
-bool RunInto(const Operation& operation, Target result, Verdict verdict) noexcept
+bool RunInto(const Operation& operation, Target result, Verdict verdict, std::string* text) noexcept
 {
     return Guard([&] {
         return result.ReplaceBy([&](protocol::IJSONStruct& fresh) {
             protocol::ReturnData envelope(Borrow(fresh));
-            return Run(operation, envelope, verdict);
+            return Run(operation, envelope, verdict, text);
         });
     });
 }
@@ -287,6 +289,11 @@ bool ExchangeForText(const Operation& operation, std::string& text) noexcept
         protocol::ReturnData envelope;
         return core::Run(operation, envelope, core::Verdict::Accept, &text);
     });
+}
+
+bool ExchangeForText(const Operation& operation, core::Target result, std::string& text) noexcept
+{
+    return core::RunInto(operation, result, core::Verdict::Accept, &text);
 }
 
 bool ExchangeJudged(const Operation& operation, core::Target result) noexcept

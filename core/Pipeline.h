@@ -61,6 +61,8 @@ constexpr const char* kMultipartType = "multipart/form-data; boundary=----------
 ///   return Exchange(Write(Path(kRoot, "maps/", guid), Only(&protocol::MapModify::name, name)));
 template <class Structure>
 class Partial {
+    static_assert(core::kHasTable<Structure>, "nobody knows the keys of its members");
+
 public:
     template <class Owner, class Member, class Value, class... More>
     explicit Partial(Member Owner::*member, const Value& value, const More&... more)
@@ -224,7 +226,7 @@ std::shared_ptr<protocol::IJSONStruct> Borrow(Result& result)
     return {std::shared_ptr<void>(), &result};
 }
 
-bool RunInto(const Operation& operation, Target result, Verdict verdict) noexcept;
+bool RunInto(const Operation& operation, Target result, Verdict verdict, std::string* text = nullptr) noexcept;
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept;
 bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code);
 
@@ -241,25 +243,17 @@ bool Exchange(const Operation& operation) noexcept;
 /// The same; besides, `text` receives the answer's body as it stands.
 bool ExchangeForText(const Operation& operation, std::string& text) noexcept;
 
-template <class Result>
-bool ExchangeForText(const Operation& operation, Result& result, std::string& text) noexcept
-{
-    return core::Guard([&] {
-        Result fresh;
-        protocol::ReturnData envelope(core::Borrow(fresh));
-        if (!core::Run(operation, envelope, core::Verdict::Accept, &text)) {
-            return false;
-        }
-        result = std::move(fresh);
-        return true;
-    });
-}
+bool ExchangeForText(const Operation& operation, core::Target result, std::string& text) noexcept;
 
 /// For a structure that goes out and comes back. Returns as `Exchange`; `structure` is replaced when the answer carries
-/// any of its members, which then start from what was sent, and is untouched otherwise.
+/// any of its members, which then start from what was sent, and is untouched otherwise. A structure of the host's own
+/// parses what there is.
 template <class Structure>
 bool ExchangeBothWays(const Operation& operation, Structure& structure) noexcept
 {
+    if (!core::IsOfTable(structure, structure.Fields())) {
+        return Exchange(operation, structure);
+    }
     return core::Guard([&] {
         Structure fresh = structure;
         protocol::ReturnData envelope(core::Borrow(fresh));

@@ -12,7 +12,7 @@ declare -rA PACKAGES=(
     [clang]="clang libclang-rt-dev llvm"
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
     [lint]="clang clang-format clang-tidy git shellcheck"
-    [package]="dpkg-dev file"
+    [package]="abigail-tools dpkg-dev file gzip lintian xz-utils"
 )
 
 # Builds use all processors; NEXWIRE_JOBS=1 is for machines short of memory.

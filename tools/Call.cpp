@@ -1,10 +1,11 @@
 #include <algorithm>
 #include <chrono>
-#include <iostream>
+#include <cstdio>
 #include <memory>
 
 #include <keel/Error.h>
 #include <keel/Log.h>
+#include <keel/StringUtil.h>
 
 #include "catalogue/Find.h"
 #include "catalogue/Observed.h"
@@ -18,6 +19,8 @@
 #include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
 #include "tools/Example.h"
+#include "tools/Json.h"
+#include "tools/Merge.h"
 #include "tools/Secrets.h"
 #include "tools/Verbs.h"
 
@@ -25,24 +28,66 @@ namespace nexwire {
 namespace tools {
 namespace {
 
-/// Gives every request a time-out of the user's choice.
-class TimeoutExecutor : public IRequestExecutor {
+std::string ShownEntry(const std::string& name, const std::string& value)
+{
+    return name + ": " + (IsSecretHeader(name) ? "***" : Shown(value));
+}
+
+/// Text of several lines with a mark before each, harmless to a terminal.
+std::string Marked(const char* mark, const std::string& text)
+{
+    const std::string redacted = Redacted(text);
+    std::string marked;
+    for (std::size_t begin = 0; begin < redacted.size();) {
+        const std::size_t end = std::min(redacted.find('\n', begin), redacted.size());
+        std::string line = redacted.substr(begin, end - begin);
+        const std::size_t first = std::min(line.find_first_not_of('\t'), line.size());
+        line = std::string(first * 2, ' ') + Keel::StringUtil::SingleLine(line.substr(first));
+        marked += std::string(mark) + line + "\n";
+        begin = end + 1;
+    }
+    return marked;
+}
+
+/// Gives every request a time-out of the user's choice, and shows what goes to and fro.
+class WatchingExecutor : public IRequestExecutor {
 public:
-    TimeoutExecutor(std::unique_ptr<IRequestExecutor> inner, std::int32_t timeoutMs)
-        : inner_(std::move(inner)), timeoutMs_(timeoutMs)
+    WatchingExecutor(std::unique_ptr<IRequestExecutor> inner, std::int32_t timeoutMs, bool shows)
+        : inner_(std::move(inner)), timeoutMs_(timeoutMs), shows_(shows)
     {
     }
 
     bool Execute(RspInfos& response, const RequestParams& request, int flag) override
     {
         RequestParams changed = request;
-        changed.timeoutMs = timeoutMs_;
-        return inner_->Execute(response, changed, flag);
+        if (timeoutMs_ > 0) {
+            changed.timeoutMs = timeoutMs_;
+        }
+        if (shows_) {
+            std::string text = "> " + VerbOf(request.method) + " " + Shown(request.url) + "\n";
+            for (const auto* const fields : {&request.headers, &request.params}) {
+                for (const auto& field : *fields) {
+                    text += "> " + ShownEntry(field.first, field.second) + "\n";
+                }
+            }
+            std::fputs((text + Marked("> ", request.body)).c_str(), stderr);
+        }
+        const bool answered = inner_->Execute(response, changed, flag);
+        if (shows_) {
+            std::string text;
+            for (const auto& field : response.headers) {
+                text += "< " + ShownEntry(field.first, field.second) + "\n";
+            }
+            text += Marked("< ", response.body);
+            std::fputs((text.empty() ? "< no answer\n" : text).c_str(), stderr);
+        }
+        return answered;
     }
 
 private:
     std::unique_ptr<IRequestExecutor> inner_;
     std::int32_t timeoutMs_;
+    bool shows_;
 };
 
 /// A command line that cannot be carried out; carries what to tell the user.
@@ -87,11 +132,6 @@ catalogue::Given Collect(const CallOptions& options)
     return given;
 }
 
-std::string TextOfHeader(const std::string& name, const std::string& value)
-{
-    return name + ": " + (IsSecretHeader(name) ? "***" : value);
-}
-
 int DryRun(catalogue::Call& call, const CallOptions& options, const std::map<std::string, std::string>& headers)
 {
     catalogue::Recorder recorder;
@@ -102,7 +142,7 @@ int DryRun(catalogue::Call& call, const CallOptions& options, const std::map<std
     }
     const RequestParams& request = trace.request;
     const std::int32_t timeout = options.timeoutMs > 0 ? options.timeoutMs : request.timeoutMs;
-    std::string text = VerbOf(request.method) + " " + request.url + "\n";
+    std::string text = VerbOf(request.method) + " " + Shown(request.url) + "\n";
     if (trace.direct) {
         text += "straight to the video wall service\n";
     } else {
@@ -110,54 +150,129 @@ int DryRun(catalogue::Call& call, const CallOptions& options, const std::map<std
         text += "time-out: " + std::to_string(timeout) + " ms\n";
     }
     for (const auto& header : request.headers) {
-        text += "header " + TextOfHeader(header.first, header.second) + "\n";
+        text += "header " + ShownEntry(header.first, header.second) + "\n";
     }
     for (const auto& param : request.params) {
-        text += "param " + TextOfHeader(param.first, param.second) + "\n";
+        text += "param " + ShownEntry(param.first, param.second) + "\n";
     }
     for (const auto& header : headers) {
-        text += "added header " + TextOfHeader(header.first, header.second) + "\n";
+        text += "added header " + ShownEntry(header.first, header.second) + "\n";
     }
     for (const std::string& before : trace.before) {
-        text += "before it " + before + "\n";
+        text += "before it " + Shown(before) + "\n";
     }
     if (!request.body.empty()) {
         text += "\n" + Redacted(request.body) + "\n";
     }
-    Print(text);
-    return kDone;
+    return Output(text);
 }
 
-/// Tells how the exchange went, in one line.
-void Report(const catalogue::Call& call, const catalogue::Outcome& outcome, const ExchangeRecord& exchange,
-            const Keel::Error::ErrorCode& last, std::int64_t milliseconds)
+/// How a call went.
+struct Course {
+    catalogue::Outcome outcome;
+    ExchangeRecord exchange; ///< Of functions that send for themselves it says nothing.
+    Keel::Error::ErrorCode last;
+    std::int64_t milliseconds = 0;
+    bool direct = false; ///< The function sends for itself.
+    int code = kDone;    ///< Exit code.
+};
+
+int CodeOf(const Course& course)
 {
-    const bool direct = call.function().ClassName() == "CTWDeviceCommon";
-    std::string text = call.function().Name() + " returned " + (outcome.success ? "true" : "false") + " after " +
-                       std::to_string(milliseconds) + " ms";
-    if (!direct && exchange.sent) {
-        text += "\n  " + VerbOf(exchange.method) + " " + exchange.path;
+    if (course.direct) {
+        if (course.outcome.success) {
+            return kDone;
+        }
+        return course.last.number == CTWDeviceCommon::kNetworkFailure ? kTransport
+               : course.last.number != 0                              ? kRefused
+                                                                      : kFalse;
     }
-    if (!direct && exchange.parsed) {
+    if (course.exchange.parsed && course.exchange.number != 0) {
+        return kRefused;
+    }
+    if (course.outcome.success) {
+        return kDone;
+    }
+    return course.exchange.sent && !course.exchange.parsed ? kTransport : kFalse;
+}
+
+Course Run(catalogue::Call& call)
+{
+    Course course;
+    course.direct = call.function().ClassName() == "CTWDeviceCommon";
+    Keel::Error::SetLastError({});
+    const auto before = std::chrono::steady_clock::now();
+    course.outcome = call.Run();
+    course.milliseconds =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
+    course.last = Keel::Error::GetLastError();
+    course.exchange = LastExchange();
+    course.code = CodeOf(course);
+    return course;
+}
+
+/// Tells how the exchange went, for people.
+void Report(const catalogue::Call& call, const Course& course)
+{
+    const ExchangeRecord& exchange = course.exchange;
+    std::string text = call.function().Name() + " returned " + (course.outcome.success ? "true" : "false") +
+                       (course.code == kRefused ? ", refused," : "") + " after " + std::to_string(course.milliseconds) +
+                       " ms";
+    if (!course.direct && !exchange.path.empty()) {
+        text += "\n  " + VerbOf(exchange.method) + " " + Shown(exchange.path);
+    }
+    if (!course.direct && exchange.parsed) {
         text += "\n  envelope " + std::to_string(exchange.category) + "-" + std::to_string(exchange.number) +
-                (exchange.message.empty() ? "" : " \"" + exchange.message + "\"");
-    } else if (!direct && exchange.answered) {
+                (exchange.message.empty() ? "" : " \"" + Shown(exchange.message) + "\"");
+    } else if (!course.direct && exchange.answered) {
         text += "\n  the answer is no envelope";
-    } else if (!direct && !exchange.sent) {
+    } else if (!course.direct && !exchange.sent) {
         text += "\n  nothing was sent";
     }
+    const Keel::Error::ErrorCode& last = course.last;
     if (last.category != 0 || last.number != 0 || !last.text.empty()) {
         text += "\n  last error " + std::to_string(last.category) + "-" + std::to_string(last.number) +
-                (last.text.empty() ? "" : " \"" + last.text + "\"");
+                (last.text.empty() ? "" : " \"" + Shown(last.text) + "\"");
     }
     Complain(text);
+}
+
+const char* OutcomeOf(int code)
+{
+    static const char* const names[] = {"done", "false", "usage", "no answer", "refused"};
+    return names[code];
+}
+
+int OutputJson(const CallOptions& options, const JsonObject& object)
+{
+    return Output((options.compact ? Compact(object.Done()) : Pretty(object.Done())) + "\n");
+}
+
+/// The same for programs.
+int ReportAsJson(const CallOptions& options, const catalogue::Call& call, const Course& course)
+{
+    const ExchangeRecord& exchange = course.exchange;
+    const bool fromEnvelope = !course.direct && exchange.parsed;
+    JsonObject object;
+    object.Text("outcome", OutcomeOf(course.code)).Text("function", call.function().Name());
+    object.Number("category", fromEnvelope ? exchange.category : course.last.category);
+    object.Number("number", fromEnvelope ? exchange.number : course.last.number);
+    object.Text("message", Shown(fromEnvelope ? exchange.message : course.last.text));
+    object.Json("result", course.code == kDone ? call.Result(course.outcome) : "null");
+    object.Text("path", course.direct ? "" : Shown(exchange.path)).Number("milliseconds", course.milliseconds);
+    return OutputJson(options, object);
 }
 
 /// What the transport finds wrong with its options, by the names that they have here.
 std::string InOptionsOfOurs(std::string problem)
 {
-    const std::pair<const char*, const char*> names[] = {
-        {"baseAddress", "--server"}, {"caFile", "--ca"}, {"extraHeaders", "--header"}, {"proxy", "--proxy"}};
+    const std::pair<const char*, const char*> names[] = {{"baseAddress", "--server"},
+                                                         {"caFile", "--ca"},
+                                                         {"clientCertificateFile", "--cert"},
+                                                         {"clientKeyFile", "--key"},
+                                                         {"clientKeyPassphrase", "--key-passphrase"},
+                                                         {"extraHeaders", "--header"},
+                                                         {"proxy", "--proxy"}};
     for (const auto& name : names) {
         const std::string theirs = name.first;
         if (problem.compare(0, theirs.size(), theirs) == 0) {
@@ -168,12 +283,20 @@ std::string InOptionsOfOurs(std::string problem)
     return problem;
 }
 
-/// Host and port of an address such as "http://host:port".
-void SplitAddress(const std::string& address, std::string& host, std::string& port)
+/// Host and port of the video wall's address, "http://host:port". The service speaks nothing else.
+void SplitWallAddress(const std::string& address, std::string& host, std::string& port)
 {
     const std::size_t scheme = address.find("://");
+    if (scheme != std::string::npos && catalogue::LowerCase(address.substr(0, scheme)) != "http") {
+        throw UsageError{"--server: the video wall is spoken to in clear, over http:// only"};
+    }
     std::string rest = scheme == std::string::npos ? address : address.substr(scheme + 3);
-    rest = rest.substr(0, rest.find('/'));
+    if (!rest.empty() && rest.back() == '/') {
+        rest.pop_back();
+    }
+    if (rest.empty() || rest.find_first_of("/?#@") != std::string::npos) {
+        throw UsageError{"--server: the address of a video wall is http://host[:port] and nothing else"};
+    }
     const std::size_t colon = rest.rfind(':');
     const bool hasPort = colon != std::string::npos && rest.find(']', colon) == std::string::npos;
     host = rest.substr(0, hasPort ? colon : std::string::npos);
@@ -204,8 +327,8 @@ public:
             recording_ = recording.get();
             executor = std::move(recording);
         }
-        if (options.timeoutMs > 0) {
-            executor = std::make_unique<TimeoutExecutor>(std::move(executor), options.timeoutMs);
+        if (options.timeoutMs > 0 || options.verbose) {
+            executor = std::make_unique<WatchingExecutor>(std::move(executor), options.timeoutMs, options.verbose);
         }
         NexwireInitParams params;
         params.executor = executor.get();
@@ -235,11 +358,21 @@ private:
         http.baseAddress = options.server.empty() ? StartPlatform(options) : options.server;
         http.extraHeaders = headers;
         http.caFile = options.caFile;
+        http.clientCertificateFile = options.certificateFile;
+        http.clientKeyFile = options.keyFile;
         http.verifyPeer = !options.insecure;
         std::string error;
         bool typed = false;
         if (!Resolve(options.proxy, http.proxy, typed, error)) {
             throw UsageError{"--proxy: " + error};
+        }
+        bool typedPassphrase = false;
+        if (!Resolve(options.keyPassphrase, http.clientKeyPassphrase, typedPassphrase, error)) {
+            throw UsageError{"--key-passphrase: " + error};
+        }
+        if (typedPassphrase && !options.keyPassphrase.empty()) {
+            throw UsageError{"the key's passphrase is a secret, and others can read a command line: give it as "
+                             "--key-passphrase @env:VARIABLE or --key-passphrase @file:PATH"};
         }
         if (typed && http.proxy.find('@') != std::string::npos) {
             throw UsageError{"the proxy's address holds a secret, and others can read a command line: give it as "
@@ -265,15 +398,18 @@ private:
         if (!platform_->Start(error)) {
             throw UsageError{"the local platform does not start: " + error};
         }
-        Complain("no --server: asking a local platform" +
-                 (options.database.empty() ? std::string() : " with " + options.database));
+        if (!options.quiet && !options.json) {
+            Complain("no --server: asking a local platform" +
+                     (options.database.empty() ? std::string() : " with " + options.database));
+        }
         return "http://127.0.0.1:" + std::to_string(platform_->Port());
     }
 
     void StartWall(const CallOptions& options)
     {
         if (!options.headers.empty() || options.timeoutMs > 0 || options.insecure || !options.caFile.empty() ||
-            !options.proxy.empty() || !options.recordFile.empty() || !options.replayFile.empty()) {
+            !options.certificateFile.empty() || !options.keyFile.empty() || !options.proxy.empty() || options.verbose ||
+            !options.recordFile.empty() || !options.replayFile.empty()) {
             throw UsageError{"video wall functions send for themselves; of the transport only --server can be chosen"};
         }
         std::string host = "127.0.0.1";
@@ -285,9 +421,11 @@ private:
                 throw UsageError{"the local video wall service does not start: " + error};
             }
             port = std::to_string(wall_->Port());
-            Complain("no --server: asking a local video wall service");
+            if (!options.quiet && !options.json) {
+                Complain("no --server: asking a local video wall service");
+            }
         } else {
-            SplitAddress(options.server, host, port);
+            SplitWallAddress(options.server, host, port);
         }
         CTWDeviceCommon::init(host, port);
     }
@@ -298,54 +436,90 @@ private:
     bool initialised_ = false;
 };
 
-bool IsTransportFailure(const catalogue::Outcome& outcome, bool direct, const ExchangeRecord& exchange,
-                        const Keel::Error::ErrorCode& last)
+/// Warns of structures that are given in part; or, where the user wants that, completes them with what is set now.
+/// False when that could not be read, with its course.
+bool Complete(catalogue::Call& call, const catalogue::Given& given, const CallOptions& options, Course& course)
 {
-    if (outcome.success) {
-        return false;
+    for (const PartialStructure& partial : PartialStructures(call, given)) {
+        const std::unique_ptr<catalogue::Call> reader = ReaderOf(call, partial, given);
+        if (!options.merge) {
+            std::string missing;
+            for (const std::string& key : partial.missing) {
+                missing += (missing.empty() ? "" : ", ") + key;
+            }
+            if (!options.quiet) {
+                Warn(partial.name + " is given in part; sent with their defaults: " + missing +
+                     (reader ? " (--merge reads what is set now, with " + reader->function().Name() + ")" : ""));
+            }
+            continue;
+        }
+        if (!reader) {
+            throw UsageError{"--merge: no function reads a " + partial.name + " with what is given"};
+        }
+        course = Run(*reader);
+        if (course.code != kDone) {
+            return false;
+        }
+        const std::vector<catalogue::Argument>& arguments = reader->function().Arguments();
+        std::size_t output = 0;
+        while (!arguments[output].output || arguments[output].type->shape != catalogue::Shape::Structure) {
+            ++output;
+        }
+        std::string error;
+        if (!call.Set(partial.argument, Merged(reader->Json(output), partial.given), error)) {
+            throw UsageError{"--merge: " + error};
+        }
     }
-    if (direct) {
-        return last.number == CTWDeviceCommon::kNetworkFailure;
+    return true;
+}
+
+int Finish(const CallOptions& options, const catalogue::Call& call, const Course& course)
+{
+    if (options.json) {
+        const int written = ReportAsJson(options, call, course);
+        return written == kDone ? course.code : written;
     }
-    return exchange.sent && !exchange.parsed;
+    if (!options.quiet || course.code != kDone) {
+        Report(call, course);
+    }
+    if (course.code != kDone) {
+        return course.code;
+    }
+    const std::string result = call.Result(course.outcome);
+    return Output((options.compact ? Compact(result) : Pretty(result)) + "\n");
 }
 
 int Run(const CallOptions& options)
 {
     const std::vector<const catalogue::Function*> found = catalogue::Find(options.function);
     if (found.empty()) {
-        return UnknownFunction(options.function);
+        throw UsageError{UnknownFunctionText(options.function)};
     }
     std::map<std::string, std::string> headers;
     for (const std::string& text : options.headers) {
         headers.insert(Assignment(text, true));
     }
     std::string error;
-    const std::unique_ptr<catalogue::Call> call = catalogue::Prepare(found, Collect(options), error);
+    const catalogue::Given given = Collect(options);
+    const std::unique_ptr<catalogue::Call> call = catalogue::Prepare(found, given, error);
     if (!call) {
         throw UsageError{options.function + ": " + error};
     }
+    Course course;
     if (options.dryRun) {
+        static_cast<void>(Complete(*call, given, options, course));
         return DryRun(*call, options, headers);
     }
-    const bool direct = call->function().ClassName() == "CTWDeviceCommon";
-    const Other other(options, direct, headers);
-    Keel::Error::SetLastError({});
-    const auto before = std::chrono::steady_clock::now();
-    const catalogue::Outcome outcome = call->Run();
-    const auto taken =
-        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - before).count();
-    const Keel::Error::ErrorCode last = Keel::Error::GetLastError();
-    const ExchangeRecord& exchange = LastExchange();
-    Report(*call, outcome, exchange, last, taken);
+    const Other other(options, call->function().ClassName() == "CTWDeviceCommon", headers);
+    if (!Complete(*call, given, options, course)) {
+        Complain("--merge: what is set now could not be read, and nothing was changed");
+        return Finish(options, *call, course);
+    }
+    course = Run(*call);
     if (other.RecordingFailed()) {
         Warn("the exchange could not be recorded in " + options.recordFile);
     }
-    if (!outcome.success) {
-        return IsTransportFailure(outcome, direct, exchange, last) ? kTransport : kFalse;
-    }
-    const std::string result = call->Result(outcome);
-    return Print((options.compact ? Compact(result) : Pretty(result)) + "\n") ? kDone : kTransport;
+    return Finish(options, *call, course);
 }
 
 } // namespace
@@ -355,8 +529,16 @@ int CallFunction(const CallOptions& options)
     try {
         return Run(options);
     } catch (const UsageError& error) {
-        Complain(error.text);
-        return kUsage;
+        if (!options.json) {
+            Complain(error.text);
+            return kUsage;
+        }
+        JsonObject object;
+        object.Text("outcome", OutcomeOf(kUsage)).Text("function", options.function);
+        object.Number("category", 0).Number("number", 0).Text("message", error.text);
+        object.Json("result", "null").Text("path", "").Number("milliseconds", 0);
+        const int written = OutputJson(options, object);
+        return written == kDone ? kUsage : written;
     }
 }
 

@@ -14,17 +14,21 @@ namespace tools {
 struct ListOptions {
     std::vector<std::string> words;
     bool namesOnly = false; ///< One unique name a line.
+    bool json = false;
 };
 int List(const ListOptions& options, const Style& style);
 
 struct DescribeOptions {
     std::string function;
     bool argumentsOnly = false; ///< Names of what can be given, one a line.
+    bool json = false;
 };
 int Describe(const DescribeOptions& options, const Style& style);
 
 /// Says that nobody has that name, and who has one like it.
 int UnknownFunction(const std::string& name);
+/// The same as a text.
+std::string UnknownFunctionText(const std::string& name);
 
 /// Writes the OpenAPI document, or the reference page, to a file; "-" is standard output.
 int OpenApi(const std::string& file);
@@ -38,9 +42,16 @@ struct CallOptions {
     std::string database;            ///< Of that platform.
     bool dryRun = false;
     bool compact = false;
+    bool json = false;                ///< Everything as one object on standard output.
+    bool merge = false;               ///< Read structures that are given in part, and change only that.
+    bool quiet = false;               ///< Nothing on standard error unless something went wrong.
+    bool verbose = false;             ///< The exchanges, too.
     std::vector<std::string> headers; ///< "name=value".
     std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
     std::string caFile;
+    std::string certificateFile;
+    std::string keyFile;
+    std::string keyPassphrase; ///< Only @env: or @file:.
     bool insecure = false;
     std::string proxy;
     std::string recordFile;

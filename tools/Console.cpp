@@ -11,6 +11,10 @@
 #include <unistd.h>
 #endif
 
+#include <keel/StringUtil.h>
+
+#include "tools/Secrets.h"
+
 namespace nexwire {
 namespace tools {
 namespace {
@@ -57,6 +61,20 @@ void Warn(const std::string& text)
 bool Print(const std::string& text)
 {
     return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+}
+
+int Output(const std::string& text)
+{
+    if (Print(text)) {
+        return kDone;
+    }
+    Complain(std::string("cannot write to standard output: ") + std::strerror(errno));
+    return kOutput;
+}
+
+std::string Shown(const std::string& text)
+{
+    return Keel::StringUtil::SingleLine(Redacted(text));
 }
 
 bool ReadWhole(const std::string& path, std::string& content, std::string& error)

@@ -10,6 +10,8 @@ constexpr int kDone = 0;
 constexpr int kFalse = 1;     ///< The function returned false, or nothing was found.
 constexpr int kUsage = 2;     ///< The command line cannot be carried out.
 constexpr int kTransport = 3; ///< No answer from the server.
+constexpr int kRefused = 4;   ///< The server answered with a number other than 0.
+constexpr int kOutput = 5;    ///< Standard output cannot be written: a full disk, a reader that has gone.
 
 /// How text stands out on standard output. Plain unless it goes to a terminal and NO_COLOR is not set.
 class Style {
@@ -32,8 +34,14 @@ void Complain(const std::string& text);
 /// The same, marked as a warning.
 void Warn(const std::string& text);
 
-/// Writes to standard output. False when it is gone, as for a reader that has seen enough.
+/// Writes to standard output. False when it is full or gone; `errno` says why.
 bool Print(const std::string& text);
+/// The same, as the last step of a command: its exit code.
+int Output(const std::string& text);
+
+/// `text` from elsewhere as a terminal and a log may see it: on one line, control characters spelled out, secrets and
+/// credentials in addresses replaced.
+std::string Shown(const std::string& text);
 
 /// Whole content of a file; "-" is standard input. False with a text for the user.
 bool ReadWhole(const std::string& path, std::string& content, std::string& error);

@@ -8,6 +8,9 @@ namespace {
 
 int Save(const std::string& file, const std::string& content)
 {
+    if (file == "-") {
+        return Output(content);
+    }
     std::string error;
     if (!WriteWhole(file, content, error)) {
         Complain(error);

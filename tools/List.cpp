@@ -1,8 +1,12 @@
 #include <algorithm>
+#include <map>
 
+#include "catalogue/Comments.h"
 #include "catalogue/Find.h"
 #include "catalogue/Observed.h"
 #include "tools/Commands.h"
+#include "tools/Example.h"
+#include "tools/Json.h"
 #include "tools/Verbs.h"
 
 namespace nexwire {
@@ -19,7 +23,39 @@ struct Row {
     std::string module;
     std::string name;
     std::string wire;
+    std::string json;
 };
+
+/// Keys and comments of structures in small letters, each structure read once.
+class MemberTexts {
+public:
+    std::string Of(const std::vector<std::string>& structures)
+    {
+        std::string text;
+        for (const std::string& name : catalogue::Reachable(structures)) {
+            std::string& known = texts_[name];
+            if (known.empty()) {
+                const catalogue::StructureView view = catalogue::ViewOf(name);
+                known = name + " " + view.doc;
+                for (const catalogue::MemberView& member : view.members) {
+                    known += " " + member.key + " " + member.doc;
+                }
+                known = catalogue::LowerCase(known);
+            }
+            text += " " + known;
+        }
+        return text;
+    }
+
+private:
+    std::map<std::string, std::string> texts_;
+};
+
+std::string Described(const catalogue::Function& function)
+{
+    const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
+    return catalogue::LowerCase(" " + doc.text + " " + doc.returns + " " + catalogue::DocOfClass(function.ClassName()));
+}
 
 std::string Wire(const catalogue::Observed& observed)
 {
@@ -34,6 +70,21 @@ std::string Wire(const catalogue::Observed& observed)
     return text;
 }
 
+std::string AsJson(const catalogue::Observed& observed)
+{
+    return JsonObject()
+        .Text("function", observed.name)
+        .Text("module", observed.function->Module())
+        .Bool("videoWall", observed.direct)
+        .Number("method", observed.request.method)
+        .Text("verb", observed.sent ? VerbOf(observed.request.method) : "")
+        .Text("path", observed.path)
+        .Number("command", observed.passThrough ? observed.command : 0)
+        .Text("body", observed.bodyStructure)
+        .Text("result", observed.outputStructure)
+        .Done();
+}
+
 } // namespace
 
 int List(const ListOptions& options, const Style& style)
@@ -43,12 +94,10 @@ int List(const ListOptions& options, const Style& style)
         words.push_back(catalogue::LowerCase(word));
     }
     std::vector<Row> rows;
-    if (options.namesOnly) {
+    MemberTexts members;
+    if (options.namesOnly && words.empty()) {
         for (const catalogue::Function& function : catalogue::All()) {
-            const std::string name = catalogue::UniqueName(function);
-            if (HoldsAll(catalogue::SearchText(function), words)) {
-                rows.push_back({"", name, ""});
-            }
+            rows.push_back({"", catalogue::UniqueName(function), "", ""});
         }
     } else {
         catalogue::Observer observer;
@@ -57,10 +106,19 @@ int List(const ListOptions& options, const Style& style)
             const std::string text =
                 catalogue::SearchText(function) + " " +
                 catalogue::LowerCase(observed.path + " " + observed.bodyStructure + " " + Wire(observed));
-            if (HoldsAll(text, words)) {
-                rows.push_back({function.Module(), observed.name, Wire(observed)});
+            if (HoldsAll(text, words) ||
+                HoldsAll(text + Described(function) + members.Of(catalogue::StructuresOf(observed)), words)) {
+                rows.push_back({options.namesOnly ? "" : function.Module(), observed.name, Wire(observed),
+                                options.json ? AsJson(observed) : ""});
             }
         }
+    }
+    if (options.json) {
+        const int written = Output(
+            Pretty(JsonArray(
+                rows, [](const Row& row) { return row.json.empty() ? catalogue::WriteText(row.name) : row.json; })) +
+            "\n");
+        return written != kDone ? written : rows.empty() ? kFalse : kDone;
     }
     std::size_t width = 0;
     for (const Row& row : rows) {
@@ -84,8 +142,7 @@ int List(const ListOptions& options, const Style& style)
         Complain("no function has all of these words");
         return kFalse;
     }
-    Print(text);
-    return kDone;
+    return Output(text);
 }
 
 } // namespace tools

@@ -1,7 +1,11 @@
+#include <algorithm>
+#include <csignal>
+
 #include <CLI/CLI.hpp>
 
 #include <keel/Log.h>
 
+#include "catalogue/Find.h"
 #include "tools/Commands.h"
 #include "tools/demo/Demo.h"
 
@@ -12,7 +16,7 @@ using namespace nexwire::tools;
 /// A usage text ends with the exit codes, which scripts depend on.
 constexpr const char* kFooter =
     "Exit codes: 0 done, 1 the function returned false or nothing was found, 2 the command line cannot be carried\n"
-    "out, 3 no answer from the server.\n"
+    "out, 3 no answer from the server, 4 the server refused, 5 the output cannot be written.\n"
     "Environment: NO_COLOR, when not empty, keeps the output free of colours.";
 
 constexpr const char* kCallFooter =
@@ -53,6 +57,18 @@ public:
 
     int Run(int argc, char** argv)
     {
+        std::vector<std::string> commands;
+        for (const CLI::App* const each : app_.get_subcommands(nullptr)) {
+            commands.push_back(each->get_name());
+        }
+        const std::string first = FirstWord(argc, argv);
+        if (!first.empty() && std::find(commands.begin(), commands.end(), first) == commands.end()) {
+            const std::vector<std::string> close = nexwire::catalogue::Closest(first, commands);
+            Complain("there is no command '" + first + "'" +
+                     (close.empty() ? "" : "; did you mean " + close.front() + "?") +
+                     "\nRun with --help for more information.");
+            return kUsage;
+        }
         try {
             app_.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
@@ -62,11 +78,27 @@ public:
     }
 
 private:
+    /// The first word that is no option nor the value of one; empty when there is none.
+    static std::string FirstWord(int argc, char** argv)
+    {
+        for (int i = 1; i < argc; ++i) {
+            const std::string word = argv[i];
+            if (word == "--color") {
+                ++i;
+            } else if (word.empty() || word.front() != '-') {
+                return word;
+            }
+        }
+        return std::string();
+    }
+
     void AddList()
     {
         CLI::App* const list = app_.add_subcommand("list", "Functions by module, with method code, verb and path");
-        list->add_option("words", list_.words, "Only functions with all of these words in name, path or structures");
+        list->add_option("words", list_.words,
+                         "Only functions with all of these words in name, path, structures or comments");
         list->add_flag("--names", list_.namesOnly, "Names only");
+        list->add_flag("--json", list_.json, "As a JSON array");
         list->callback([this] { command_ = [this] { return Quiet(), List(list_, Style(color_)); }; });
     }
 
@@ -74,7 +106,9 @@ private:
     {
         CLI::App* const describe =
             app_.add_subcommand("describe", "What a function sends, what it answers, and its structures");
-        describe->add_option("function", describe_.function, "Class::function, function or Class")->required();
+        describe->add_option("function", describe_.function, "Class::function, function, Class or structure")
+            ->required();
+        describe->add_flag("--json", describe_.json, "As a JSON object");
         describe->add_flag("--arguments", describe_.argumentsOnly, "Only the names of what can be given");
         describe->callback([this] { command_ = [this] { return Quiet(), Describe(describe_, Style(color_)); }; });
     }
@@ -91,7 +125,13 @@ private:
             ->type_name("URL");
         call->add_option("--db", call_.database, "Database of the local platform; none: in memory")->type_name("FILE");
         call->add_flag("--dry-run", call_.dryRun, "Show what would be sent, send nothing");
+        call->add_flag("--merge", call_.merge, "Read a structure that is given in part, and change only what is given")
+            ->excludes("--dry-run");
         call->add_flag("--compact", call_.compact, "Result on one line");
+        call->add_flag("--json", call_.json, "Outcome, numbers, message, result, path and time as one JSON object");
+        call->add_flag("-q,--quiet", call_.quiet, "Say nothing on standard error when all went well");
+        call->add_flag("-v,--verbose", call_.verbose, "Show the exchanges on standard error, secrets as ***")
+            ->excludes("--quiet");
         call->add_option("--header", call_.headers, "Header field for every request; may be given again")
             ->type_name("NAME=VALUE")
             ->take_all()
@@ -102,6 +142,15 @@ private:
         call->add_option("--ca", call_.caFile, "Certificate authorities to trust, PEM")
             ->type_name("FILE")
             ->check(CLI::ExistingFile);
+        call->add_option("--cert", call_.certificateFile, "Certificate to show the server, PEM")
+            ->type_name("FILE")
+            ->check(CLI::ExistingFile);
+        call->add_option("--key", call_.keyFile, "Its key, PEM; none: it is in the same file")
+            ->type_name("FILE")
+            ->check(CLI::ExistingFile)
+            ->needs("--cert");
+        call->add_option("--key-passphrase", call_.keyPassphrase, "Opens the key: @env:VARIABLE or @file:PATH")
+            ->needs("--cert");
         call->add_flag("--insecure", call_.insecure, "Accept any certificate of the server");
         call->add_option("--proxy", call_.proxy, "Proxy address, or @env:VARIABLE or @file:PATH")->type_name("URL");
         call->add_option("--record", call_.recordFile, "Append the exchange to this file")->type_name("FILE");
@@ -178,6 +227,10 @@ private:
 
 int main(int argc, char** argv)
 {
+#if defined(SIGPIPE)
+    // A reader that has gone is an error of its own, see Console.h.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     try {
         return CommandLine().Run(argc, argv);
     } catch (const std::exception& error) {

@@ -18,7 +18,7 @@ bool CSearchFilterLogsComm::request(protocol::LogFilterConditionSupportedData& r
 }
 
 std::string CSearchFilterLogsComm::decryption(const std::string& ciphertext)
-{
+try {
     protocol::DecryptionInfo info;
     info.ciphertextList.push_back(ciphertext);
     protocol::PlaintextListData result;
@@ -27,6 +27,8 @@ std::string CSearchFilterLogsComm::decryption(const std::string& ciphertext)
         return std::move(result.plaintextList.front().plaintext);
     }
     return ciphertext;
+} catch (...) {
+    return std::string();
 }
 
 bool CLogComm::request(const protocol::Log& entry)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -13,7 +14,6 @@ struct cJSON;
 namespace nexwire {
 namespace core {
 struct FieldTable;
-struct StructAccess;
 } // namespace core
 } // namespace nexwire
 
@@ -36,18 +36,24 @@ public:
 
 protected:
     IJSONStruct() = default;
-    IJSONStruct(const IJSONStruct&) = default;
-    IJSONStruct(IJSONStruct&&) = default;
-    IJSONStruct& operator=(const IJSONStruct&) = default;
-    IJSONStruct& operator=(IJSONStruct&&) = default;
+    IJSONStruct(const IJSONStruct& other);
+    IJSONStruct(IJSONStruct&&) noexcept = default;
+    IJSONStruct& operator=(const IJSONStruct& other);
+    IJSONStruct& operator=(IJSONStruct&&) noexcept = default;
     ~IJSONStruct() = default;
 
-private:
-    friend struct ::nexwire::core::StructAccess;
+    /// For a structure with a `Parse` of its own: notes a key that was found, for `PresentKeys` and `IsPresent`.
+    void NotePresent(std::string_view key);
+    /// Forgets what was noted; the first step of such a `Parse`.
+    void ClearPresent();
+
+    // The two below are the library's. No friend: with one, this destructor would count as within everybody's reach.
 
     /// One bit per member, set when the last parse found its key: a set of texts in every element of a list
     /// would double the time of reading it.
     std::uint64_t present_[2] = {0, 0};
+    /// What was noted by name; null in every structure that has a table.
+    std::unique_ptr<std::unordered_set<std::string>> noted_;
 };
 
 /// Which members of a structure are written; for partial updates. Each structure obeys its own filter only: an
@@ -77,7 +83,7 @@ private:
     std::vector<std::string> keys_;
 };
 
-/// Base of what the client sends.
+/// Base of what the client sends. A structure of a host's own overrides `Parse`, `ToJson` and `RootName`.
 class NEXWIRE_API IInboundData : public IJSONStruct, public virtual SerializationIgnoreItemFeatures {
 public:
     void Parse(const cJSON* node) override;
@@ -87,8 +93,8 @@ public:
     virtual ~IInboundData() = default;
     /// For derived structures that can tell whether they are complete; the base answers true.
     virtual bool Check(std::int32_t argument);
-    /// Members and their keys.
-    virtual const ::nexwire::core::FieldTable& Fields() const = 0;
+    /// Members and their keys; none in a structure of a host's own.
+    virtual const ::nexwire::core::FieldTable& Fields() const;
 
     /// Keys of the members that the last `Parse` found.
     std::unordered_set<std::string> PresentKeys() const;
@@ -102,14 +108,14 @@ protected:
     IInboundData& operator=(IInboundData&& other) noexcept;
 };
 
-/// Base of what the server returns.
+/// Base of what the server returns. A structure of a host's own overrides `Parse` and `ToJson`.
 class NEXWIRE_API IReturnData : public IJSONStruct, public virtual SerializationIgnoreItemFeatures {
 public:
     void Parse(const cJSON* node) override;
     cJSON* ToJson() const override;
     virtual ~IReturnData() = default;
-    /// Members and their keys.
-    virtual const ::nexwire::core::FieldTable& Fields() const = 0;
+    /// Members and their keys; none in a structure of a host's own.
+    virtual const ::nexwire::core::FieldTable& Fields() const;
 
     /// Keys of the members that the last `Parse` found.
     std::unordered_set<std::string> PresentKeys() const;

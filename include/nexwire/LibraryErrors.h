@@ -9,6 +9,13 @@ constexpr std::int32_t kDownloadCategory = 9110;
 /// Category of the last error after a device refused a request to its HTTP interface; the number is the device's status
 /// code, the text what it says of it.
 constexpr std::int32_t kDeviceStatusCategory = 9111;
+/// Category of the last error after an answer that the library would not read; the number is an `AnswerError`.
+constexpr std::int32_t kAnswerCategory = 9112;
+
+/// Why an answer was not read.
+enum class AnswerError : std::int32_t {
+    TooCostly = 1, ///< Reading it takes more memory than `SetAnswerMemoryLimit` allows.
+};
 
 /// Why a download ended, when not by a failed request.
 enum class DownloadError : std::int32_t {

@@ -17,7 +17,29 @@ void* FailingMalloc(std::size_t size)
     return std::malloc(size == 0 ? 1 : size);
 }
 
+#ifdef TEST_OWN_MALLOC
+thread_local bool g_mallocFails = false;
+#endif
+
 } // namespace test
+
+#ifdef TEST_OWN_MALLOC
+extern "C" {
+
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+
+void* malloc(std::size_t size) noexcept
+{
+    return test::g_mallocFails ? nullptr : __libc_malloc(size);
+}
+
+void* calloc(std::size_t count, std::size_t size) noexcept
+{
+    return test::g_mallocFails ? nullptr : __libc_calloc(count, size);
+}
+}
+#endif
 
 void* operator new(std::size_t size)
 {

@@ -3,13 +3,16 @@
 
 #include <cstdlib>
 #include <functional>
+#include <thread>
 
 #include <cjson/cJSON.h>
 #include <gtest/gtest.h>
+#include <keel/Error.h>
 #include <keel/Log.h>
 
 #include "FailingAllocations.h"
 #include "nexwire/AccessController/AccessGroup.h"
+#include "nexwire/AccessController/EventCardLinkage.h"
 #include "nexwire/AccessController/Wiegand.h"
 #include "nexwire/DeviceParameters/AcsParam.h"
 #include "nexwire/Nexwire.h"
@@ -46,7 +49,8 @@ const char* const kAnswer = R"({"code":"0-0","msg":"a message that is longer tha
     "operationResultList":[{"guid":"a guid that is longer than sixteen","resultCode":3}],
     "accessGroupModifyResult":{"accessGroupGuid":"a guid that is longer than sixteen"},
     "dagPassThroughRsp":{"outBuffer":"{\"acsDoorParamCfg\":{\"doorName\":\"a door with a long name\",
-        \"superPassword\":\"a cipher text of some length\"}}"},
+        \"superPassword\":\"a cipher text of some length\"}}",
+        "statusBuffer":"{\"returnRst\":{\"statusCode\":04,\"statusString\":\"what the device has to say of it\"}}"},
     "batchPassThroughRsp":{"guid":"a guid that is longer than sixteen","batchReturnDataList":[{"id":"1"}]}}})";
 
 struct Case {
@@ -98,6 +102,8 @@ TEST(Faults, EveryAllocationFailsOnceAndNothingIsHalfDone)
                                                        return accessParamComm::batchPassThroughRequest(request, device,
                                                                                                        result, error);
                                                    }),
+        Reading<protocol::ReturnRst>("requestSET",
+                                     [](auto& result) { return EventCardLinkage::requestSET(result, {}, device, 1); }),
         {"addAccessGroup",
          [](std::string& shown) {
              shown.clear();
@@ -137,5 +143,28 @@ TEST(Faults, EveryAllocationFailsOnceAndNothingIsHalfDone)
     cJSON_InitHooks(nullptr);
     NexwireUnInit();
 }
+
+#ifdef TEST_OWN_MALLOC
+TEST(Faults, AThreadWithoutMemoryFailsItsFirstCallAndLivesOn)
+{
+    // What a thread uses for the first time registers its destruction, for which the system takes memory of its own.
+    NexwireInitParams params;
+    params.executor = new Answering;
+    ASSERT_TRUE(NexwireInit(params));
+    std::thread([] {
+        test::g_mallocFails = true;
+        protocol::WiegandQueryResultListData result;
+        const bool success = CGetWiegands::request(result);
+        Keel::Error::SetLastErrorJson("", 1, 2);
+        const std::int32_t stored = Keel::Error::GetLastError().number;
+        test::g_mallocFails = false;
+        EXPECT_FALSE(success);
+        EXPECT_EQ(stored, 0);
+        Keel::Error::SetLastErrorJson("", 1, 2);
+        EXPECT_EQ(Keel::Error::GetLastError().number, 2);
+    }).join();
+    NexwireUnInit();
+}
+#endif
 
 } // namespace

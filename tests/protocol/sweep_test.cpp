@@ -57,7 +57,7 @@ public:
         std::memset(memory_, pattern, table.ops.size);
         table.ops.construct(memory_);
     }
-    ~Object() { nexwire::core::Destroy(table_, memory_); }
+    ~Object() { nexwire::core::Destroy(table_.ops, memory_); }
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 

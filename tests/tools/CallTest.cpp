@@ -42,9 +42,9 @@ TEST(Call, KeepsStateInADatabaseAndTakesBodiesFromFilesAndPipes)
 TEST(Call, ARefusalOfThePlatformIsFalseWithItsReason)
 {
     const ProcessResult result = Nexwire({"call", "modifyAccessGroupName", "groupGuid=none", "name=n"});
-    EXPECT_EQ(1, result.code);
+    EXPECT_EQ(4, result.code);
     EXPECT_EQ("", result.out);
-    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false"), ContainsRegex("envelope [1-9][0-9]*-[1-9]")));
+    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false, refused"), ContainsRegex("envelope [1-9][0-9]*-[1-9]")));
 }
 
 TEST(Call, AnAmbiguousOverloadIsRefusedAndListed)

@@ -14,7 +14,7 @@ public:
     /// A page of the entries that meet the condition.
     static bool request(protocol::LogFilterConditionSupportedData& result, const protocol::LogCodition& condition);
     /// Opens an enciphered text of the log: the plain text, or `ciphertext` itself when the platform cannot decipher it
-    /// or cannot be reached.
+    /// or cannot be reached. Empty when memory ran out.
     static std::string decryption(const std::string& ciphertext);
 };
 

@@ -1,6 +1,7 @@
 #include "keel/Error.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "Utf8.h"
 
@@ -30,6 +31,16 @@ LastError* OfThisThread()
 {
     if (t_gone) {
         return nullptr;
+    }
+    thread_local bool t_prepared = false;
+    if (!t_prepared) {
+        // Registering the destructor aborts the process when there is no room for it. Better no last error, then.
+        void* const room = std::malloc(256);
+        if (room == nullptr) {
+            return nullptr;
+        }
+        std::free(room);
+        t_prepared = true;
     }
     thread_local LastError t_last;
     return &t_last;

@@ -80,6 +80,16 @@ Session* ThreadSession()
         Session session;
         ~Holder() { ended = true; }
     };
+    static thread_local bool prepared = false;
+    if (!prepared) {
+        // Registering the destructor aborts the process when there is no room for it.
+        void* const room = std::malloc(256);
+        if (room == nullptr) {
+            return nullptr;
+        }
+        std::free(room);
+        prepared = true;
+    }
     if (ended) {
         return nullptr;
     }

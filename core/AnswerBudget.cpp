@@ -1,0 +1,77 @@
+#include "core/AnswerBudget.h"
+
+#include <atomic>
+#include <string>
+
+#include <keel/Error.h>
+
+#include "core/Guard.h"
+#include "nexwire/AnswerMemory.h"
+#include "nexwire/LibraryErrors.h"
+
+namespace nexwire {
+namespace core {
+namespace {
+
+constexpr std::uint64_t kDefaultLimit = sizeof(void*) >= 8 ? std::uint64_t{2} << 30 : std::uint64_t{512} << 20;
+
+std::atomic<std::uint64_t> g_limit{kDefaultLimit};
+
+thread_local bool t_counting = false;
+thread_local std::uint64_t t_left = 0;
+
+} // namespace
+
+AnswerBudget::AnswerBudget(std::size_t textBytes) : outermost_(!t_counting)
+{
+    if (outermost_) {
+        t_left = g_limit;
+        t_counting = true;
+    }
+    try {
+        // The text, its copy that is unescaped in place, and the texts of the members.
+        ChargeAnswer(std::uint64_t{textBytes} * 3);
+    } catch (...) {
+        t_counting = !outermost_;
+        throw;
+    }
+}
+
+AnswerBudget::~AnswerBudget()
+{
+    t_counting = !outermost_;
+}
+
+void ChargeAnswer(std::uint64_t bytes)
+{
+    if (!t_counting) {
+        return;
+    }
+    if (bytes > t_left) {
+        throw AnswerTooCostly();
+    }
+    t_left -= bytes;
+}
+
+bool ReportTooCostly(std::size_t textBytes) noexcept
+{
+    static_cast<void>(Guard([&] {
+        Keel::Error::ErrorCode error;
+        error.category = kAnswerCategory;
+        error.number = static_cast<std::int32_t>(AnswerError::TooCostly);
+        error.text = "an answer of " + std::to_string(textBytes) + " bytes takes more memory than the limit of " +
+                     std::to_string(g_limit) + " bytes (SetAnswerMemoryLimit)";
+        Keel::Error::SetLastError(error);
+        return true;
+    }));
+    return false;
+}
+
+} // namespace core
+
+void SetAnswerMemoryLimit(std::uint64_t bytes)
+{
+    core::g_limit = bytes;
+}
+
+} // namespace nexwire

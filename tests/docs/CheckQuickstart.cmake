@@ -1,0 +1,12 @@
+# Fails when the README's program is not what examples/quickstart holds.
+file(READ "${SOURCE}/README.md" readme)
+file(READ "${SOURCE}/examples/quickstart/main.cpp" program)
+string(FIND "${readme}" "```cpp\nint main(" begin)
+math(EXPR begin "${begin} + 7")
+string(SUBSTRING "${readme}" ${begin} -1 shown)
+string(FIND "${shown}" "\n```" end)
+string(SUBSTRING "${shown}" 0 ${end} shown)
+string(FIND "${program}" "${shown}" found)
+if(begin LESS 7 OR found EQUAL -1)
+    message(FATAL_ERROR "README.md shows another program than examples/quickstart/main.cpp")
+endif()
