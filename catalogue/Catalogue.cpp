@@ -36,13 +36,15 @@ std::string Spelled(const TypeOps& type)
 bool Argument::input() const
 {
     return !output || type->shape == Shape::Record || type->shape == Shape::Counter ||
+           type->shape == Shape::AnyStructure ||
            (type->shape == Shape::Structure && type->fields()->rootName != nullptr) ||
            (type->shape == Shape::Text && name == "body");
 }
 
 bool Argument::required() const
 {
-    return !output && type->shape != Shape::AnyStructure && type->shape != Shape::Counter;
+    // A structure of the caller's choice may be left out where it is sent, not where the answer is read into it.
+    return output == (type->shape == Shape::AnyStructure) && type->shape != Shape::Counter;
 }
 
 Function::Function(const HeaderRows& header, const FunctionRow& row)
@@ -78,7 +80,8 @@ std::string Function::Signature() const
     std::string text = name_ + "(";
     for (const Argument& argument : arguments_) {
         text += text.back() == '(' ? "" : ", ";
-        const bool reference = argument.output && argument.type->shape != Shape::Counter;
+        const bool reference =
+            argument.output && argument.type->shape != Shape::Counter && argument.type->shape != Shape::AnyStructure;
         text += Spelled(*argument.type) + (reference ? "& " : " ") + argument.name;
     }
     return text + ")";

@@ -12,8 +12,7 @@ namespace {
 /// A name as typed, taken apart.
 struct Wanted {
     std::string name;
-    std::vector<std::string> structures;
-    bool structuresGiven = false;
+    std::vector<std::string> arguments; ///< By structure or by name.
 };
 
 std::string Trimmed(const std::string& text)
@@ -30,26 +29,23 @@ Wanted TakeApart(const std::string& text)
     if (open == std::string::npos) {
         return wanted;
     }
-    wanted.structuresGiven = true;
     std::size_t at = open + 1;
     const std::size_t close = std::min(text.find(')', at), text.size());
     while (at < close) {
         const std::size_t end = std::min(text.find(',', at), close);
-        const std::string structure = Trimmed(text.substr(at, end - at));
-        if (!structure.empty()) {
-            wanted.structures.push_back(structure);
+        const std::string argument = Trimmed(text.substr(at, end - at));
+        if (!argument.empty()) {
+            wanted.arguments.push_back(argument);
         }
         at = end + 1;
     }
     return wanted;
 }
 
-bool HasStructures(const Function& function, const std::vector<std::string>& structures)
+/// What brackets can call an argument: its structure, or its name where it has none.
+std::string InBrackets(const Argument& argument)
 {
-    return std::all_of(structures.begin(), structures.end(), [&](const std::string& structure) {
-        return std::any_of(function.Arguments().begin(), function.Arguments().end(),
-                           [&](const Argument& argument) { return argument.type->name() == structure; });
-    });
+    return NeedsName(argument.type->shape) ? argument.name : argument.type->name();
 }
 
 bool Matches(const Function& function, const Wanted& wanted, bool exactCase)
@@ -57,8 +53,37 @@ bool Matches(const Function& function, const Wanted& wanted, bool exactCase)
     const auto same = [&](const std::string& text) {
         return exactCase ? text == wanted.name : LowerCase(text) == LowerCase(wanted.name);
     };
+    const std::vector<Argument>& all = function.Arguments();
     return (same(function.Name()) || same(function.Member()) || same(function.ClassName())) &&
-           (!wanted.structuresGiven || HasStructures(function, wanted.structures));
+           std::all_of(wanted.arguments.begin(), wanted.arguments.end(), [&](const std::string& argument) {
+               return std::any_of(all.begin(), all.end(),
+                                  [&](const Argument& each) { return InBrackets(each) == argument; });
+           });
+}
+
+/// Of those that fit, the one whose every argument was named, if there is one.
+void PreferComplete(std::vector<const Function*>& found, const Wanted& wanted)
+{
+    for (const Function* function : found) {
+        const std::vector<Argument>& all = function->Arguments();
+        if (!wanted.arguments.empty() &&
+            std::equal(all.begin(), all.end(), wanted.arguments.begin(), wanted.arguments.end(),
+                       [](const Argument& each, const std::string& name) { return InBrackets(each) == name; })) {
+            found = {function};
+            return;
+        }
+    }
+}
+
+std::string NameWith(const Function& function, bool everyArgument)
+{
+    std::string inside;
+    for (const Argument& argument : function.Arguments()) {
+        if (everyArgument || !NeedsName(argument.type->shape)) {
+            inside += (inside.empty() ? "" : ", ") + InBrackets(argument);
+        }
+    }
+    return function.Name() + "(" + inside + ")";
 }
 
 std::size_t Distance(const std::string& left, const std::string& right)
@@ -189,29 +214,29 @@ std::vector<const Function*> Find(const std::string& name)
             break;
         }
     }
+    PreferComplete(found, wanted);
     return found;
 }
 
 std::string UniqueName(const Function& function)
 {
-    // One name is asked for many times over when all are listed.
-    static const std::map<std::string, std::size_t> counts = [] {
-        std::map<std::string, std::size_t> all;
+    // All are asked for whenever all are listed.
+    static const std::map<const Function*, std::string> names = [] {
+        std::map<std::string, int> counts;
         for (const Function& each : All()) {
-            ++all[each.Name()];
+            ++counts[each.Name()];
+            ++counts[NameWith(each, false)];
+        }
+        std::map<const Function*, std::string> all;
+        for (const Function& each : All()) {
+            const std::string shorter = NameWith(each, false);
+            // Structures that another overload has, too, choose both.
+            const bool chooses = counts[shorter] == 1 && Find(shorter).size() == 1;
+            all[&each] = counts[each.Name()] == 1 ? each.Name() : chooses ? shorter : NameWith(each, true);
         }
         return all;
     }();
-    if (counts.at(function.Name()) == 1) {
-        return function.Name();
-    }
-    std::string structures;
-    for (const Argument& argument : function.Arguments()) {
-        if (!NeedsName(argument.type->shape)) {
-            structures += (structures.empty() ? "" : ", ") + argument.type->name();
-        }
-    }
-    return function.Name() + "(" + structures + ")";
+    return names.at(&function);
 }
 
 std::vector<std::string> Similar(const std::string& name)

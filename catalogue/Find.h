@@ -10,9 +10,10 @@
 namespace nexwire {
 namespace catalogue {
 
-/// The functions that `name` can mean: "Class::function", "function", "Class", each with or without structures in
-/// brackets to choose an overload ("cfginterface::getConfigRequest(SnapConfig)"). When none is spelled so, those that
-/// differ in case only.
+/// The functions that `name` can mean: "Class::function", "function", "Class", each with or without arguments in
+/// brackets to choose an overload: structures by type, others by name ("cfginterface::getConfigRequest(SnapConfig)").
+/// One that has these arguments and no other goes before one with more. When none is spelled so, those that differ in
+/// case only.
 std::vector<const Function*> Find(const std::string& name);
 
 /// The shortest name that `Find` answers with this function alone.

@@ -134,9 +134,7 @@ public:
                 call_.Set(i, "[\"{" + argument.name + "}\"]", ignored);
                 break;
             case Shape::Structure:
-                if (!argument.output) {
-                    call_.Set(i, TellingTexts(*argument.type->fields()), ignored);
-                }
+                call_.Set(i, TellingTexts(*argument.type->fields()), ignored);
                 break;
             default:
                 break;

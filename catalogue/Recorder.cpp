@@ -130,6 +130,8 @@ Trace Recorder::Run(const Function& function)
             call.Set(i, Stand(argument), ignored);
         } else if (argument.type->shape == Shape::TextList && argument.input()) {
             call.Set(i, "[\"{" + argument.name + "}\"]", ignored);
+        } else if (argument.type->shape == Shape::AnyStructure && argument.required()) {
+            call.Set(i, "{\"dagPassThroughReq\":{}}", ignored);
         }
         call.Sample(i);
     }

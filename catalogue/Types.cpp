@@ -374,9 +374,11 @@ std::string Written(const protocol::ReturnData& value)
            "\",\"msg\":" + WriteText(value.msg) +
            (value.data ? ",\"data\":" + protocol::StructureToJSON(*value.data) : std::string()) + "}";
 }
-std::string Written(const AnyStructure&)
+std::string Written(const AnyStructure& value)
 {
-    return "null";
+    return value.structure
+               ? "{" + WriteText(value.structure->RootName()) + ":" + protocol::StructureToJSON(*value.structure) + "}"
+               : "null";
 }
 
 template <class T>

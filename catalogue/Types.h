@@ -38,6 +38,8 @@ enum class Shape {
 /// A structure chosen at run time, for functions that take an untyped pointer.
 struct AnyStructure {
     std::unique_ptr<protocol::IInboundData> structure;
+
+    std::size_t size() const { return structure ? structure->Fields().ops.size : 0; }
 };
 
 /// How values of one type are handled without naming it.

@@ -13,6 +13,9 @@ declare -rA PACKAGES=(
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
     [lint]="clang clang-format clang-tidy git shellcheck"
     [package]="abigail-tools dpkg-dev file gzip lintian xz-utils"
+    [windows]="debootstrap dpkg-dev googletest make perl tcl"
+    [windows-i686]="g++-mingw-w64-i686-posix"
+    [windows-x86_64]="g++-mingw-w64-x86-64-posix"
 )
 
 # Builds use all processors; NEXWIRE_JOBS=1 is for machines short of memory.

@@ -119,7 +119,7 @@ std::pair<std::string, std::string> Assignment(const std::string& text, bool hea
     if (!Resolve(text.substr(equals + 1), value, typed, error)) {
         throw UsageError{"'" + name + "': " + error};
     }
-    if (typed && (header ? IsSecretHeader(name) : IsSecret(name, value))) {
+    if (typed && (header ? IsSecretHeader(name) || Redacted(value) != value : IsSecret(name, value))) {
         throw UsageError{"'" + name + "' holds a secret, and others can read a command line: give it as " + name +
                          "=@env:VARIABLE or " + name + "=@file:PATH"};
     }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cctype>
 #include <map>
 
 #include "catalogue/Comments.h"
@@ -19,6 +20,20 @@ bool HoldsAll(const std::string& text, const std::vector<std::string>& words)
                        [&](const std::string& word) { return text.find(word) != std::string::npos; });
 }
 
+/// Whether a text holds a word by itself: "put", but not in "output".
+bool HoldsWord(const std::string& text, const std::string& word)
+{
+    const auto inWord = [&](std::size_t at) {
+        return at < text.size() && std::isalnum(static_cast<unsigned char>(text[at])) != 0;
+    };
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1)) {
+        if ((at == 0 || !inWord(at - 1)) && !inWord(at + word.size())) {
+            return true;
+        }
+    }
+    return false;
+}
+
 struct Row {
     std::string module;
     std::string name;
@@ -29,26 +44,34 @@ struct Row {
 /// Keys and comments of structures in small letters, each structure read once.
 class MemberTexts {
 public:
-    std::string Of(const std::vector<std::string>& structures)
+    struct Texts {
+        std::string keys;
+        std::string docs;
+    };
+
+    Texts Of(const std::vector<std::string>& structures)
     {
-        std::string text;
+        Texts texts;
         for (const std::string& name : catalogue::Reachable(structures)) {
-            std::string& known = texts_[name];
-            if (known.empty()) {
+            Texts& known = texts_[name];
+            if (known.keys.empty()) {
                 const catalogue::StructureView view = catalogue::ViewOf(name);
-                known = name + " " + view.doc;
+                known.docs = view.doc;
                 for (const catalogue::MemberView& member : view.members) {
-                    known += " " + member.key + " " + member.doc;
+                    known.keys += " " + member.key;
+                    known.docs += " " + member.doc;
                 }
-                known = catalogue::LowerCase(known);
+                known.keys = catalogue::LowerCase(known.keys + " " + name);
+                known.docs = catalogue::LowerCase(known.docs);
             }
-            text += " " + known;
+            texts.keys += " " + known.keys;
+            texts.docs += " " + known.docs;
         }
-        return text;
+        return texts;
     }
 
 private:
-    std::map<std::string, std::string> texts_;
+    std::map<std::string, Texts> texts_;
 };
 
 std::string Described(const catalogue::Function& function)
@@ -106,8 +129,14 @@ int List(const ListOptions& options, const Style& style)
             const std::string text =
                 catalogue::SearchText(function) + " " +
                 catalogue::LowerCase(observed.path + " " + observed.bodyStructure + " " + Wire(observed));
-            if (HoldsAll(text, words) ||
-                HoldsAll(text + Described(function) + members.Of(catalogue::StructuresOf(observed)), words)) {
+            const auto found = [&] {
+                const MemberTexts::Texts inside = members.Of(catalogue::StructuresOf(observed));
+                const std::string docs = Described(function) + " " + inside.docs;
+                return std::all_of(words.begin(), words.end(), [&](const std::string& word) {
+                    return (text + inside.keys).find(word) != std::string::npos || HoldsWord(docs, word);
+                });
+            };
+            if (HoldsAll(text, words) || found()) {
                 rows.push_back({options.namesOnly ? "" : function.Module(), observed.name, Wire(observed),
                                 options.json ? AsJson(observed) : ""});
             }

@@ -188,7 +188,7 @@ void Rows::WriteFunction(std::ostream& out, const Header& header, const Type& ty
     for (std::size_t i = 0; i < function.parameters.size(); ++i) {
         const Parameter& parameter = function.parameters[i];
         const TypeName& of = parameter.type;
-        const bool output = of.reference && !of.constant;
+        bool output = of.reference && !of.constant;
         const Wanted wanted = Resolve(of.value, type.name);
         const std::string slot = "a[" + std::to_string(count++) + "]";
         std::string plain = of.value;
@@ -205,6 +205,13 @@ void Rows::WriteFunction(std::ostream& out, const Header& header, const Type& ty
         } else if (of.pointer && of.value == "void" && !of.constant) {
             plain = "AnyStructure";
             value = "Slot<AnyStructure>(" + slot + ").structure.get()";
+            if (i + 1 < function.parameters.size() && IsSize(function.parameters[i + 1].type)) {
+                const Parameter& size = function.parameters[++i];
+                output = true; // What is only read needs no size.
+                value += ", static_cast<" + size.type.value + ">(Slot<AnyStructure>(" + slot + ").size())";
+                types += ", " + size.type.written;
+                written += ", " + size.type.written + " " + size.name;
+            }
         } else if (of.pointer) {
             throw Unreadable(header.file, function.line,
                              "a pointer needs its size behind it: " + of.written + " " + parameter.name);

@@ -13,6 +13,8 @@ constexpr std::int64_t kSampleTimeMs = 1704067200000; // 2024-01-01 00:00:00 UTC
 
 constexpr std::array kCodes = {"resultCode", "code", "errorCode", "errCode", "result"};
 constexpr std::array kMessages = {"resultMsg", "msg", "errorMsg", "errMsg", "message", "resultMessage", "errorMessage"};
+constexpr std::array kSucceeded = {"successNum", "successCount", "succeededNum"};
+constexpr std::array kFailed = {"failedNum", "failedCount", "failureNum"};
 constexpr std::array kTotals = {"total", "totalNum", "totalCount", "totalSize", "totalMatches", "recordCount"};
 
 template <std::size_t Count>
@@ -245,6 +247,14 @@ Json ComposeMember(Handling& handling, const WireMember& member, const Source& s
         if (const Json* total = handling.Named("total");
             total != nullptr && member.IsNumber() && Is(member.key, kTotals)) {
             return Copy(*total, memory);
+        }
+        if (const Json* results = handling.Named("results");
+            results != nullptr && member.IsNumber() && (Is(member.key, kSucceeded) || Is(member.key, kFailed))) {
+            const auto each = results->GetArray();
+            const auto failed = std::count_if(each.begin(), each.end(),
+                                              [](const Json& one) { return AsInt(Member(one, "code")) != 0; });
+            return Json(
+                std::int64_t{Is(member.key, kFailed) ? failed : static_cast<std::int64_t>(each.Size()) - failed});
         }
         if (member.kind == WireKind::kStruct && member.structure != nullptr && depth < kDeepest) {
             return ComposeStructure(handling, *member.structure, source, depth + 1);

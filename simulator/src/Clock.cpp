@@ -60,7 +60,8 @@ std::optional<std::int64_t> FromIsoTime(std::string_view text)
     if (std::sscanf(whole.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d%c%2d:%2d%n", &at.year, &at.month, &at.day, &at.hour,
                     &at.minute, &at.second, &sign, &hours, &minutes, &end) != 9 ||
         static_cast<std::size_t>(end) != whole.size() || (sign != '+' && sign != '-') || at.month < 1 ||
-        at.month > 12 || at.day < 1 || at.day > 31) {
+        at.month > 12 || at.day < 1 || at.day > 31 || at.hour < 0 || at.hour > 23 || at.minute < 0 || at.minute > 59 ||
+        at.second < 0 || at.second > 60 || hours < 0 || minutes < 0) {
         return std::nullopt;
     }
     const std::int64_t offset = (hours * 60 + minutes) * 60000LL;

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <set>
 
 #include "src/Base64.h"
 #include "src/Register.h"
+#include "src/Rules.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -26,79 +28,58 @@ constexpr Kind kFinger = {"fingerprintDataList", "fingerprint", "fingerprintList
 constexpr Kind kIris = {"irisDataList", "iris", "irisList", "irisGuid", "irisData", "irisDataResultList"};
 constexpr Kind kCard = {nullptr, nullptr, "cardList", "cardNo", nullptr, nullptr};
 
-void Put(Handling& handling, Json& object, const char* key, std::string_view text)
-{
-    SetMember(object, key, MakeText(text, handling.Memory()), handling.Memory());
-}
-
-/// Who has the same template already, apart from the person; empty: nobody.
-std::string SameTemplate(Handling& handling, const Kind& kind, std::string_view data, std::string_view apartFrom)
-{
-    const auto holders =
-        Register(handling).Holders(std::string(kind.section) + "[" + kind.data, Test::kHasElement, data, apartFrom);
-    return holders.empty() ? std::string() : holders.front();
-}
-
-/// @param keep  false: only looks whether they could be given.
-void AddOf(Handling& handling, const Kind& kind, bool keep, const char* holder)
+/// @param keep    false: only looks whether they could be given.
+/// @param answer  where the results go.
+void AddOf(Handling& handling, const Kind& kind, bool keep, Json& answer)
 {
     Allocator& memory = handling.Memory();
     Register persons(handling);
-    Json results(rapidjson::kArrayType);
     bool repeated = false;
-    for (const Json& element : Elements(Member(*handling.body, kind.from))) {
+    ForEach(handling, kind.from, answer, kind.results, [&](const Json& element, Json& result) {
         const std::string guid(AsText(Member(element, "personnelGuid")));
         const Json* credential = Member(element, kind.member);
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "personnelGuid", guid);
-        try {
-            const std::string_view data =
-                credential == nullptr ? std::string_view() : AsText(Member(*credential, kind.data));
-            if (data.empty()) {
-                throw Refusal(Reason::kMissingField, kind.data);
-            }
-            const std::string other = &kind == &kFinger ? SameTemplate(handling, kind, data, guid) : std::string();
-            if (!other.empty()) {
-                repeated = true;
-                Put(handling, result, "repeatPersonnelGuid", other);
-                Put(handling, result, "repeatPersonName", AsText(Member(persons.Need(other), "personnelName")));
-                throw Refusal(Reason::kDuplicate, kind.data);
-            }
-            if (keep) {
-                Json person = persons.Need(guid);
-                if (AsBool(Member(element, "replace"))) {
-                    SetMember(person, kind.section, Json(rapidjson::kArrayType), memory);
-                }
-                Json added = Copy(*credential, memory);
-                const std::string own = AsText(Member(added, kind.guid)).empty()
-                                            ? NewGuid()
-                                            : std::string(AsText(Member(added, kind.guid)));
-                Put(handling, added, kind.guid, own);
-                Json& list = SectionList(person, kind.section, memory);
-                if (FindElement(list, kind.guid, own) != nullptr) {
-                    throw Refusal(Reason::kDuplicate, "\"" + own + "\"");
-                }
-                list.PushBack(added, memory);
-                persons.Change(guid, person);
-                Put(handling, result, kind.guid, own);
-            }
-            SetMember(result, "resultCode", Json(0), memory);
-        } catch (const Refusal& refusal) {
-            SetMember(result, "resultCode", Json(static_cast<int>(refusal.Why())), memory);
-            Put(handling, result, "resultMsg", refusal.what());
+        const std::string_view data = AsText(credential == nullptr ? nullptr : Member(*credential, kind.data));
+        if (data.empty()) {
+            throw Refusal(Reason::kMissingField, kind.data);
         }
-        results.PushBack(result, memory);
-    }
-    Json data(rapidjson::kObjectType);
+        const std::string other = &kind == &kFinger ? persons.Owner(kind.section, data) : std::string();
+        if (!other.empty() && other != guid) {
+            repeated = true;
+            Fields(result, memory)
+                .Text("repeatPersonnelGuid", other)
+                .Text("repeatPersonName", AsText(Member(persons.Need(other), "personnelName")));
+            throw Refusal(Reason::kDuplicate, kind.data);
+        }
+        if (!keep) {
+            return;
+        }
+        Json person = persons.Need(guid);
+        if (AsBool(Member(element, "replace"))) {
+            SetMember(person, kind.section, Json(rapidjson::kArrayType), memory);
+        }
+        Json added = Copy(*credential, memory);
+        const std::string_view sent = AsText(Member(added, kind.guid));
+        const std::string own = sent.empty() ? NewGuid() : std::string(sent);
+        Fields(added, memory).Text(kind.guid, own);
+        Json& list = SectionList(person, kind.section, memory);
+        if (FindElement(list, kind.guid, own) != nullptr) {
+            throw Refusal(Reason::kDuplicate, "\"" + own + "\"");
+        }
+        list.PushBack(added, memory);
+        persons.Change(guid, person);
+        Fields(result, memory).Text(kind.guid, own);
+    });
     if (&kind == &kFinger) {
-        SetMember(data, "repeated", Json(repeated), memory);
+        Fields(answer, memory).Flag("repeated", repeated);
     }
-    SetMember(data, kind.results, std::move(results), memory);
-    if (holder == nullptr) {
-        handling.data = std::move(data);
-    } else {
-        SetMember(handling.data, holder, std::move(data), memory);
-    }
+}
+
+/// The same, the results inside an object of the answer.
+void AddInside(Handling& handling, const Kind& kind, bool keep, const char* holder)
+{
+    Json answer(rapidjson::kObjectType);
+    AddOf(handling, kind, keep, answer);
+    SetMember(handling.data, holder, std::move(answer), handling.Memory());
 }
 
 /// Replaces the credential of a person that the path names.
@@ -129,11 +110,10 @@ void FindFace(Handling& handling)
     const std::string face = byPath ? handling.identifiers[0] : std::string(AsText(Member(*handling.body, "faceGuid")));
     std::string owner = byPath ? std::string() : std::string(AsText(Member(*handling.body, "personnelGuid")));
     if (owner.empty()) {
-        const auto holders = persons.Holders("faceList[faceGuid", Test::kHasElement, face, "");
-        if (holders.empty()) {
-            throw Refusal(Reason::kUnknownGuid, "\"" + face + "\"");
-        }
-        owner = holders.front();
+        owner = persons.Owner("faceList", face);
+    }
+    if (owner.empty()) {
+        throw Refusal(Reason::kUnknownGuid, "\"" + face + "\"");
     }
     Json person = persons.Need(owner);
     Json& list = SectionList(person, "faceList", memory);
@@ -142,35 +122,21 @@ void FindFace(Handling& handling)
         throw Refusal(Reason::kUnknownGuid, "\"" + owner + "\" has no such face");
     }
     const bool model = byPath || AsBool(Member(*handling.body, "needModel"));
-    Put(handling, handling.data, "personnelGuid", owner);
-    for (const char* const key : {"faceGuid", "faceData", "faceDataLen", "modelData", "modelDataLen"}) {
-        const Json* value = Member(*found, key);
-        if (value != nullptr && (model || std::string_view(key).substr(0, 5) != "model")) {
-            SetMember(handling.data, key, Copy(*value, memory), memory);
-        }
+    Fields answer(handling.data, memory);
+    answer.Text("personnelGuid", owner).Same("faceGuid", *found).Same("faceData", *found).Same("faceDataLen", *found);
+    if (model) {
+        answer.Same("modelData", *found).Same("modelDataLen", *found);
     }
 }
 
 void ClearFaces(Handling& handling)
 {
-    Allocator& memory = handling.Memory();
     Register persons(handling);
-    Json results(rapidjson::kArrayType);
-    for (const Json& each : Elements(Member(*handling.body, "guidList"))) {
-        const std::string guid(AsText(&each));
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "guid", guid);
-        const bool known = handling.store.Has("persons", guid);
-        if (known) {
-            Json person = persons.Need(guid);
-            SetMember(person, "faceList", Json(rapidjson::kArrayType), memory);
-            persons.Save(guid, person);
-        }
-        SetMember(result, "resultCode", Json(known ? 0 : static_cast<int>(Reason::kUnknownGuid)), memory);
-        Put(handling, result, "resultMsg", known ? std::string_view() : ReasonText(Reason::kUnknownGuid));
-        results.PushBack(result, memory);
-    }
-    SetMember(handling.data, "personnelResultList", std::move(results), memory);
+    ForEach(handling, "guidList", handling.data, "personnelResultList", [&](const Json& guid, Json&) {
+        Json person = persons.Need(AsText(&guid));
+        SetMember(person, "faceList", Json(rapidjson::kArrayType), handling.Memory());
+        persons.Save(std::string(AsText(&guid)), person);
+    });
 }
 
 void SyncModels(Handling& handling)
@@ -192,17 +158,20 @@ void SyncModels(Handling& handling)
             if (AsBool(Member(*handling.body, "force")) || AsText(Member(face, "modelVersion")) != version ||
                 AsText(Member(face, "modelData")).empty()) {
                 const std::string model = "model " + version + " of " + std::string(own);
-                Put(handling, face, "modelData", ToBase64(model));
-                SetMember(face, "modelDataLen", Json(static_cast<int>(model.size())), memory);
-                Put(handling, face, "modelVersion", version);
+                Fields(face, memory)
+                    .Text("modelData", ToBase64(model))
+                    .Number("modelDataLen", static_cast<std::int64_t>(model.size()))
+                    .Text("modelVersion", version);
                 changed = true;
             }
-            Json result(rapidjson::kObjectType);
-            Put(handling, result, "personnelGuid", guid);
-            for (const char* const key : {"faceGuid", "modelData", "modelDataLen", "modelVersion"}) {
-                SetMember(result, key, Copy(*Member(face, key), memory), memory);
-            }
-            results.PushBack(result, memory);
+            results.PushBack(Fields(memory)
+                                 .Text("personnelGuid", guid)
+                                 .Same("faceGuid", face)
+                                 .Same("modelData", face)
+                                 .Same("modelDataLen", face)
+                                 .Same("modelVersion", face)
+                                 .Take(),
+                             memory);
         }
         if (changed) {
             persons.Save(guid, person);
@@ -221,35 +190,35 @@ void FindFingers(Handling& handling)
         return std::any_of(asked.begin(), asked.end(), [&](const Json& each) { return AsText(&each) == guid; });
     };
     Json found(rapidjson::kArrayType);
-    handling.Each({"persons", {{"fingerPrints", Test::kAtLeast, StoreValue(std::int64_t{1})}}},
-                  [&](const std::string& guid, Json& person) {
-                      for (const Json& finger : SectionList(person, "fingerprintList", memory).GetArray()) {
-                          if (in("personnelGuidList", guid) ||
-                              in("guidList", AsText(Member(finger, "fingerprintGuid")))) {
-                              Json entry(rapidjson::kObjectType);
-                              Put(handling, entry, "personnelGuid", guid);
-                              SetMember(entry, "fingerprint", Copy(finger, memory), memory);
-                              found.PushBack(entry, memory);
-                          }
-                      }
-                  });
+    handling.Each(
+        {"persons", {{"fingerPrints", Test::kAtLeast, StoreValue(std::int64_t{1})}}},
+        [&](const std::string& guid, Json& person) {
+            for (const Json& finger : SectionList(person, "fingerprintList", memory).GetArray()) {
+                if (in("personnelGuidList", guid) || in("guidList", AsText(Member(finger, "fingerprintGuid")))) {
+                    found.PushBack(
+                        Fields(memory).Text("personnelGuid", guid).Value("fingerprint", Copy(finger, memory)).Take(),
+                        memory);
+                }
+            }
+        });
     SetMember(handling.data, "fingerDataList", std::move(found), memory);
 }
 
 void FindIrises(Handling& handling)
 {
     Json person = Register(handling).Need(handling.identifiers[0]);
-    Put(handling, handling.data, "personnelGuid", handling.identifiers[0]);
-    SetMember(handling.data, "irisList", Copy(SectionList(person, "irisList", handling.Memory()), handling.Memory()),
-              handling.Memory());
+    SectionList(person, "irisList", handling.Memory());
+    Fields(handling.data, handling.Memory()).Text("personnelGuid", handling.identifiers[0]).Same("irisList", person);
 }
 
 // ---- Cards ----
 
-std::string HolderOf(Handling& handling, std::string_view card)
+void TellPerson(Json& result, Allocator& memory, const Json& person)
 {
-    const auto holders = Register(handling).Holders("cards", Test::kHasElement, card, "");
-    return holders.empty() ? std::string() : holders.front();
+    Fields(result, memory)
+        .Text("personnelGuid", AsText(Member(person, "personnelGuid")))
+        .Text("personNo", AsText(Member(person, "personnelNo")))
+        .Text("personName", AsText(Member(person, "personnelName")));
 }
 
 void CheckCards(Handling& handling)
@@ -257,15 +226,14 @@ void CheckCards(Handling& handling)
     Allocator& memory = handling.Memory();
     Json results(rapidjson::kArrayType);
     for (const Json& each : Elements(Member(*handling.body, "cardNoList"))) {
-        const std::string holder = HolderOf(handling, AsText(&each));
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "cardNo", AsText(&each));
-        SetMember(result, "exist", Json(!holder.empty()), memory);
-        Put(handling, result, "personnelGuid", holder);
-        if (!holder.empty()) {
-            Put(handling, result, "personName", AsText(Member(Register(handling).Need(holder), "personnelName")));
-        }
-        results.PushBack(result, memory);
+        const std::string holder = Register(handling).Owner("cardList", AsText(&each));
+        results.PushBack(Fields(memory)
+                             .Text("cardNo", AsText(&each))
+                             .Flag("exist", !holder.empty())
+                             .Text("personnelGuid", holder)
+                             .Text("personName", AsText(Member(handling.Load("persons", holder), "personnelName")))
+                             .Take(),
+                         memory);
     }
     SetMember(handling.data, "cardNoResList", std::move(results), memory);
 }
@@ -275,7 +243,7 @@ void PersonByCard(Handling& handling)
     Allocator& memory = handling.Memory();
     const std::string number =
         handling.identifiers.empty() ? std::string(AsText(Member(*handling.body, "cardNo"))) : handling.identifiers[0];
-    const std::string holder = HolderOf(handling, number);
+    const std::string holder = Register(handling).Owner("cardList", number);
     if (holder.empty()) {
         throw Refusal(Reason::kUnknownGuid, "nobody has the card \"" + number + "\"");
     }
@@ -286,11 +254,8 @@ void PersonByCard(Handling& handling)
         throw Refusal(Reason::kUnknownGuid, "the card \"" + number + "\" is in another state");
     }
     Json answer(rapidjson::kObjectType);
-    Put(handling, answer, "personnelGuid", holder);
-    Put(handling, answer, "personNo", AsText(Member(person, "personnelNo")));
-    Put(handling, answer, "personName", AsText(Member(person, "personnelName")));
-    Put(handling, answer, "orgGuid", AsText(Member(person, "orgGuid")));
-    SetMember(answer, "cardInfo", Copy(card, memory), memory);
+    TellPerson(answer, memory, person);
+    Fields(answer, memory).Same("orgGuid", person).Value("cardInfo", Copy(card, memory));
     SetMember(handling.data, "cardInfowithPguid", std::move(answer), memory);
 }
 
@@ -312,12 +277,9 @@ void RepeatedPasswords(Handling& handling)
     for (const auto& [password, guids] : holders) {
         group += guids.size() > 1 ? 1 : 0;
         for (const std::string& guid : guids.size() > 1 ? guids : std::vector<std::string>()) {
-            const Json person = Register(handling).Need(guid);
             Json entry(rapidjson::kObjectType);
-            Put(handling, entry, "personnelGuid", guid);
-            Put(handling, entry, "personNo", AsText(Member(person, "personnelNo")));
-            Put(handling, entry, "personName", AsText(Member(person, "personnelName")));
-            SetMember(entry, "groupNo", Json(group), memory);
+            TellPerson(entry, memory, Register(handling).Need(guid));
+            Fields(entry, memory).Number("groupNo", group);
             list.PushBack(entry, memory);
         }
     }
@@ -340,43 +302,32 @@ void GeneratePasswords(Handling& handling)
     Allocator& memory = handling.Memory();
     Register persons(handling);
     thread_local std::mt19937 generator{std::random_device()()};
-    Json results(rapidjson::kArrayType);
-    for (const Json& each : Elements(Member(*handling.body, "personPwdInfoList"))) {
+    ForEach(handling, "personPwdInfoList", handling.data, "personPwdResultList", [&](const Json& each, Json& result) {
         const std::string guid(AsText(Member(each, "personnelGuid")));
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "personnelGuid", guid);
-        const bool known = handling.store.Has("persons", guid);
-        SetMember(result, "resultCode", Json(known ? 0 : static_cast<int>(Reason::kUnknownGuid)), memory);
-        if (known) {
-            std::string digits;
-            do {
-                digits.clear();
-                while (static_cast<std::int64_t>(digits.size()) <
-                       std::max<std::int64_t>(AsInt(Member(each, "length"), 6), 4)) {
-                    digits += static_cast<char>('0' + generator() % 10);
-                }
-            } while (TooSimple(digits) || !persons.Holders(kPassword, Test::kEquals, digits, guid).empty());
-            Json person = persons.Need(guid);
-            if (Member(person, "accesscontrol") == nullptr) {
-                SetMember(person, "accesscontrol", Json(rapidjson::kObjectType), memory);
+        Json person = persons.Need(guid);
+        const auto length = static_cast<std::size_t>(std::max<std::int64_t>(AsInt(Member(each, "length"), 6), 4));
+        std::string digits;
+        do {
+            digits.clear();
+            while (digits.size() < length) {
+                digits += static_cast<char>('0' + generator() % 10);
             }
-            Put(handling, *Member(person, "accesscontrol"), "personPassword", digits);
-            persons.Save(guid, person);
-            Put(handling, result, "personPassword", digits);
-        }
-        results.PushBack(result, memory);
-    }
-    SetMember(handling.data, "personPwdResultList", std::move(results), memory);
+        } while (TooSimple(digits) || !persons.Holders(kPassword, digits, guid).empty());
+        SetAtPath(handling, person, kPassword, MakeText(digits, memory));
+        persons.Save(guid, person);
+        Fields(result, memory).Text("personPassword", digits);
+    });
 }
 
 void CheckPassword(Handling& handling)
 {
     const std::string_view password = AsText(Member(*handling.body, "personPassword"));
     const auto holders =
-        Register(handling).Holders(kPassword, Test::kEquals, password, AsText(Member(*handling.body, "personnelGuid")));
-    SetMember(handling.data, "repeated", Json(!holders.empty()), handling.Memory());
-    SetMember(handling.data, "tooSimple", Json(TooSimple(password)), handling.Memory());
-    Put(handling, handling.data, "repeatPersonnelGuid", holders.empty() ? std::string() : holders.front());
+        Register(handling).Holders(kPassword, password, AsText(Member(*handling.body, "personnelGuid")));
+    Fields(handling.data, handling.Memory())
+        .Flag("repeated", !holders.empty())
+        .Flag("tooSimple", TooSimple(password))
+        .Text("repeatPersonnelGuid", holders.empty() ? std::string() : holders.front());
 }
 
 // The devices that hold the persons have to be written anew.
@@ -384,17 +335,14 @@ void PasswordsChanged(Handling& handling)
 {
     Allocator& memory = handling.Memory();
     handling.data = Copy(*handling.body, memory);
-    Json devices(rapidjson::kArrayType);
+    std::set<std::string> guids;
     for (const Json& each : Elements(Member(*handling.body, "personnelGuidList"))) {
-        handling.Each(
-            {"holdings", {{"personnelGuid", Test::kEquals, StoreValue(std::string(AsText(&each)))}}},
-            [&](const std::string&, Json& holding) {
-                const std::string_view device = AsText(Member(holding, "deviceGuid"));
-                const auto known = devices.GetArray();
-                if (std::none_of(known.begin(), known.end(), [&](const Json& e) { return AsText(&e) == device; })) {
-                    devices.PushBack(MakeText(device, memory), memory);
-                }
-            });
+        handling.Each({"holdings", {HoldsText("personnelGuid", AsText(&each))}},
+                      [&](const std::string&, Json& holding) { guids.emplace(AsText(Member(holding, "deviceGuid"))); });
+    }
+    Json devices(rapidjson::kArrayType);
+    for (const std::string& guid : guids) {
+        devices.PushBack(MakeText(guid, memory), memory);
     }
     SetMember(handling.data, "deviceGuidList", std::move(devices), memory);
 }
@@ -403,16 +351,16 @@ void PasswordsChanged(Handling& handling)
 
 void AddCredentials(Services& services)
 {
-    services["faces.add"] = [](Handling& handling) { AddOf(handling, kFace, true, nullptr); };
+    services["faces.add"] = [](Handling& handling) { AddOf(handling, kFace, true, handling.data); };
     services["faces.find"] = FindFace;
     services["faces.clear"] = ClearFaces;
     services["faces.models"] = SyncModels;
     services["faces.replace"] = [](Handling& handling) { Replace(handling, kFace); };
-    services["fingers.add"] = [](Handling& handling) { AddOf(handling, kFinger, true, "fingerDataResponse"); };
-    services["fingers.check"] = [](Handling& handling) { AddOf(handling, kFinger, false, "fingerDataResponse"); };
+    services["fingers.add"] = [](Handling& handling) { AddInside(handling, kFinger, true, "fingerDataResponse"); };
+    services["fingers.check"] = [](Handling& handling) { AddInside(handling, kFinger, false, "fingerDataResponse"); };
     services["fingers.find"] = FindFingers;
     services["fingers.replace"] = [](Handling& handling) { Replace(handling, kFinger); };
-    services["irises.add"] = [](Handling& handling) { AddOf(handling, kIris, true, "irisDataResponse"); };
+    services["irises.add"] = [](Handling& handling) { AddInside(handling, kIris, true, "irisDataResponse"); };
     services["irises.find"] = FindIrises;
     services["cards.check"] = CheckCards;
     services["cards.find"] = PersonByCard;

@@ -99,8 +99,9 @@ Answer RefuseOutright(unsigned status, Reason reason, std::string_view detail)
 }
 
 Engine::Engine(const Description& description, Store& store, std::function<std::int64_t()> now,
-               std::map<std::string, Service, std::less<>> services)
-    : description_(description), store_(store), now_(std::move(now)), services_(std::move(services))
+               std::map<std::string, Service, std::less<>> services, Notice notice)
+    : description_(description), store_(store), now_(std::move(now)), services_(std::move(services)),
+      notice_(std::move(notice))
 {
     for (const auto& endpoint : description_.Endpoints()) {
         std::vector<std::string> names = {endpoint->before};
@@ -137,35 +138,55 @@ Answer Engine::Handle(const Request& request)
         return RefuseOutright(404, route.pathKnown ? Reason::kWrongVerb : Reason::kUnknownPath,
                               request.verb + " " + request.path);
     }
-    const int category = route.endpoints.front()->category;
+    const Endpoint* endpoint = route.endpoints.front();
+    const int category = endpoint->category;
+    const std::int64_t nowMs = now_();
+    Answer answer;
     try {
         Document parsed;
         const Json* root = nullptr;
-        const Endpoint& endpoint = Choose(route.endpoints, request.body, parsed, root);
+        endpoint = &Choose(route.endpoints, request.body, parsed, root);
         Store::Transaction transaction(store_);
-        Handling handling(description_, endpoint, request, transaction);
+        Handling handling(description_, *endpoint, request, transaction);
         handling.identifiers = route.identifiers;
-        handling.nowMs = now_();
+        handling.nowMs = nowMs;
         handling.body = root;
         if (root != nullptr) {
             handling.Name("body", *root);
         }
         handling.Define("now", Json(handling.nowMs));
         Run(handling);
-        transaction.Commit();
-        Answer answer;
         if (handling.bytes) {
             answer = std::move(*handling.bytes);
         }
         answer.code = "0-0";
+        if (notice_) {
+            notice_(transaction, {*endpoint, request, route.identifiers, answer.code, nowMs});
+        }
+        transaction.Commit();
         if (!handling.bytes) {
             answer.body = Envelope(answer.code, kSuccess, &handling.data);
         }
         return answer;
     } catch (const Refusal& refusal) {
-        return Refuse(200, category, refusal);
+        answer = Refuse(200, category, refusal);
     } catch (const std::exception& error) {
-        return Refuse(500, category, Refusal(Reason::kInternal, error.what()));
+        answer = Refuse(500, category, Refusal(Reason::kInternal, error.what()));
+    }
+    NoteRefused({*endpoint, request, route.identifiers, answer.code, nowMs});
+    return answer;
+}
+
+void Engine::NoteRefused(const Outcome& outcome) noexcept
+{
+    try {
+        if (notice_) {
+            Store::Transaction transaction(store_);
+            notice_(transaction, outcome);
+            transaction.Commit();
+        }
+    } catch (const std::exception&) {
+        // The caller has its answer; there is nobody else to tell.
     }
 }
 

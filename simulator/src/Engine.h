@@ -89,12 +89,24 @@ using Service = std::function<void(Handling&)>;
 /// The envelope of a refusal that no endpoint stands for.
 Answer RefuseOutright(unsigned status, Reason reason, std::string_view detail);
 
+/// What one request came to.
+struct Outcome {
+    const Endpoint& endpoint;
+    const Request& request;
+    const std::vector<std::string>& identifiers; ///< Of the path.
+    const std::string& code;                     ///< Of the envelope.
+    std::int64_t nowMs;
+};
+
+/// Is told of every outcome, inside the transaction of the request, or in one of its own when that was undone.
+using Notice = std::function<void(Store::Transaction& store, const Outcome& outcome)>;
+
 /// Executes what the library's document and the resource files say. Safe from any thread; requests run one at a time.
 class Engine {
 public:
     /// @throws std::runtime_error when an entry names a service that is not there.
     Engine(const Description& description, Store& store, std::function<std::int64_t()> now,
-           std::map<std::string, Service, std::less<>> services);
+           std::map<std::string, Service, std::less<>> services, Notice notice = {});
 
     /// Writes the seed documents into collections that have never been seeded.
     void Seed();
@@ -104,11 +116,13 @@ public:
 private:
     void Run(Handling& handling);
     void Act(Handling& handling);
+    void NoteRefused(const Outcome& outcome) noexcept;
 
     const Description& description_;
     Store& store_;
     std::function<std::int64_t()> now_;
     std::map<std::string, Service, std::less<>> services_;
+    Notice notice_;
 };
 
 /// 32 upper-case hexadecimal digits.

@@ -74,9 +74,13 @@ bool Part(const Handling& handling, std::string_view& bytes)
         if (end == std::string_view::npos) {
             throw Refusal(Reason::kWrongType, "a part of the body does not end");
         }
-        if (bytes.substr(begin, head - begin).find("filename=") != std::string_view::npos) {
+        const std::string_view fields = bytes.substr(begin, head - begin);
+        if (fields.find("filename=") != std::string_view::npos) {
             bytes = bytes.substr(head + 4, end - head - 4);
             return true;
+        }
+        if (fields.find("name=\"file\"") != std::string_view::npos) {
+            throw Refusal(Reason::kMissingField, "filename");
         }
     }
     return false;
@@ -199,11 +203,11 @@ void GetBytes(Handling& handling)
 
 } // namespace
 
-bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes)
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes, bool closed)
 {
     const std::string key = plan + "?" + std::string(upload);
     const Json file = handling.Load(kFiles, key);
-    if (!file.IsObject() || !AsBool(Member(file, "complete"))) {
+    if (!file.IsObject() || (closed && !AsBool(Member(file, "complete")))) {
         return false;
     }
     bytes = Stored(handling, key, file, 0, AsInt(Member(file, "size")));

@@ -16,18 +16,18 @@ enum Status { kUnknown = 0, kOnline = 1, kOffline = 2 };
 /// Where resources come from, and what they are in groups.
 struct Source {
     const char* collection;
-    const char* key;
     const char* name;
+    const char* number;
     std::int64_t type;
 };
 
 constexpr Source kSources[] = {
-    {"devices", "deviceGuid", "name", 1},
-    {"channels", "channelGuid", "channelName", 2},
-    {"alarmInputs", "alarmInGuid", "alarmInName", 3},
-    {"alarmOutputs", "alarmOutGuid", "alarmOutName", 4},
-    {"controlPoints", "objectGuid", "objectName", 5},
-    {"cardReaders", "readerGuid", "readerName", 6},
+    {"devices", "name", "", 1},
+    {"channels", "channelName", "channelNo", 2},
+    {"alarmInputs", "alarmInName", "alarmInNo", 3},
+    {"alarmOutputs", "alarmOutName", "alarmOutNo", 4},
+    {"controlPoints", "objectName", "objectNo", 5},
+    {"cardReaders", "name", "readerNo", 6},
 };
 
 Json Abilities(Handling& handling, std::int64_t type)
@@ -42,24 +42,34 @@ Json Abilities(Handling& handling, std::int64_t type)
     return list;
 }
 
-/// Brings the elements into step with the resources that there are.
+/// Keys of a collection that another one has not.
+std::vector<std::string> Missing(Handling& handling, const std::string& here, const std::string& there)
+{
+    std::vector<std::string> keys;
+    handling.store.Run("SELECT name FROM documents AS d WHERE collection=? AND NOT EXISTS"
+                       " (SELECT 1 FROM documents WHERE collection=? AND name=d.name) ORDER BY place",
+                       {here, there}, [&](const StoreRow& row) { keys.push_back(std::get<std::string>(row.front())); });
+    return keys;
+}
+
+/// The group, and those below it.
+std::vector<std::string> WithSub(Handling& handling, const std::string& group, bool sub)
+{
+    std::vector<std::string> groups = {group};
+    for (std::size_t i = 0; i < groups.size() && sub; ++i) {
+        handling.Each({kGroups, {{"parentGroupGuid", Test::kEquals, StoreValue(groups[i])}}},
+                      [&](const std::string& key, Json&) { groups.push_back(key); });
+    }
+    return groups;
+}
+
+/// Brings the elements into step with the resources that there are, and names "groups": what a query is about.
 void Settle(Handling& handling)
 {
     for (const Source& source : kSources) {
-        const Selection all{source.collection};
-        if (handling.store.Count(all) ==
-            handling.store.Count({kElements, {{"elementType", Test::kEquals, source.type}}})) {
-            continue;
-        }
-        handling.Each({kElements, {{"elementType", Test::kEquals, source.type}}}, [&](const std::string& key, Json&) {
-            if (!handling.store.Has(source.collection, key)) {
-                handling.store.Erase(kElements, key);
-            }
-        });
-        handling.Each(all, [&](const std::string& key, Json& resource) {
-            if (handling.store.Has(kElements, key)) {
-                return;
-            }
+        const std::string resources = source.collection;
+        for (const std::string& key : Missing(handling, resources, kElements)) {
+            const Json resource = handling.Load(resources, key);
             const Json* name = Member(resource, source.name);
             const std::string_view device = AsText(Member(resource, "deviceGuid"));
             Json element =
@@ -69,14 +79,22 @@ void Settle(Handling& handling)
                     .Number("elementType", source.type)
                     .Text("groupGuid", kAll)
                     .Text("deviceGuid", device)
-                    .Number("elementNo", AsInt(Member(resource, "objectNo")))
+                    .Number("elementNo", AsInt(Member(resource, source.number)))
                     .Number("elementStatus", OutOfReach(handling, device) == Reason::kNone ? kOnline : kOffline)
                     .Number("orderNo", 0)
                     .Value("abilityList", Abilities(handling, source.type))
                     .Text("description", "")
                     .Take();
             handling.Save(kElements, key, element);
-        });
+        }
+        const Selection known{kElements, {{"elementType", Test::kEquals, source.type}}};
+        if (handling.store.Count(known) > handling.store.Count({resources})) {
+            handling.Each(known, [&](const std::string& key, Json&) {
+                if (!handling.store.Has(resources, key)) {
+                    handling.store.Erase(kElements, key);
+                }
+            });
+        }
     }
     handling.Each({kGroups}, [&](const std::string& key, Json& group) {
         const std::int64_t count = handling.store.Count({kElements, {{"groupGuid", Test::kEquals, StoreValue(key)}}});
@@ -85,6 +103,17 @@ void Settle(Handling& handling)
             handling.Save(kGroups, key, group);
         }
     });
+    const Json nothing(rapidjson::kObjectType);
+    const Json& body = handling.body == nullptr ? nothing : *handling.body;
+    std::string about(handling.Identifier("groupGuid"));
+    about = about.empty() ? AsText(Member(body, "parentGroupGuid")) : about;
+    if (!about.empty()) {
+        Json groups(rapidjson::kArrayType);
+        for (const std::string& group : WithSub(handling, about, AsBool(Member(body, "includeSub")))) {
+            groups.PushBack(MakeText(group, handling.Memory()), handling.Memory());
+        }
+        handling.Define("groups", std::move(groups));
+    }
 }
 
 /// Sets the state that the elements of a group show, and of the groups below it.
@@ -92,13 +121,8 @@ void Synchronise(Handling& handling)
 {
     const std::string group(handling.Identifier("groupGuid"));
     handling.Need(*handling.description.FindCollection(kGroups), group);
-    std::vector<std::string> groups = {group};
-    for (std::size_t i = 0; i < groups.size() && AsBool(Member(*handling.body, "includeSub")); ++i) {
-        handling.Each({kGroups, {{"parentGroupGuid", Test::kEquals, StoreValue(groups[i])}}},
-                      [&](const std::string& key, Json&) { groups.push_back(key); });
-    }
     const std::int64_t type = AsInt(Member(*handling.body, "elementType"));
-    for (const std::string& each : groups) {
+    for (const std::string& each : WithSub(handling, group, AsBool(Member(*handling.body, "includeSub")))) {
         handling.Each({kElements, {{"groupGuid", Test::kEquals, StoreValue(each)}}},
                       [&](const std::string& key, Json& element) {
                           if (type == 0 || type == AsInt(Member(element, "elementType"))) {

@@ -1,10 +1,9 @@
-#include "src/OperationLog.h"
-
 #include <algorithm>
 #include <array>
 
 #include "src/Clock.h"
 #include "src/Fields.h"
+#include "src/Services.h"
 
 namespace nexwire::simulator {
 namespace {
@@ -14,6 +13,7 @@ enum LogResult { kDone = 1, kFailed = 2 };
 
 constexpr std::int64_t kUsualPage = 50;
 constexpr std::int64_t kMostPerPage = 1000;
+constexpr const char* kClient = "127.0.0.1";
 constexpr const char* kColumns = "guid,time,user,address,type,module,operation,resource,resourceName,result,content";
 
 struct Entry {
@@ -239,9 +239,6 @@ std::string ServiceOf(const std::string& path)
 
 LogType TypeOf(const std::string& module, const std::string& function)
 {
-    if (function == "CUserCheckPassword::request" || function == "CGetLockParam::request") {
-        return kSignIn;
-    }
     if (function == "CSystemServerConfig::request" || module == "topologyManagement") {
         return kConfiguration;
     }
@@ -253,11 +250,11 @@ LogType TypeOf(const std::string& module, const std::string& function)
 
 } // namespace
 
-OperationLog::OperationLog(Store& store, const Description& description) : store_(store), description_(description)
+void PrepareLog(Store& store)
 {
     const std::string columns = " guid TEXT, time INTEGER, user TEXT, address TEXT, type INTEGER, module TEXT,"
                                 " operation TEXT, resource TEXT, resourceName TEXT, result INTEGER, content TEXT)";
-    Store::Transaction transaction(store_);
+    Store::Transaction transaction(store);
     for (const std::string& sql :
          {"CREATE TABLE IF NOT EXISTS logs(place INTEGER PRIMARY KEY," + columns,
           "CREATE TABLE IF NOT EXISTS logBackupEntries(place INTEGER PRIMARY KEY, path TEXT," + columns,
@@ -271,28 +268,39 @@ OperationLog::OperationLog(Store& store, const Description& description) : store
     transaction.Commit();
 }
 
-void OperationLog::Note(const Request& request, const Answer& answer, std::int64_t nowMs)
+void NoteInLog(Store::Transaction& store, const Outcome& outcome)
 {
-    const Description::Route route = description_.Find(request.verb, request.path);
-    if (route.endpoints.empty() || OnlyReads(*route.endpoints.front())) {
+    if (OnlyReads(outcome.endpoint)) {
         return;
     }
     Entry entry;
-    entry.module = ServiceOf(request.path);
+    entry.module = ServiceOf(outcome.request.path);
     if (entry.module == "log") {
         return;
     }
-    entry.timeMs = nowMs;
-    entry.operation = route.endpoints.front()->functions.front()->name;
+    entry.timeMs = outcome.nowMs;
+    entry.user = SignedIn(store);
+    entry.operation = outcome.endpoint.functions.front()->name;
     entry.type = TypeOf(entry.module, entry.operation);
-    entry.address = "127.0.0.1";
-    entry.resource = route.identifiers.empty() ? "" : route.identifiers.back();
-    entry.result = answer.code == "0-0" ? kDone : kFailed;
-    entry.content = request.verb + " " + request.path + ": " + answer.code;
-    Store::Transaction transaction(store_);
-    entry.user = SignedIn(transaction);
-    Write(transaction, entry);
-    transaction.Commit();
+    entry.address = kClient;
+    entry.resource = outcome.identifiers.empty() ? "" : outcome.identifiers.back();
+    entry.result = outcome.code == "0-0" ? kDone : kFailed;
+    entry.content = outcome.request.verb + " " + outcome.request.path + ": " + outcome.code;
+    Write(store, entry);
+}
+
+void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content)
+{
+    Entry entry;
+    entry.timeMs = handling.nowMs;
+    entry.user = user;
+    entry.address = kClient;
+    entry.type = kSignIn;
+    entry.module = ServiceOf(handling.request.path);
+    entry.operation = handling.endpoint.functions.front()->name;
+    entry.result = passed ? kDone : kFailed;
+    entry.content = content;
+    Write(handling.store, entry);
 }
 
 void AddLog(Services& services)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "src/Engine.h"
+#include "src/Fields.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -13,30 +14,8 @@ constexpr const char* kOnDevices = "deviceGroups";
 Json GroupsOf(Handling& handling, const std::string& device)
 {
     const Json kept = handling.Load(kOnDevices, device);
-    return kept.IsObject() ? Copy(*Member(kept, "perGroupMemberInfoList"), handling.Memory())
-                           : Json(rapidjson::kArrayType);
-}
-
-void RemoveGroups(Handling& handling)
-{
-    Allocator& memory = handling.Memory();
-    Json results(rapidjson::kArrayType);
-    for (const Json& each : Elements(Member(*handling.body, "perGroupGuidList"))) {
-        const bool known = handling.store.Has("perGroups", AsText(&each));
-        const Condition needed = {"authGroupMemberList", Test::kHasElement, StoreValue("[" + PrintJson(each) + "]"),
-                                  "perGroupGuid"};
-        const bool used = handling.store.Count({"authGroups", {needed}}) > 0;
-        const Reason reason = !known ? Reason::kUnknownGuid : used ? Reason::kInUse : Reason::kNone;
-        if (reason == Reason::kNone) {
-            handling.store.Erase("perGroups", AsText(&each));
-        }
-        Json result(rapidjson::kObjectType);
-        SetMember(result, "perGroupGuid", Copy(each, memory), memory);
-        SetMember(result, "resultCode", Json(static_cast<int>(reason)), memory);
-        SetMember(result, "resultMsg", MakeText(ReasonText(reason), memory), memory);
-        results.PushBack(result, memory);
-    }
-    SetMember(handling.data, "perGroupDelRspList", std::move(results), memory);
+    const Json* list = Member(kept, "perGroupMemberInfoList");
+    return list == nullptr ? Json(rapidjson::kArrayType) : Copy(*list, handling.Memory());
 }
 
 // Groups that are new on the device get the least number that is free there.
@@ -68,9 +47,10 @@ void SetOnDevice(Handling& handling)
 void OnDevice(Handling& handling)
 {
     Allocator& memory = handling.Memory();
-    Json answer(rapidjson::kObjectType);
-    SetMember(answer, "deviceGuid", MakeText(handling.identifiers[0], memory), memory);
-    SetMember(answer, "perGroupMemberInfoList", GroupsOf(handling, handling.identifiers[0]), memory);
+    Json answer = Fields(memory)
+                      .Text("deviceGuid", handling.identifiers[0])
+                      .Value("perGroupMemberInfoList", GroupsOf(handling, handling.identifiers[0]))
+                      .Take();
     SetMember(handling.data, "perGroupMemberInfoDataRsp", std::move(answer), memory);
 }
 
@@ -89,11 +69,10 @@ void OfPersons(Handling& handling)
                 numbers.PushBack(Json(AsInt(Member(group, "groupNo"))), memory);
             }
         }
-        SetMember(person, "groupNoList", std::move(numbers), memory);
         const Json known = handling.Load("persons", guid);
-        if (known.IsObject()) {
-            SetMember(person, "personNo", MakeText(AsText(Member(known, "personnelNo")), memory), memory);
-        }
+        Fields(person, memory)
+            .Value("groupNoList", std::move(numbers))
+            .Text("personNo", AsText(Member(known, "personnelNo")));
     }
 }
 
@@ -101,7 +80,6 @@ void OfPersons(Handling& handling)
 
 void AddPersonGroups(Services& services)
 {
-    services["perGroups.remove"] = RemoveGroups;
     services["perGroups.setOnDevice"] = SetOnDevice;
     services["perGroups.onDevice"] = OnDevice;
     services["perGroups.ofPersons"] = OfPersons;

@@ -4,12 +4,14 @@
 
 #include "src/Base64.h"
 #include "src/Register.h"
+#include "src/Rules.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
 namespace {
 
 constexpr const char* kJobs = "_personJobs";
+constexpr const char* kUploads = "persons"; ///< The plan of their files.
 constexpr double kItemMs = 200.0;
 
 /// A column of a person's file and where it stands in the sections; cards stand in a list.
@@ -23,7 +25,7 @@ void SetText(Handling& handling, Json& info, const char* section, const char* ke
     if (Member(info, section) == nullptr) {
         SetMember(info, section, Json(rapidjson::kObjectType), handling.Memory());
     }
-    SetMember(*Member(info, section), key, MakeText(text, handling.Memory()), handling.Memory());
+    Fields(*Member(info, section), handling.Memory()).Text(key, text);
 }
 
 // ---- Jobs ----
@@ -33,25 +35,27 @@ void Start(Handling& handling, Json items, bool keep, double timeScale)
 {
     Allocator& memory = handling.Memory();
     const std::string guid = NewGuid();
-    Json job(rapidjson::kObjectType);
-    SetMember(job, "startedMs", Json(handling.nowMs), memory);
-    SetMember(job, "itemMs", Json(kItemMs / timeScale), memory);
-    SetMember(job, "keep", Json(keep), memory);
-    SetMember(job, "cover", Json(handling.body != nullptr && AsInt(Member(*handling.body, "coverMode")) == 1), memory);
-    SetMember(job, "orgGuid",
-              MakeText(AsText(handling.body == nullptr ? nullptr : Member(*handling.body, "orgGuid")), memory), memory);
-    for (const char* const count : {"done", "addedNum", "updatedNum"}) {
-        SetMember(job, count, Json(0), memory);
-    }
-    SetMember(job, "items", std::move(items), memory);
-    SetMember(job, "failedList", Json(rapidjson::kArrayType), memory);
-    handling.Save(kJobs, guid, job);
-    SetMember(handling.data, "taskGuid", MakeText(guid, memory), memory);
+    const Json nothing;
+    const Json& body = handling.body == nullptr ? nothing : *handling.body;
+    handling.Save(kJobs, guid,
+                  Fields(memory)
+                      .Number("startedMs", handling.nowMs)
+                      .Value("itemMs", Json(kItemMs / timeScale))
+                      .Flag("keep", keep)
+                      .Flag("cover", AsInt(Member(body, "coverMode")) == 1)
+                      .Text("orgGuid", AsText(Member(body, "orgGuid")))
+                      .Number("done", 0)
+                      .Number("addedNum", 0)
+                      .Number("updatedNum", 0)
+                      .Value("items", std::move(items))
+                      .Value("failedList", Json(rapidjson::kArrayType))
+                      .Take());
+    Fields(handling.data, memory).Text("taskGuid", guid);
 }
 
 void Count(Handling& handling, Json& job, const char* member)
 {
-    SetMember(job, member, Json(AsInt(Member(job, member)) + 1), handling.Memory());
+    Fields(job, handling.Memory()).Number(member, AsInt(Member(job, member)) + 1);
 }
 
 void Take(Handling& handling, Json& job, const Json& item)
@@ -61,8 +65,7 @@ void Take(Handling& handling, Json& job, const Json& item)
     Json info = Copy(item, memory);
     const std::string number(AsText(AtPath(info, "basic.personNo")));
     try {
-        const auto known =
-            number.empty() ? std::vector<std::string>() : persons.Holders("personnelNo", Test::kEquals, number, "");
+        const std::string known = number.empty() ? std::string() : persons.Owner("personNo", number);
         if (known.empty()) {
             if (AsText(AtPath(info, "basic.orgGuid")).empty()) {
                 SetText(handling, info, "basic", "orgGuid", AsText(Member(job, "orgGuid")));
@@ -70,15 +73,16 @@ void Take(Handling& handling, Json& job, const Json& item)
             persons.Add(info);
             Count(handling, job, "addedNum");
         } else if (AsBool(Member(job, "cover"))) {
-            persons.Change(known.front(), info);
+            persons.Change(known, info);
             Count(handling, job, "updatedNum");
         }
     } catch (const Refusal& refusal) {
-        Json failure(rapidjson::kObjectType);
-        SetMember(failure, "item", MakeText(number, memory), memory);
-        SetMember(failure, "name", MakeText(AsText(AtPath(info, "basic.name")), memory), memory);
-        SetMember(failure, "resultCode", Json(static_cast<int>(refusal.Why())), memory);
-        SetMember(failure, "resultMsg", MakeText(refusal.what(), memory), memory);
+        Json failure = Fields(memory)
+                           .Text("item", number)
+                           .Text("name", AsText(AtPath(info, "basic.name")))
+                           .Number("resultCode", static_cast<int>(refusal.Why()))
+                           .Text("resultMsg", refusal.what())
+                           .Take();
         Member(job, "failedList")->PushBack(failure, memory);
     }
 }
@@ -92,57 +96,86 @@ Json NeedJob(Handling& handling, const std::string& guid)
     return job;
 }
 
-void Progress(Handling& handling)
+/// Takes what the job has come to since somebody looked last.
+void Advance(Handling& handling, const std::string& guid, Json& job)
 {
-    constexpr int kRunning = 1;
-    constexpr int kDone = 2;
-    Allocator& memory = handling.Memory();
-    const std::string& guid = handling.identifiers[0];
-    Json job = NeedJob(handling, guid);
+    const Json* stopped = Member(job, "stoppedMs");
+    const std::int64_t until = stopped == nullptr ? handling.nowMs : AsInt(stopped);
     const Json& items = *Member(job, "items");
-    const auto total = std::int64_t{items.Size()};
-    const std::int64_t startedMs = AsInt(Member(job, "startedMs"));
-    const double itemMs = Member(job, "itemMs")->GetDouble();
+    const double elapsed = static_cast<double>(until - AsInt(Member(job, "startedMs")));
     const auto through =
-        std::min(total, static_cast<std::int64_t>(static_cast<double>(handling.nowMs - startedMs) / itemMs));
+        std::min(std::int64_t{items.Size()}, static_cast<std::int64_t>(elapsed / Member(job, "itemMs")->GetDouble()));
     for (std::int64_t done = AsInt(Member(job, "done")); done < through; ++done) {
         if (AsBool(Member(job, "keep"))) {
             Take(handling, job, items[static_cast<rapidjson::SizeType>(done)]);
         }
     }
-    SetMember(job, "done", Json(through), memory);
+    Fields(job, handling.Memory()).Number("done", through);
     handling.Save(kJobs, guid, job);
+}
 
-    const bool finished = through == total;
+void Progress(Handling& handling)
+{
+    constexpr int kRunning = 1;
+    constexpr int kDone = 2;
+    constexpr int kStopped = 4;
+    const std::string& guid = handling.identifiers[0];
+    Json job = NeedJob(handling, guid);
+    Advance(handling, guid, job);
+    const auto total = std::int64_t{Member(job, "items")->Size()};
+    const std::int64_t done = AsInt(Member(job, "done"));
     const auto failed = std::int64_t{Member(job, "failedList")->Size()};
-    const auto put = [&](const char* key, Json value) { SetMember(handling.data, key, std::move(value), memory); };
-    put("progress", Json(total == 0 ? 100 : through * 100 / total));
-    put("state", Json(finished ? kDone : kRunning));
-    put("finished", Json(finished));
-    put("totalNum", Json(total));
-    put("successNum", Json(through - failed));
-    put("failedNum", Json(failed));
-    put("failedList", Copy(*Member(job, "failedList"), memory));
+    const bool stopped = done < total && Member(job, "stoppedMs") != nullptr;
+    const bool finished = done == total || stopped;
+    Fields answer(handling.data, handling.Memory());
+    answer.Number("progress", total == 0 ? 100 : done * 100 / total)
+        .Number("state", stopped    ? kStopped
+                         : finished ? kDone
+                                    : kRunning)
+        .Flag("finished", finished)
+        .Number("totalNum", total)
+        .Number("successNum", done - failed)
+        .Number("failedNum", failed)
+        .Same("failedList", job);
     if (handling.endpoint.result != nullptr && handling.endpoint.result->Find("addedNum") != nullptr) {
-        put("addedNum", Copy(*Member(job, "addedNum"), memory));
-        put("updatedNum", Copy(*Member(job, "updatedNum"), memory));
-        put("beginTime", MakeText(IsoTime(startedMs), memory));
-        const auto needed = static_cast<std::int64_t>(static_cast<double>(total) * itemMs);
-        put("endTime", MakeText(finished ? IsoTime(startedMs + needed) : std::string(), memory));
+        const std::int64_t begin = AsInt(Member(job, "startedMs"));
+        const auto needed = static_cast<std::int64_t>(static_cast<double>(total) * Member(job, "itemMs")->GetDouble());
+        answer.Same("addedNum", job)
+            .Same("updatedNum", job)
+            .Text("beginTime", IsoTime(begin))
+            .Text("endTime", !finished ? std::string()
+                             : stopped ? IsoTime(AsInt(Member(job, "stoppedMs")))
+                                       : IsoTime(begin + needed));
     }
+}
+
+/// Whether the request stops a task instead of starting one.
+bool Stopped(Handling& handling)
+{
+    if (!AsBool(Member(*handling.body, "stop"))) {
+        return false;
+    }
+    const std::string guid(AsText(Member(*handling.body, "taskGuid")));
+    Json job = NeedJob(handling, guid);
+    Advance(handling, guid, job);
+    if (Member(job, "stoppedMs") == nullptr) {
+        Fields(job, handling.Memory()).Number("stoppedMs", handling.nowMs);
+        handling.Save(kJobs, guid, job);
+    }
+    Fields(handling.data, handling.Memory()).Text("taskGuid", guid);
+    return true;
 }
 
 // ---- Devices and stations ----
 
 void FromDevice(Handling& handling, double timeScale)
 {
-    const std::string& device = handling.identifiers[0];
-    const Json found = handling.Load("devices", device);
-    if (!found.IsObject()) {
-        throw Refusal(Reason::kUnknownDevice, "\"" + device + "\"");
+    if (Stopped(handling)) {
+        return;
     }
-    if (AsBool(Member(found, "_offline"))) {
-        throw Refusal(Reason::kDeviceOffline, "\"" + device + "\"");
+    const std::string& device = handling.identifiers[0];
+    if (const Reason reason = OutOfReach(handling, device); reason != Reason::kNone) {
+        throw Refusal(reason, "\"" + device + "\"");
     }
     // The same persons as the device hands out page by page.
     const auto& batches = handling.description.Entries("batches");
@@ -164,6 +197,9 @@ void FromDevice(Handling& handling, double timeScale)
 
 void FromStations(Handling& handling, double timeScale)
 {
+    if (Stopped(handling)) {
+        return;
+    }
     Json items(rapidjson::kArrayType);
     handling.Each({"stationPersons"}, [&](const std::string&, Json& info) { items.PushBack(info, handling.Memory()); });
     Start(handling, std::move(items), false, timeScale);
@@ -173,14 +209,14 @@ void TakeFromStations(Handling& handling)
 {
     const std::string& guid = handling.identifiers[0];
     Json job = NeedJob(handling, guid);
-    SetMember(job, "orgGuid", MakeText(AsText(Member(*handling.body, "orgGuid")), handling.Memory()),
-              handling.Memory());
+    Advance(handling, guid, job);
+    Fields(job, handling.Memory()).Text("orgGuid", AsText(Member(*handling.body, "orgGuid")));
     const Json items = Copy(*Member(job, "items"), handling.Memory());
     for (std::int64_t i = 0; i < AsInt(Member(job, "done")); ++i) {
         Take(handling, job, items[static_cast<rapidjson::SizeType>(i)]);
     }
     handling.Save(kJobs, guid, job);
-    SetMember(handling.data, "addedNum", Copy(*Member(job, "addedNum"), handling.Memory()), handling.Memory());
+    Fields(handling.data, handling.Memory()).Same("addedNum", job);
 }
 
 // ---- Files ----
@@ -221,19 +257,14 @@ std::string Cell(std::string_view text)
 /// The file that came last.
 std::string LastUpload(Handling& handling)
 {
+    const std::string begin = std::string(kUploads) + "?";
     std::string last;
     handling.store.Select({"_files"}, [&](const std::string& key, const std::string&) {
-        last = key.rfind("persons?", 0) == 0 ? key : last;
+        last = BeginsWith(key, begin) ? key.substr(begin.size()) : last;
     });
-    if (last.empty()) {
-        throw Refusal(Reason::kUnknownGuid, "nobody has uploaded a file of persons");
-    }
-    const Json file = handling.Load("_files", last);
     std::string text;
-    for (rapidjson::SizeType i = 0; i < Elements(Member(file, "slices")).Size(); ++i) {
-        std::string bytes;
-        FromBase64(AsText(Member(handling.Load("_slices", last + "#" + std::to_string(i)), "bytes")), bytes);
-        text += bytes;
+    if (!ReadFile(handling, kUploads, last, text, false)) {
+        throw Refusal(Reason::kUnknownGuid, "nobody has uploaded a file of persons");
     }
     return text;
 }
@@ -265,9 +296,8 @@ void Parse(Handling& handling, double timeScale)
             if (*column->second != '\0') {
                 SetText(handling, info, column->second, column->first, cells[i]);
             } else if (!cells[i].empty()) {
-                Json card(rapidjson::kObjectType);
-                SetMember(card, column->first, MakeText(cells[i], handling.Memory()), handling.Memory());
-                SectionList(info, "cardList", handling.Memory()).PushBack(card, handling.Memory());
+                SectionList(info, "cardList", handling.Memory())
+                    .PushBack(Fields(handling.Memory()).Text(column->first, cells[i]).Take(), handling.Memory());
             }
         }
         items.PushBack(info, handling.Memory());
@@ -275,10 +305,11 @@ void Parse(Handling& handling, double timeScale)
     Start(handling, std::move(items), true, timeScale);
 }
 
-// What is exported can be filled up and imported again.
-void Export(Handling& handling)
+// What is exported can be filled up and imported again; how far it is tells the task.
+void Export(Handling& handling, double timeScale)
 {
     std::string text;
+    Json items(rapidjson::kArrayType);
     for (const auto& [column, section] : kColumns) {
         text += (text.empty() ? "" : ",") + std::string(column);
     }
@@ -294,16 +325,17 @@ void Export(Handling& handling)
             line += (line.empty() && column == kColumns[0].first ? "" : ",") + Cell(value);
         }
         text += line + "\n";
+        items.PushBack(Json(), handling.Memory());
     });
-    SetMember(handling.data, "fileName", MakeText("persons.csv", handling.Memory()), handling.Memory());
-    SetMember(handling.data, "fileData", MakeText(ToBase64(text), handling.Memory()), handling.Memory());
+    Start(handling, std::move(items), false, timeScale);
+    Fields(handling.data, handling.Memory()).Text("fileName", "persons.csv").Text("fileData", ToBase64(text));
 }
 
 } // namespace
 
 void AddPersonJobs(Services& services, double timeScale)
 {
-    services["persons.export"] = Export;
+    services["persons.export"] = [timeScale](Handling& handling) { Export(handling, timeScale); };
     services["persons.parseFile"] = [timeScale](Handling& handling) { Parse(handling, timeScale); };
     services["persons.fromDevice"] = [timeScale](Handling& handling) { FromDevice(handling, timeScale); };
     services["persons.fromStations"] = [timeScale](Handling& handling) { FromStations(handling, timeScale); };

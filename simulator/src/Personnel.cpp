@@ -3,66 +3,35 @@
 #include <algorithm>
 
 #include "src/Register.h"
+#include "src/Rules.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
 namespace {
 
-Json Result(Handling& handling, std::string_view guid, Reason reason = Reason::kNone, std::string_view message = "")
+void TellPerson(Handling& handling, Json& result, const Json& person)
 {
-    Allocator& memory = handling.Memory();
-    Json result(rapidjson::kObjectType);
-    SetMember(result, "guid", MakeText(guid, memory), memory);
-    SetMember(result, "resultCode", Json(static_cast<int>(reason)), memory);
-    SetMember(result, "resultMsg", MakeText(message, memory), memory);
-    return result;
-}
-
-/// One result for each element of a list; what `each` refuses becomes the element's code.
-template <class Each>
-void ForEach(Handling& handling, const char* list, const char* answer, const Each& each)
-{
-    Json results(rapidjson::kArrayType);
-    for (const Json& element : Elements(Member(*handling.body, list))) {
-        Json result;
-        try {
-            result = each(element);
-        } catch (const Refusal& refusal) {
-            result = Result(handling, AsText(element.IsObject() ? nullptr : &element), refusal.Why(), refusal.what());
-        }
-        results.PushBack(result, handling.Memory());
-    }
-    SetMember(handling.data, answer, std::move(results), handling.Memory());
+    Fields(result, handling.Memory())
+        .Text("guid", AsText(Member(person, "personnelGuid")))
+        .Text("personNo", AsText(Member(person, "personnelNo")))
+        .Text("name", AsText(Member(person, "personnelName")));
 }
 
 // ---- Persons ----
 
-Json PersonResult(Handling& handling, const std::string& guid, const Json& person)
-{
-    Json result = Result(handling, guid);
-    SetMember(result, "personNo", MakeText(AsText(Member(person, "personnelNo")), handling.Memory()),
-              handling.Memory());
-    SetMember(result, "name", MakeText(AsText(Member(person, "personnelName")), handling.Memory()), handling.Memory());
-    return result;
-}
-
 void AddPersons(Handling& handling)
 {
     Register persons(handling);
-    ForEach(handling, "personnelInfoList", "personnelResultList", [&](const Json& info) {
-        const std::string guid = persons.Add(info);
-        return PersonResult(handling, guid, persons.Need(guid));
-    });
+    ForEach(handling, "personnelInfoList", handling.data, "personnelResultList",
+            [&](const Json& info, Json& result) { TellPerson(handling, result, persons.Need(persons.Add(info))); });
 }
 
 void RemovePersons(Handling& handling)
 {
     Register persons(handling);
-    ForEach(handling, "guidList", "personnelResultList", [&](const Json& element) {
-        const std::string guid(AsText(&element));
-        Json result = PersonResult(handling, guid, persons.Need(guid));
-        persons.Erase(guid);
-        return result;
+    ForEach(handling, "guidList", handling.data, "personnelResultList", [&](const Json& guid, Json& result) {
+        TellPerson(handling, result, persons.Need(AsText(&guid)));
+        persons.Erase(std::string(AsText(&guid)));
     });
 }
 
@@ -77,15 +46,15 @@ void FindPersons(Handling& handling)
     Json list(rapidjson::kArrayType);
     handling.Each(selection,
                   [&](const std::string&, Json& person) { list.PushBack(persons.Info(person, wanted), memory); });
-    SetMember(handling.data, "totalNum", Json(handling.store.Count(selection)), memory);
-    SetMember(handling.data, "pageNo", Json(std::max<std::int64_t>(AsInt(Member(*handling.body, "pageNo"), 1), 1)),
-              memory);
-    SetMember(handling.data, "personnelInfoList", std::move(list), memory);
+    Fields(handling.data, memory)
+        .Number("totalNum", handling.store.Count(selection))
+        .Number("pageNo", std::max<std::int64_t>(AsInt(Member(*handling.body, "pageNo"), 1), 1))
+        .Value("personnelInfoList", std::move(list));
 }
 
 void CountPersons(Handling& handling)
 {
-    SetMember(handling.data, "numberPersonnel", Json(handling.store.Count({"persons"})), handling.Memory());
+    Fields(handling.data, handling.Memory()).Number("numberPersonnel", handling.store.Count({"persons"}));
 }
 
 void GetPerson(Handling& handling)
@@ -94,16 +63,15 @@ void GetPerson(Handling& handling)
     Register persons(handling);
     const std::string& guid = handling.identifiers[0];
     const Json person = persons.Need(guid);
-    SetMember(handling.data, "personnelInfo", persons.Info(person, Member(*handling.body, "sectionList")), memory);
     const Json unit = persons.Shown(persons.NeedOrganisation(AsText(Member(person, "orgGuid"))));
-    SetMember(handling.data, "orgFullPath", Copy(*Member(unit, "fullPath"), memory), memory);
     Json groups(rapidjson::kArrayType);
     handling.store.Select(
-        {"accessGroups",
-         {{"personnelResList", Test::kHasElement, StoreValue("[" + PrintJson(MakeText(guid, memory)) + "]"),
-           "personnelGuid"}}},
+        {"accessGroups", {HoldsText("personnelResList[].personnelGuid", guid)}},
         [&](const std::string& key, const std::string&) { groups.PushBack(MakeText(key, memory), memory); });
-    SetMember(handling.data, "accessGroupGuidList", std::move(groups), memory);
+    Fields(handling.data, memory)
+        .Value("personnelInfo", persons.Info(person, Member(*handling.body, "sectionList")))
+        .Text("orgFullPath", AsText(Member(unit, "fullPath")))
+        .Value("accessGroupGuidList", std::move(groups));
 }
 
 void ChangePerson(Handling& handling)
@@ -113,8 +81,7 @@ void ChangePerson(Handling& handling)
 
 void NextNumber(Handling& handling)
 {
-    SetMember(handling.data, "defaultSn", MakeText(Register(handling).NextNumber(), handling.Memory()),
-              handling.Memory());
+    Fields(handling.data, handling.Memory()).Text("defaultSn", Register(handling).NextNumber());
 }
 
 void SetRule(Handling& handling)
@@ -138,17 +105,16 @@ void RemoveProperties(Handling& handling)
 {
     Register persons(handling);
     const Collection& properties = *handling.description.FindCollection("privateProperties");
-    ForEach(handling, "guidList", "privatePropertyResultList", [&](const Json& element) {
+    ForEach(handling, "guidList", handling.data, "privatePropertyResultList", [&](const Json& element, Json&) {
         const std::string guid(AsText(&element));
         handling.Need(properties, guid);
         handling.store.Erase(properties.name, guid);
-        for (const std::string& key : persons.Holders("privateDataList[propertyGuid", Test::kHasElement, guid, "")) {
+        for (const std::string& key : persons.Holders("privateDataList[].propertyGuid", guid)) {
             Json person = persons.Need(key);
             Json& values = SectionList(person, "privateDataList", handling.Memory());
             values.Erase(FindElement(values, "propertyGuid", guid));
             persons.Save(key, person);
         }
-        return Result(handling, guid);
     });
 }
 
@@ -164,8 +130,7 @@ void CheckName(Handling& handling, const std::string& guid, const Json& organisa
     }
     handling.store.Select(
         {kOrganisations,
-         {{"parOrgGuid", Test::kEquals, StoreValue(std::string(AsText(Member(organisation, "parOrgGuid"))))},
-          {"name", Test::kEquals, StoreValue(name)}}},
+         {HoldsText("parOrgGuid", AsText(Member(organisation, "parOrgGuid"))), HoldsText("name", name)}},
         [&](const std::string& key, const std::string&) {
             if (key != guid) {
                 throw Refusal(Reason::kDuplicate, "name \"" + name + "\"");
@@ -175,49 +140,47 @@ void CheckName(Handling& handling, const std::string& guid, const Json& organisa
 
 void SaveOrganisation(Handling& handling, const std::string& guid, Json& organisation)
 {
-    Allocator& memory = handling.Memory();
-    const Json now = MakeText(IsoTime(handling.nowMs), memory);
+    Fields fields(organisation, handling.Memory());
+    const std::string now = IsoTime(handling.nowMs);
     if (Member(organisation, "createTime") == nullptr) {
-        SetMember(organisation, "createTime", Copy(now, memory), memory);
+        fields.Text("createTime", now);
     }
-    SetMember(organisation, "modifyTime", Copy(now, memory), memory);
-    SetMember(organisation, "guid", MakeText(guid, memory), memory);
+    fields.Text("modifyTime", now).Text("guid", guid);
     handling.Save(kOrganisations, guid, organisation);
 }
 
 void AddOrganisations(Handling& handling)
 {
     Register persons(handling);
-    ForEach(handling, "organizationList", "organizationInfoList", [&](const Json& element) {
-        Json organisation = Copy(element, handling.Memory());
-        std::string guid(AsText(Member(organisation, "guid")));
-        guid = guid.empty() ? NewGuid() : guid;
-        if (handling.store.Has(kOrganisations, guid)) {
-            throw Refusal(Reason::kDuplicate, "guid \"" + guid + "\"");
-        }
-        if (AsText(Member(organisation, "parOrgGuid")).empty()) {
-            SetMember(organisation, "parOrgGuid", MakeText(persons.Subtree("").front(), handling.Memory()),
-                      handling.Memory());
-        }
-        persons.NeedOrganisation(AsText(Member(organisation, "parOrgGuid")));
-        CheckName(handling, guid, organisation);
-        SaveOrganisation(handling, guid, organisation);
-        return persons.Shown(organisation);
-    });
+    ForEach(handling, "organizationList", handling.data, "organizationInfoList",
+            [&](const Json& element, Json& result) {
+                Json organisation = Copy(element, handling.Memory());
+                std::string guid(AsText(Member(organisation, "guid")));
+                guid = guid.empty() ? NewGuid() : guid;
+                if (handling.store.Has(kOrganisations, guid)) {
+                    throw Refusal(Reason::kDuplicate, "guid \"" + guid + "\"");
+                }
+                if (AsText(Member(organisation, "parOrgGuid")).empty()) {
+                    Fields(organisation, handling.Memory()).Text("parOrgGuid", persons.Subtree("").front());
+                }
+                persons.NeedOrganisation(AsText(Member(organisation, "parOrgGuid")));
+                CheckName(handling, guid, organisation);
+                SaveOrganisation(handling, guid, organisation);
+                result = persons.Shown(organisation);
+            });
 }
 
 void RemoveOrganisations(Handling& handling)
 {
     Register persons(handling);
-    ForEach(handling, "guidList", "organizationInfoList", [&](const Json& element) {
+    ForEach(handling, "guidList", handling.data, "organizationInfoList", [&](const Json& element, Json& result) {
         const std::string guid(AsText(&element));
-        Json shown = persons.Shown(persons.NeedOrganisation(guid));
-        if (AsInt(Member(shown, "personNum")) + AsInt(Member(shown, "childNum")) > 0 ||
-            AsText(Member(shown, "parOrgGuid")).empty()) {
+        result = persons.Shown(persons.NeedOrganisation(guid));
+        if (AsInt(Member(result, "personNum")) + AsInt(Member(result, "childNum")) > 0 ||
+            AsText(Member(result, "parOrgGuid")).empty()) {
             throw Refusal(Reason::kInUse, "\"" + guid + "\"");
         }
         handling.store.Erase(kOrganisations, guid);
-        return shown;
     });
 }
 
@@ -291,7 +254,7 @@ void MovePersons(Handling& handling)
     for (const Json& each : Elements(Member(*handling.body, "personnelGuidList"))) {
         Json person = persons.Need(AsText(&each));
         if (old.empty() || AsText(Member(person, "orgGuid")) == old) {
-            SetMember(*Member(person, "basic"), "orgGuid", MakeText(guid, handling.Memory()), handling.Memory());
+            Fields(*Member(person, "basic"), handling.Memory()).Text("orgGuid", guid);
             persons.Save(std::string(AsText(&each)), person);
         }
     }

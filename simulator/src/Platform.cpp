@@ -8,7 +8,6 @@
 
 #include "src/Clock.h"
 #include "src/HttpServer.h"
-#include "src/OperationLog.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -95,8 +94,8 @@ public:
             AddUsers(services, cipher);
             AddVideo(services);
             SeedUsers(*store_, *cipher);
-            log_ = std::make_unique<OperationLog>(*store_, *description_);
-            engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services));
+            PrepareLog(*store_);
+            engine_ = std::make_unique<Engine>(*description_, *store_, options_.now, std::move(services), NoteInLog);
             engine_->Seed();
         } catch (const std::exception& failure) {
             error = failure.what();
@@ -106,7 +105,7 @@ public:
         try {
             auto server = std::make_unique<HttpServer>(
                 HttpServer::Settings{options_.port, options_.threads, options_.bodyLimit, options_.idleSeconds},
-                [this](const Request& request) { return Handle(request); },
+                [this](const Request& request) { return engine_->Handle(request); },
                 [this](const HttpServer::Done& done) { Observe(done); });
             server->Start();
             port_ = server->Port();
@@ -124,7 +123,6 @@ public:
         server_.reset();
         port_ = 0;
         engine_.reset();
-        log_.reset();
         store_.reset();
         description_.reset();
     }
@@ -133,13 +131,6 @@ public:
     std::uint64_t Count() const { return count_; }
 
 private:
-    Answer Handle(const Request& request)
-    {
-        Answer answer = engine_->Handle(request);
-        log_->Note(request, answer, options_.now());
-        return answer;
-    }
-
     void Observe(const HttpServer::Done& done)
     {
         ++count_;
@@ -153,7 +144,6 @@ private:
     Options options_;
     std::unique_ptr<Description> description_;
     std::unique_ptr<Store> store_;
-    std::unique_ptr<OperationLog> log_;
     std::unique_ptr<Engine> engine_;
     std::unique_ptr<HttpServer> server_;
     std::atomic<std::uint16_t> port_{0};

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "src/Base64.h"
+#include "src/Rules.h"
 
 namespace nexwire::simulator {
 namespace {
@@ -12,6 +13,8 @@ namespace {
 constexpr const char* kPersons = "persons";
 constexpr const char* kOrganisations = "organizations";
 constexpr const char* kState = "_personnel";
+constexpr const char* kOwners = "_owners"; ///< What only one person can have, so that nobody looks through all of them.
+constexpr const char* kNumber = "personNo";
 constexpr std::string_view kRoot = "0A000000000000000000000000000001";
 constexpr std::string_view kSeedUnits[] = {"0A000000000000000000000000000002", "0A000000000000000000000000000003",
                                            "0A000000000000000000000000000004"};
@@ -23,13 +26,37 @@ struct CredentialKind {
     std::string_view list;
     const char* guid;
     const char* data;
+    const char* own; ///< What nobody else can have.
     const char* count;
     std::int64_t most;
 };
-constexpr CredentialKind kCredentials[] = {{"cardList", nullptr, nullptr, "_cardNum", 5},
-                                           {"fingerprintList", "fingerprintGuid", "fingerData", "fingerPrints", 10},
-                                           {"faceList", "faceGuid", "faceData", "faces", 5},
-                                           {"irisList", "irisGuid", "irisData", "irises", 2}};
+constexpr CredentialKind kCredentials[] = {
+    {"cardList", nullptr, nullptr, "cardNo", "_cardNum", 5},
+    {"fingerprintList", "fingerprintGuid", "fingerData", "fingerData", "fingerPrints", 10},
+    {"faceList", "faceGuid", "faceData", "faceGuid", "faces", 5},
+    {"irisList", "irisGuid", "irisData", nullptr, "irises", 2}};
+
+std::string OwnerKey(std::string_view kind, std::string_view value)
+{
+    return std::string(kind) + "/" + std::string(value);
+}
+
+/// Keys of what belongs to one person alone.
+std::vector<std::string> Owned(const Json& person)
+{
+    std::vector<std::string> keys;
+    if (const std::string_view number = AsText(AtPath(person, "basic.personNo")); !number.empty()) {
+        keys.push_back(OwnerKey(kNumber, number));
+    }
+    for (const CredentialKind& kind : kCredentials) {
+        for (const Json& each : Elements(kind.own == nullptr ? nullptr : Member(person, kind.list))) {
+            if (const std::string_view own = AsText(Member(each, kind.own)); !own.empty()) {
+                keys.push_back(OwnerKey(kind.list, own));
+            }
+        }
+    }
+    return keys;
+}
 
 } // namespace
 
@@ -41,6 +68,32 @@ Json& SectionList(Json& person, std::string_view key, Allocator& memory)
         list = Member(person, key);
     }
     return *list;
+}
+
+void ForEach(Handling& handling, std::string_view list, Json& answer, std::string_view member,
+             const std::function<void(const Json& element, Json& result)>& each)
+{
+    Allocator& memory = handling.Memory();
+    Json results(rapidjson::kArrayType);
+    for (const Json& element : Elements(Member(*handling.body, list))) {
+        Json result(rapidjson::kObjectType);
+        if (element.IsString()) {
+            SetMember(result, "guid", Copy(element, memory), memory);
+        } else {
+            Fields(result, memory).Same("personnelGuid", element);
+        }
+        Reason reason = Reason::kNone;
+        std::string message;
+        try {
+            each(element, result);
+        } catch (const Refusal& refusal) {
+            reason = refusal.Why();
+            message = refusal.what();
+        }
+        Fields(result, memory).Number("resultCode", static_cast<int>(reason)).Text("resultMsg", message);
+        results.PushBack(result, memory);
+    }
+    SetMember(answer, member, std::move(results), memory);
 }
 
 Json* FindElement(Json& list, std::string_view member, std::string_view value)
@@ -62,16 +115,15 @@ void Register::Unfold()
     }
     std::size_t number = 0;
     handling_.Each({kPersons}, [&](const std::string& guid, Json& person) {
-        Json basic(rapidjson::kObjectType);
-        const auto text = [&](const char* key, std::string_view value) {
-            SetMember(basic, key, MakeText(value, memory_), memory_);
-        };
-        text("guid", guid);
-        text("personNo", AsText(Member(person, "personnelNo")));
-        text("name", AsText(Member(person, "personnelName")));
-        text("orgGuid", kSeedUnits[number++ % std::size(kSeedUnits)]);
-        SetMember(basic, "personType", Json(0), memory_);
-        SetMember(person, "basic", std::move(basic), memory_);
+        SetMember(person, "basic",
+                  Fields(memory_)
+                      .Text("guid", guid)
+                      .Text(kNumber, AsText(Member(person, "personnelNo")))
+                      .Text("name", AsText(Member(person, "personnelName")))
+                      .Text("orgGuid", kSeedUnits[number++ % std::size(kSeedUnits)])
+                      .Number("personType", 0)
+                      .Take(),
+                  memory_);
         for (const CredentialKind& kind : kCredentials) {
             const bool cards = kind.guid == nullptr;
             const auto held = Elements(Member(person, "cards"));
@@ -83,9 +135,10 @@ void Register::Unfold()
                     SetMember(element, "cardNo", Copy(held[static_cast<rapidjson::SizeType>(i)], memory_), memory_);
                 } else {
                     const std::string name = std::string(kind.data) + " " + std::to_string(i + 1) + " of " + guid;
-                    SetMember(element, kind.guid, MakeText(NewGuid(), memory_), memory_);
-                    SetMember(element, kind.data, MakeText(ToBase64(name), memory_), memory_);
-                    SetMember(element, std::string(kind.data) + "Len", Json(static_cast<int>(name.size())), memory_);
+                    Fields(element, memory_)
+                        .Text(kind.guid, NewGuid())
+                        .Text(kind.data, ToBase64(name))
+                        .Number(std::string(kind.data) + "Len", static_cast<std::int64_t>(name.size()));
                 }
                 list.PushBack(element, memory_);
             }
@@ -100,17 +153,16 @@ Json Register::Need(std::string_view guid)
     return handling_.Need(*handling_.description.FindCollection(kPersons), guid);
 }
 
-std::vector<std::string> Register::Holders(const std::string& field, Test test, std::string_view value,
-                                           std::string_view apartFrom)
+std::string Register::Owner(std::string_view kind, std::string_view value)
 {
-    Selection same{kPersons};
-    const std::string compared =
-        test == Test::kHasElement ? "[" + PrintJson(MakeText(value, memory_)) + "]" : std::string(value);
-    const std::size_t bracket = field.find('[');
-    same.conditions.push_back({field.substr(0, bracket), test, StoreValue(compared),
-                               bracket == std::string::npos ? "" : field.substr(bracket + 1)});
+    const Json found = handling_.Load(kOwners, OwnerKey(kind, value));
+    return std::string(AsText(Member(found, "guid")));
+}
+
+std::vector<std::string> Register::Holders(const std::string& field, std::string_view text, std::string_view apartFrom)
+{
     std::vector<std::string> keys;
-    handling_.store.Select(same, [&](const std::string& key, const std::string&) {
+    handling_.store.Select({kPersons, {HoldsText(field, text)}}, [&](const std::string& key, const std::string&) {
         if (key != apartFrom) {
             keys.push_back(key);
         }
@@ -120,9 +172,10 @@ std::vector<std::string> Register::Holders(const std::string& field, Test test, 
 
 void Register::Check(const std::string& guid, const Json& sections)
 {
-    const auto refuseIfHeld = [&](const std::string& field, Test test, std::string_view value) {
-        if (!value.empty() && !Holders(field, test, value, guid).empty()) {
-            throw Refusal(Reason::kDuplicate, field + " \"" + std::string(value) + "\"");
+    const auto refuseIfOwned = [&](std::string_view kind, const char* what, std::string_view value) {
+        const std::string owner = value.empty() ? std::string() : Owner(kind, value);
+        if (!owner.empty() && owner != guid) {
+            throw Refusal(Reason::kDuplicate, std::string(what) + " \"" + std::string(value) + "\"");
         }
     };
     if (const Json* basic = Member(sections, "basic")) {
@@ -132,31 +185,46 @@ void Register::Check(const std::string& guid, const Json& sections)
         if (const std::string_view unit = AsText(Member(*basic, "orgGuid")); !unit.empty()) {
             NeedOrganisation(unit);
         }
-        refuseIfHeld("personnelNo", Test::kEquals, AsText(Member(*basic, "personNo")));
-    }
-    refuseIfHeld("accesscontrol.personPassword", Test::kEquals,
-                 AsText(AtPath(sections, "accesscontrol.personPassword")));
-    std::set<std::string_view> own;
-    for (const Json& card : Elements(Member(sections, "cardList"))) {
-        const std::string_view number = AsText(Member(card, "cardNo"));
-        if (number.empty()) {
-            throw Refusal(Reason::kMissingField, "cardNo");
-        }
-        if (!own.insert(number).second) {
-            throw Refusal(Reason::kDuplicate, "cardNo \"" + std::string(number) + "\"");
-        }
-        refuseIfHeld("cards", Test::kHasElement, number);
+        refuseIfOwned(kNumber, kNumber, AsText(Member(*basic, kNumber)));
     }
     for (const CredentialKind& kind : kCredentials) {
-        if (Elements(Member(sections, kind.list)).Size() > kind.most) {
+        const auto list = Elements(Member(sections, kind.list));
+        if (list.Size() > kind.most) {
             throw Refusal(Reason::kOutOfRange,
                           "more than " + std::to_string(kind.most) + " in " + std::string(kind.list));
         }
+        std::set<std::string_view> seen;
+        for (const Json& each : list) {
+            const std::string_view own = kind.own == nullptr ? std::string_view() : AsText(Member(each, kind.own));
+            if (own.empty() && kind.guid == nullptr) {
+                throw Refusal(Reason::kMissingField, kind.own);
+            }
+            if (!own.empty() && !seen.insert(own).second) {
+                throw Refusal(Reason::kDuplicate, std::string(kind.own) + " \"" + std::string(own) + "\"");
+            }
+            refuseIfOwned(kind.list, kind.own, own);
+        }
     }
+    if (const Json* values = Member(sections, "privateDataList")) {
+        CheckProperties(*values);
+    }
+}
+
+void Register::CheckProperties(const Json& values)
+{
+    handling_.Each({"privateProperties"}, [&](const std::string& guid, Json& property) {
+        const auto list = Elements(&values);
+        if (AsBool(Member(property, "required")) && std::none_of(list.begin(), list.end(), [&](const Json& each) {
+                return AsText(Member(each, "propertyGuid")) == guid && !AsText(Member(each, "value")).empty();
+            })) {
+            throw Refusal(Reason::kMissingField, AsText(Member(property, "name")));
+        }
+    });
 }
 
 void Register::Save(const std::string& guid, Json& person)
 {
+    ForgetOwned(guid);
     Json& basic = *Member(person, "basic");
     const std::string now = IsoTime(handling_.nowMs);
     if (AsText(Member(basic, "createTime")).empty()) {
@@ -183,6 +251,16 @@ void Register::Save(const std::string& guid, Json& person)
         SetMember(person, kind.count, Json(list.Size()), memory_);
     }
     handling_.Save(kPersons, guid, person);
+    for (const std::string& key : Owned(person)) {
+        handling_.Save(kOwners, key, Fields(memory_).Text("guid", guid).Take());
+    }
+}
+
+void Register::ForgetOwned(const std::string& guid)
+{
+    for (const std::string& key : Owned(handling_.Load(kPersons, guid))) {
+        handling_.store.Erase(kOwners, key);
+    }
 }
 
 std::string Register::Add(const Json& info)
@@ -201,6 +279,9 @@ std::string Register::Add(const Json& info)
     }
     if (AsText(Member(basic, "orgGuid")).empty()) {
         SetMember(basic, "orgGuid", MakeText(kRoot, memory_), memory_);
+    }
+    if (Member(person, "privateDataList") == nullptr) {
+        CheckProperties(Json(rapidjson::kArrayType));
     }
     Check(guid, person);
     if (AsText(Member(basic, "personNo")).empty()) {
@@ -235,6 +316,7 @@ void Register::Change(const std::string& guid, const Json& sections)
 void Register::Erase(const std::string& guid)
 {
     Need(guid);
+    ForgetOwned(guid);
     handling_.store.Erase(kPersons, guid);
 }
 
@@ -251,8 +333,13 @@ Json Register::Info(const Json& person, const Json* wanted)
     }
     if (Json* basic = Member(info, "basic")) {
         const Json unit = handling_.Load(kOrganisations, AsText(Member(*basic, "orgGuid")));
-        SetMember(*basic, "orgName", MakeText(AsText(unit.IsObject() ? Member(unit, "name") : nullptr), memory_),
-                  memory_);
+        Fields(*basic, memory_).Text("orgName", AsText(Member(unit, "name")));
+    }
+    if (Json* values = Member(info, "privateDataList")) {
+        for (Json& value : values->GetArray()) {
+            const Json property = handling_.Load("privateProperties", AsText(Member(value, "propertyGuid")));
+            Fields(value, memory_).Same("name", property);
+        }
     }
     return info;
 }
@@ -261,11 +348,12 @@ Json Register::Rule()
 {
     Json rule = handling_.Load(kState, "rule");
     if (!rule.IsObject()) {
-        rule.SetObject();
-        SetMember(rule, "prefix", MakeText("", memory_), memory_);
-        SetMember(rule, "length", Json(8), memory_);
-        SetMember(rule, "random", Json(false), memory_);
-        SetMember(rule, "ruleInited", Json(false), memory_);
+        rule = Fields(memory_)
+                   .Text("prefix", "")
+                   .Number("length", 8)
+                   .Flag("random", false)
+                   .Flag("ruleInited", false)
+                   .Take();
     }
     return rule;
 }
@@ -282,15 +370,14 @@ std::string Register::NextNumber()
     }
     thread_local std::mt19937_64 generator{std::random_device()()};
     const Json kept = handling_.Load(kState, "number");
-    auto last = static_cast<std::uint64_t>(AsInt(kept.IsObject() ? Member(kept, "last") : nullptr));
+    auto last = static_cast<std::uint64_t>(AsInt(Member(kept, "last")));
     for (int tries = 0; tries < 10000; ++tries) {
         last = AsBool(Member(rule, "random")) ? generator() % bound : last + 1;
         const std::string text = std::to_string(last % bound);
         const std::string number = prefix + std::string(digits - std::min(digits, text.size()), '0') + text;
-        if (Holders("personnelNo", Test::kEquals, number, "").empty()) {
-            Json state(rapidjson::kObjectType);
-            SetMember(state, "last", Json(AsBool(Member(rule, "random")) ? std::uint64_t{0} : last - 1), memory_);
-            handling_.Save(kState, "number", state);
+        if (Owner(kNumber, number).empty()) {
+            const std::uint64_t before = AsBool(Member(rule, "random")) ? 0 : last - 1;
+            handling_.Save(kState, "number", Fields(memory_).Number("last", static_cast<std::int64_t>(before)).Take());
             return number;
         }
     }
@@ -382,12 +469,13 @@ Json Register::Shown(const Json& organisation)
          above = handling_.Load(kOrganisations, AsText(Member(above, "parOrgGuid")))) {
         path = std::string(AsText(Member(above, "name"))) + "/" + path;
     }
-    SetMember(shown, "fullPath", MakeText(path, memory_), memory_);
     const auto count = [&](const char* collection, const char* field) {
-        return Json(handling_.store.Count({collection, {{field, Test::kEquals, StoreValue(guid)}}}));
+        return handling_.store.Count({collection, {HoldsText(field, guid)}});
     };
-    SetMember(shown, "personNum", count(kPersons, "orgGuid"), memory_);
-    SetMember(shown, "childNum", count(kOrganisations, "parOrgGuid"), memory_);
+    Fields(shown, memory_)
+        .Text("fullPath", path)
+        .Number("personNum", count(kPersons, "orgGuid"))
+        .Number("childNum", count(kOrganisations, "parOrgGuid"));
     return shown;
 }
 
@@ -395,7 +483,7 @@ std::vector<std::string> Register::Subtree(std::string_view guid)
 {
     std::vector<std::string> guids;
     const auto below = [&](const std::string& parent) {
-        handling_.store.Select({kOrganisations, {{"parOrgGuid", Test::kEquals, StoreValue(parent)}}, "orderNo"},
+        handling_.store.Select({kOrganisations, {HoldsText("parOrgGuid", parent)}, "orderNo"},
                                [&](const std::string& key, const std::string&) { guids.push_back(key); });
     };
     if (guid.empty()) {

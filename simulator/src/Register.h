@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "src/Clock.h"
 #include "src/Engine.h"
+#include "src/Fields.h"
 
 namespace nexwire::simulator {
 
@@ -34,9 +36,12 @@ public:
 
     /// Persons that a condition fits; `orgGuid` from the path replaces its own.
     Selection Matching(const Json& condition, std::string_view orgGuid);
-    /// Keys of the persons with a value, apart from one.
-    std::vector<std::string> Holders(const std::string& field, Test test, std::string_view value,
-                                     std::string_view apartFrom);
+    /// Who has what only one person can have; empty: nobody.
+    /// @param kind  "personNo", "cardList" with a card's number, "fingerprintList" with a template, "faceList" with a
+    /// GUID.
+    std::string Owner(std::string_view kind, std::string_view value);
+    /// Keys of the persons with a text (see `HoldsText`), apart from one.
+    std::vector<std::string> Holders(const std::string& field, std::string_view text, std::string_view apartFrom = {});
 
     Json NeedOrganisation(std::string_view guid);
     /// What a caller sees of an organisation.
@@ -46,11 +51,17 @@ public:
 
 private:
     void Check(const std::string& guid, const Json& sections);
-    Json Fresh(const Json& person);
+    /// Refuses values that lack a property which every person needs.
+    void CheckProperties(const Json& values);
+    void ForgetOwned(const std::string& guid);
 
     Handling& handling_;
     Allocator& memory_;
 };
+
+/// Works through a list of the body. `each` adds to an element's result; what it refuses becomes the result's code.
+void ForEach(Handling& handling, std::string_view list, Json& answer, std::string_view member,
+             const std::function<void(const Json& element, Json& result)>& each);
 
 /// A list of credentials inside a person's document, made when it is missing.
 Json& SectionList(Json& person, std::string_view key, Allocator& memory);

@@ -226,6 +226,7 @@ void Remove(Handling& handling)
             throw Refusal(Reason::kInUse, "\"" + key + "\"");
         }
         handling.store.Erase(collection.name, key);
+        Touch(handling, key);
         return document;
     };
     const bool one = handling.body == nullptr || handling.endpoint.endsWithIdentifier ||

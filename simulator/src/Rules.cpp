@@ -230,23 +230,23 @@ void CheckUnique(Handling& handling, std::string_view key, const Json& document)
     }
 }
 
+Condition HoldsText(const std::string& field, std::string_view text)
+{
+    const std::size_t list = field.find("[]");
+    if (list == std::string::npos) {
+        return {field, Test::kEquals, StoreValue(std::string(text))};
+    }
+    Document texts(rapidjson::kArrayType);
+    texts.PushBack(MakeText(text, texts.GetAllocator()), texts.GetAllocator());
+    return {field.substr(0, list), Test::kHasElement, StoreValue(PrintJson(texts)),
+            field.substr(std::min(list + 3, field.size()))};
+}
+
 bool Used(Handling& handling, const std::string& key)
 {
     const auto& uses = handling.action->collection->uses;
     return std::any_of(uses.begin(), uses.end(), [&](const UseRule& use) {
-        if (use.field.find("List") == std::string::npos) {
-            return handling.store.Count({use.collection, {{use.field, Test::kEquals, StoreValue(key)}}}) > 0;
-        }
-        bool used = false;
-        handling.Each({use.collection}, [&](const std::string&, Json& document) {
-            Walk(document, use.field, {}, [&](const Json* value, const std::string&) {
-                const auto elements = Elements(value);
-                used = used || AsText(value) == key ||
-                       std::any_of(elements.begin(), elements.end(),
-                                   [&](const Json& each) { return AsText(&each) == key; });
-            });
-        });
-        return used;
+        return handling.store.Count({use.collection, {HoldsText(use.field, key)}}) > 0;
     });
 }
 
@@ -279,7 +279,7 @@ void Touch(Handling& handling, const std::string& key)
 {
     Json touched(rapidjson::kArrayType);
     for (const TouchRule& rule : handling.action->touches) {
-        Selection selection{rule.where.collection, {{rule.where.field, Test::kEquals, StoreValue(key)}}};
+        Selection selection{rule.where.collection, {HoldsText(rule.where.field, key)}};
         if (rule.has != nullptr) {
             for (const auto& member : rule.has->GetObject()) {
                 selection.conditions.push_back(

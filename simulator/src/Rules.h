@@ -17,6 +17,10 @@ constexpr const char* kDevices = "devices";
 /// A value as conditions compare it; nothing for objects and lists.
 std::optional<StoreValue> ToStoreValue(const Json& value);
 
+/// The condition that a document holds a text: "a.b" a member that is the text, "a[]" a list of texts, "a[].b" a list
+/// whose elements have such a member.
+Condition HoldsText(const std::string& field, std::string_view text);
+
 /// Refuses a body that lacks what its entry needs or refers to what is not there.
 void CheckBody(Handling& handling);
 /// The same for one element, by the rules of its collection.

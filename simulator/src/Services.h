@@ -30,8 +30,10 @@ void AddJobs(Services& services, double timeScale);
 /// Bytes that come and go: "files".
 void AddFiles(Services& services);
 
-/// The bytes of a file that was uploaded whole under that plan and identifier; false when there is none.
-bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes);
+/// The bytes of a file that was uploaded under that plan and identifier; false when there is none.
+/// @param closed  only one that was uploaded to its end; false for uploads that do not tell their end.
+bool ReadFile(Handling& handling, const std::string& plan, std::string_view upload, std::string& bytes,
+              bool closed = true);
 
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.
@@ -50,8 +52,15 @@ void AddPersonJobs(Services& services, double timeScale);
 /// Groups whose elements follow the resources of the platform.
 void AddGroups(Services& services);
 
-/// What the platform has been asked to do.
+/// What the platform has been asked to do: a table of its own, so that a page of a hundred thousand entries is there at
+/// once.
 void AddLog(Services& services);
+/// Makes the table where there is none.
+void PrepareLog(Store& store);
+/// Writes what a request asked for and what came of it; what only reads is not worth an entry.
+void NoteInLog(Store::Transaction& store, const Outcome& outcome);
+/// Writes that somebody signed in or locked the screen, or tried to.
+void NoteSignIn(Handling& handling, std::string_view user, bool passed, const std::string& content);
 
 /// Nodes and links that a refresh finds. @param timeScale  as with `AddDownloads`.
 void AddTopology(Services& services, double timeScale);

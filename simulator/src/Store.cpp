@@ -48,6 +48,12 @@ std::string Holds(const Condition& condition)
     case Test::kHasElement:
         break;
     }
+    const std::size_t inner = condition.element.rfind("[]");
+    if (inner != std::string::npos) {
+        return "EXISTS(SELECT 1 FROM json_each(coalesce(" + field + ",'[]')) AS e, json_each(coalesce(" +
+               Extract("e.value", condition.element.substr(0, inner)) +
+               ",'[]')) AS i WHERE i.value IN (SELECT value FROM json_each(?)))";
+    }
     const std::string part = condition.element.empty() ? "e.value" : Extract("e.value", condition.element);
     return "EXISTS(SELECT 1 FROM json_each(coalesce(" + field + ",'[]')) AS e WHERE " + part +
            " IN (SELECT value FROM json_each(?)))";

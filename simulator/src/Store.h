@@ -32,7 +32,8 @@ struct Condition {
     std::string field; ///< Member of the document, dots lead into nested objects.
     Test test = Test::kEquals;
     StoreValue value;      ///< For `kOneOf` and `kHasElement` the text of a JSON list.
-    std::string element{}; ///< For `kHasElement`: the member of the list's elements to compare; empty for plain texts.
+    std::string element{}; ///< For `kHasElement`: the member of the list's elements to compare; empty for plain texts,
+                           ///< "list[]" for the texts of a list in each of them.
 };
 
 using StoreRow = std::vector<StoreValue>; ///< NULL is 0.

@@ -211,6 +211,9 @@ void Check(Handling& handling, Desk& desk)
     }
     change.Number("_failures", failures).Number("_bannedUntil", until);
     desk.Save(user);
+    NoteSignIn(handling, AsText(Member(user, "userName")), passed,
+               std::string(AsText(Member(body, "password")).empty() ? "safety answers" : "password") +
+                   (passed ? " accepted" : " refused"));
     handling.data = Fields(desk.Memory())
                         .Value("checkAnswerResult",
                                Fields(desk.Memory())
@@ -325,11 +328,16 @@ void Lock(Handling& handling, Desk& desk)
     }
     const std::int64_t operation = AsInt(Member(body, "operateType"));
     const std::int64_t failures = AsInt(Member(session, "failures"));
+    const auto note = [&](bool passed, const char* what) {
+        NoteSignIn(handling, AsText(Member(user, "userName")), passed, what);
+    };
     if (operation == kLock) {
         change.Flag("isLocked", true);
+        note(true, "screen locked");
     } else if (operation == kUnlock && failures < kMostFailures) {
         const bool right = desk.HasPassword(user, Member(body, "password"));
         change.Flag("isLocked", !right).Number("failures", right ? 0 : failures + 1);
+        note(right, right ? "screen unlocked" : "screen stays locked");
     }
     desk.SaveSession(session);
     handling.data = Fields(desk.Memory()).Value("userResponseInfo", desk.UserResponse(user, session)).Take();

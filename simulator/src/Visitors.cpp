@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "src/Register.h"
+#include "src/Rules.h"
 #include "src/Services.h"
 
 namespace nexwire::simulator {
@@ -17,25 +18,11 @@ constexpr double kSendMs = 1000.0;
 enum State : std::int64_t { kWaiting = 0, kArrived = 1, kLeft = 2, kExpired = 3 };
 enum Download : std::int64_t { kNothing = 0, kQueued = 1, kSending = 2, kSent = 3, kFailed = 4 };
 
-void Put(Handling& handling, Json& object, const char* key, std::string_view text)
-{
-    SetMember(object, key, MakeText(text, handling.Memory()), handling.Memory());
-}
-
-void Put(Handling& handling, Json& object, const char* key, std::int64_t number)
-{
-    SetMember(object, key, Json(number), handling.Memory());
-}
-
 Json Settings(Handling& handling)
 {
     Json settings = handling.Load(kSettings, "basic");
-    if (!settings.IsObject() && handling.endpoint.result != nullptr) {
-        settings = handling.Fill(*handling.description.FindCollection(kSettings)->defaults);
-    } else if (!settings.IsObject()) {
-        settings.SetObject();
-    }
-    return settings;
+    return settings.IsObject() ? std::move(settings)
+                               : handling.Fill(*handling.description.FindCollection(kSettings)->defaults);
 }
 
 /// Devices that the groups of an appointment lead to.
@@ -44,7 +31,7 @@ std::vector<std::string> DevicesOf(Handling& handling, const Json& appointment)
     std::vector<std::string> devices;
     for (const Json& group : Elements(Member(appointment, "accessGroupGuidList"))) {
         const Json found = handling.Load(kGroups, AsText(&group));
-        for (const Json& point : Elements(found.IsObject() ? Member(found, "accessPointList") : nullptr)) {
+        for (const Json& point : Elements(Member(found, "accessPointList"))) {
             const std::string device(AsText(Member(point, "deviceGuid")));
             if (std::find(devices.begin(), devices.end(), device) == devices.end()) {
                 devices.push_back(device);
@@ -52,12 +39,6 @@ std::vector<std::string> DevicesOf(Handling& handling, const Json& appointment)
         }
     }
     return devices;
-}
-
-bool IsOffline(Handling& handling, const std::string& device)
-{
-    const Json found = handling.Load("devices", device);
-    return !found.IsObject() || AsBool(Member(found, "_offline"));
 }
 
 // Time passes: permissions reach devices, appointments expire.
@@ -71,16 +52,18 @@ void Settle(Handling& handling, double timeScale)
         std::int64_t next = download;
         if (download == kQueued || download == kSending) {
             const auto devices = DevicesOf(handling, appointment);
-            const bool failed = std::any_of(devices.begin(), devices.end(),
-                                            [&](const std::string& device) { return IsOffline(handling, device); });
+            const bool failed = std::any_of(devices.begin(), devices.end(), [&](const std::string& device) {
+                return OutOfReach(handling, device) != Reason::kNone;
+            });
             next = passed < sendMs / 2 ? download : passed < sendMs ? kSending : failed ? kFailed : kSent;
         }
         const bool expired = AsInt(Member(appointment, "appointmentState")) == kWaiting &&
                              AsText(Member(appointment, "visitEndTime")) < now;
         if (next != download || expired) {
-            Put(handling, appointment, "downloadState", next);
+            Fields fields(appointment, handling.Memory());
+            fields.Number("downloadState", next);
             if (expired) {
-                Put(handling, appointment, "appointmentState", kExpired);
+                fields.Number("appointmentState", kExpired);
             }
             handling.Save(kAppointments, guid, appointment);
         }
@@ -89,8 +72,9 @@ void Settle(Handling& handling, double timeScale)
 
 void StartDownload(Handling& handling, Json& appointment)
 {
-    Put(handling, appointment, "downloadState", DevicesOf(handling, appointment).empty() ? kNothing : kQueued);
-    Put(handling, appointment, "_sentMs", handling.nowMs);
+    Fields(appointment, handling.Memory())
+        .Number("downloadState", DevicesOf(handling, appointment).empty() ? kNothing : kQueued)
+        .Number("_sentMs", handling.nowMs);
 }
 
 void Check(Handling& handling, const Json& appointment)
@@ -116,17 +100,15 @@ void AddAppointments(Handling& handling)
 {
     Allocator& memory = handling.Memory();
     const Json settings = Settings(handling);
-    Json results(rapidjson::kArrayType);
-    for (const Json& element : Elements(Member(*handling.body, "appointmentList"))) {
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "visitorName", AsText(AtPath(element, "visitor.visitorName")));
-        try {
+    ForEach(
+        handling, "appointmentList", handling.data, "addAppointmentResultList", [&](const Json& element, Json& result) {
+            Fields(result, memory).Text("visitorName", AsText(AtPath(element, "visitor.visitorName")));
             Check(handling, element);
             const std::string guid = NewGuid();
             Json appointment = Copy(element, memory);
             Json& visitor = *Member(appointment, "visitor");
             if (AsText(Member(visitor, "visitorGuid")).empty()) {
-                Put(handling, visitor, "visitorGuid", NewGuid());
+                Fields(visitor, memory).Text("visitorGuid", NewGuid());
             }
             if (Elements(Member(appointment, "accessGroupGuidList")).Empty()) {
                 if (const Json* groups = Member(settings, "defaultAccessGroupGuidList")) {
@@ -139,26 +121,18 @@ void AddAppointments(Handling& handling)
                 code += static_cast<char>('0' + (c >= 'A' ? c - 'A' + 10 : c - '0') % 10);
             }
             code.resize(static_cast<std::size_t>(AsInt(Member(settings, "codeLength"), 6)));
-            Put(handling, appointment, "appointmentGuid", guid);
-            Put(handling, appointment, "visitCode", code);
-            Put(handling, appointment, "appointmentState", kWaiting);
-            Put(handling, appointment, "downloadState", kNothing);
-            Put(handling, appointment, "createTime", IsoTime(handling.nowMs));
+            Fields(appointment, memory)
+                .Text("appointmentGuid", guid)
+                .Text("visitCode", code)
+                .Number("appointmentState", kWaiting)
+                .Number("downloadState", kNothing)
+                .Text("createTime", IsoTime(handling.nowMs));
             if (AsBool(Member(settings, "autoDownload"), true)) {
                 StartDownload(handling, appointment);
             }
             handling.Save(kAppointments, guid, appointment);
-            Put(handling, result, "appointmentGuid", guid);
-            Put(handling, result, "visitorGuid", AsText(Member(visitor, "visitorGuid")));
-            Put(handling, result, "visitCode", code);
-            Put(handling, result, "resultCode", std::int64_t{0});
-        } catch (const Refusal& refusal) {
-            Put(handling, result, "resultCode", static_cast<std::int64_t>(refusal.Why()));
-            Put(handling, result, "resultMsg", refusal.what());
-        }
-        results.PushBack(result, memory);
-    }
-    SetMember(handling.data, "addAppointmentResultList", std::move(results), memory);
+            Fields(result, memory).Text("appointmentGuid", guid).Same("visitorGuid", visitor).Text("visitCode", code);
+        });
 }
 
 void Change(Handling& handling)
@@ -175,7 +149,8 @@ void Change(Handling& handling)
         throw Refusal(Reason::kOutOfRange, "a visit that has begun does not wait again");
     }
     if (before != after && (after == kArrived || after == kLeft)) {
-        Put(handling, appointment, after == kArrived ? "arriveTime" : "leaveTime", IsoTime(handling.nowMs));
+        Fields(appointment, handling.Memory())
+            .Text(after == kArrived ? "arriveTime" : "leaveTime", IsoTime(handling.nowMs));
     }
     handling.Save(kAppointments, guid, appointment);
 }
@@ -186,7 +161,7 @@ void Send(Handling& handling)
     for (const Json& each : Elements(Member(*handling.body, "appointmentGuidList"))) {
         Json appointment = handling.Need(*handling.description.FindCollection(kAppointments), AsText(&each));
         if (takesOff) {
-            Put(handling, appointment, "downloadState", kNothing);
+            Fields(appointment, handling.Memory()).Number("downloadState", kNothing);
         } else {
             StartDownload(handling, appointment);
         }
@@ -198,26 +173,28 @@ void Send(Handling& handling)
 
 Json Record(Handling& handling, const std::string& guid, const Json& appointment)
 {
-    Allocator& memory = handling.Memory();
-    Json record(rapidjson::kObjectType);
-    Put(handling, record, "recordGuid", guid);
-    for (const char* const key : {"appointmentGuid", "visitor", "receptionistGuid", "receptionistName", "downloadState",
-                                  "accessGroupGuidList"}) {
-        if (const Json* value = Member(appointment, key)) {
-            SetMember(record, key, Copy(*value, memory), memory);
-        }
-    }
     const auto first = [&](const char* key, const char* otherwise) {
         const std::string_view text = AsText(Member(appointment, key));
         return text.empty() ? AsText(Member(appointment, otherwise)) : text;
     };
-    Put(handling, record, "beginTime", first("arriveTime", "visitBeginTime"));
-    Put(handling, record, "endTime", first("leaveTime", "visitEndTime"));
     const std::int64_t state = AsInt(Member(appointment, "appointmentState"));
     const bool late = state == kArrived && AsText(Member(appointment, "visitEndTime")) < IsoTime(handling.nowMs);
     constexpr std::int64_t kOverdue = 3;
-    Put(handling, record, "visitState", late ? kOverdue : state == kArrived ? 1 : state == kLeft ? 2 : 0);
-    return record;
+    return Fields(handling.Memory())
+        .Text("recordGuid", guid)
+        .Same("appointmentGuid", appointment)
+        .Same("visitor", appointment)
+        .Same("receptionistGuid", appointment)
+        .Same("receptionistName", appointment)
+        .Same("downloadState", appointment)
+        .Same("accessGroupGuidList", appointment)
+        .Text("beginTime", first("arriveTime", "visitBeginTime"))
+        .Text("endTime", first("leaveTime", "visitEndTime"))
+        .Number("visitState", late                ? kOverdue
+                              : state == kArrived ? 1
+                              : state == kLeft    ? 2
+                                                  : 0)
+        .Take();
 }
 
 template <class Fits>
@@ -234,8 +211,9 @@ void Records(Handling& handling, const Fits& fits, std::int64_t offset, std::int
             ++total;
         }
     });
-    Put(handling, handling.data, "totalNum", total);
-    SetMember(handling.data, "queryVisitorRecordResultList", std::move(list), handling.Memory());
+    Fields(handling.data, handling.Memory())
+        .Number("totalNum", total)
+        .Value("queryVisitorRecordResultList", std::move(list));
 }
 
 void FindRecords(Handling& handling)
@@ -280,47 +258,24 @@ void ErrorsOfRecord(Handling& handling)
     for (const std::string& device : AsInt(Member(appointment, "downloadState")) == kFailed
                                          ? DevicesOf(handling, appointment)
                                          : std::vector<std::string>()) {
-        if (IsOffline(handling, device)) {
-            const Json found = handling.Load("devices", device);
-            Json error(rapidjson::kObjectType);
-            Put(handling, error, "deviceGuid", device);
-            Put(handling, error, "deviceName", AsText(found.IsObject() ? Member(found, "name") : nullptr));
-            Put(handling, error, "errorCode", static_cast<std::int64_t>(Reason::kDeviceOffline));
-            Put(handling, error, "errorMsg", ReasonText(Reason::kDeviceOffline));
-            Put(handling, error, "errorTime", IsoTime(AsInt(Member(appointment, "_sentMs"))));
-            errors.PushBack(error, memory);
+        if (const Reason reason = OutOfReach(handling, device); reason != Reason::kNone) {
+            errors.PushBack(Fields(memory)
+                                .Text("deviceGuid", device)
+                                .Text("deviceName", AsText(Member(handling.Load("devices", device), "name")))
+                                .Number("errorCode", static_cast<int>(reason))
+                                .Text("errorMsg", ReasonText(reason))
+                                .Text("errorTime", IsoTime(AsInt(Member(appointment, "_sentMs"))))
+                                .Take(),
+                            memory);
         }
     }
-    Json response(rapidjson::kObjectType);
-    Put(handling, response, "recordGuid", guid);
-    Put(handling, response, "visitorName", AsText(AtPath(appointment, "visitor.visitorName")));
-    SetMember(response, "errorRecordList", std::move(errors), memory);
-    SetMember(handling.data, "visitorErrorRecordResponse", std::move(response), memory);
-}
-
-/// Groups that an appointment names stay.
-void RemoveGroups(Handling& handling)
-{
-    Allocator& memory = handling.Memory();
-    Json results(rapidjson::kArrayType);
-    for (const Json& each : Elements(Member(*handling.body, "accessGroupGuidList"))) {
-        const std::string list = "[" + PrintJson(each) + "]";
-        const bool known = handling.store.Has(kGroups, AsText(&each));
-        const bool used =
-            handling.store.Count({kAppointments, {{"accessGroupGuidList", Test::kHasElement, StoreValue(list)}}}) > 0;
-        const Reason reason = !known ? Reason::kUnknownGuid : used ? Reason::kInUse : Reason::kNone;
-        if (reason == Reason::kNone) {
-            handling.store.Erase(kGroups, AsText(&each));
-        }
-        Json result(rapidjson::kObjectType);
-        Put(handling, result, "guid", AsText(&each));
-        Put(handling, result, "resultCode", static_cast<std::int64_t>(reason));
-        Put(handling, result, "resultMsg", ReasonText(reason));
-        results.PushBack(result, memory);
-    }
-    Json result(rapidjson::kObjectType);
-    SetMember(result, "accessGroupResultList", std::move(results), memory);
-    SetMember(handling.data, "deleteAccessPointGroupResult", std::move(result), memory);
+    SetMember(handling.data, "visitorErrorRecordResponse",
+              Fields(memory)
+                  .Text("recordGuid", guid)
+                  .Text("visitorName", AsText(AtPath(appointment, "visitor.visitorName")))
+                  .Value("errorRecordList", std::move(errors))
+                  .Take(),
+              memory);
 }
 
 } // namespace
@@ -334,7 +289,6 @@ void AddVisitors(Services& services, double timeScale)
     services["visitors.records"] = FindRecords;
     services["visitors.failedRecords"] = FailedRecords;
     services["visitors.errors"] = ErrorsOfRecord;
-    services["visitors.removeGroups"] = RemoveGroups;
 }
 
 } // namespace nexwire::simulator

@@ -40,6 +40,11 @@ TEST(Find, BracketsChooseAmongOverloads)
     EXPECT_THAT(Names(Find("getConfigRequest(SnapConfig)")), ElementsAre("cfginterface::getConfigRequest(SnapConfig)"));
     EXPECT_THAT(Names(Find("cfginterface::setConfigRequest( SnapConfig )")),
                 ElementsAre("cfginterface::setConfigRequest(SnapConfig)"));
+    // Arguments that are no structures by their names; all of them choose the overload that has no more.
+    EXPECT_THAT(Names(Find("CQueryElementInfoInternal(groupGuid)")),
+                ElementsAre("CQueryElementInfoInternal::request(Element, groupGuid, elementGuid)"));
+    EXPECT_THAT(Names(Find("CAddDevice(DeviceResultListData, DeviceAddReq)")),
+                ElementsAre("CAddDevice::request(DeviceResultListData, DeviceAddReq)"));
 }
 
 TEST(Find, EveryUniqueNameFindsItsFunctionAlone)
@@ -67,12 +72,16 @@ struct Case {
 TEST(Prepare, ChoosesByWhatIsGiven)
 {
     const Case cases[] = {
-        {"getAccessGroup", {{"groupGuid", "a"}}, nullptr, "CAccessGroupComm::getAccessGroup", ""},
-        {"getAccessGroup", {}, nullptr, nullptr, "not given: groupGuid"},
-        {"getAccessGroup", {{"groupGuid", "a"}, {"groupGuid", "b"}}, nullptr, nullptr, "'groupGuid' is given twice"},
-        {"getAccessGroup", {{"guid", "a"}}, nullptr, nullptr, "no argument 'guid'"},
-        {"getAccessGroup", {{"groupGuid", "a"}}, "{}", nullptr, "takes no body"},
-        {"getAccessGroup",
+        {"CAccessGroupComm::getAccessGroup", {{"groupGuid", "a"}}, nullptr, "CAccessGroupComm::getAccessGroup", ""},
+        {"CAccessGroupComm::getAccessGroup", {}, nullptr, nullptr, "not given: groupGuid"},
+        {"CAccessGroupComm::getAccessGroup",
+         {{"groupGuid", "a"}, {"groupGuid", "b"}},
+         nullptr,
+         nullptr,
+         "'groupGuid' is given twice"},
+        {"CAccessGroupComm::getAccessGroup", {{"guid", "a"}}, nullptr, nullptr, "no argument 'guid'"},
+        {"CAccessGroupComm::getAccessGroup", {{"groupGuid", "a"}}, "{}", nullptr, "takes no body"},
+        {"CAccessGroupComm::getAccessGroup",
          {{"groupGuid", "a"}, {"accessGroupQueryResponseData", "{}"}},
          nullptr,
          nullptr,

@@ -1,11 +1,14 @@
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <keel/Error.h>
+#include <keel/GuidUtil.h>
 #include <keel/Log.h>
 #include <rapidjson/document.h>
 
@@ -38,13 +41,30 @@ bool IsUnused(const Function& function, const Argument& argument)
     const FunctionDoc doc = DocOfFunction(function);
     const auto said = std::find_if(doc.parameters.begin(), doc.parameters.end(),
                                    [&](const auto& parameter) { return parameter.first == argument.name; });
-    return argument.name == "unused" ||
+    return argument.name.rfind("unused", 0) == 0 ||
            (said != doc.parameters.end() && said->second.find("plays no part") != std::string::npos);
 }
 
 bool IsWall(const Function& function)
 {
     return function.ClassName() == "CTWDeviceCommon";
+}
+
+/// The platform has one path with blanks in it, which a transport of HTTP cannot send.
+bool HasBlanks(const Function& function)
+{
+    return UniqueName(function) == "CCorvidCMSComm::request(CorvidSMSPort)";
+}
+
+/// Whether the answer is a device's own, which the devices of the local platform need not have; or that of a picture
+/// that nobody put there.
+bool IsAnsweredElsewhere(const Function& function)
+{
+    static const std::set<std::string> names = {
+        "ACDoorPlan::getDoorStatusInfo", "CCorvidCMSComm::request(SearchRecPicFileParam, CMSearchResult)",
+        "CEmapElementComm::getMapPicture", "CEmapRadarElementComm::getPointCloudStruct",
+        "CMarqueeComm::setGeneralCorvidKey"};
+    return function.ClassName() == "CInformationReleaseDeviceComm" || names.count(UniqueName(function)) != 0;
 }
 
 /// A device of the local platform.
@@ -63,7 +83,7 @@ std::string WithIdentifiers(const core::FieldTable& fields)
 }
 
 /// What a caller could give.
-void Fill(Call& call)
+void Fill(Call& call, const std::string& file)
 {
     const std::vector<Argument>& arguments = call.function().Arguments();
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -74,7 +94,11 @@ void Fill(Call& call)
         bool good = true;
         switch (arguments[i].type->shape) {
         case Shape::Text:
-            good = call.Set(i, arguments[i].name == "condition" ? "1" : kDevice, error);
+            good = call.Set(i,
+                            arguments[i].name == "condition" ? "1"
+                            : arguments[i].name == "file"    ? file
+                                                             : kDevice,
+                            error);
             break;
         case Shape::TextList:
             good = call.Set(i, "[\"" + std::string(kDevice) + "\"]", error);
@@ -117,11 +141,12 @@ TEST_F(Sweep, EveryFunctionSendsAWellFormedRequest)
         const RequestParams& request = trace.request;
         EXPECT_EQ('/', request.url[0]);
         EXPECT_EQ(std::string::npos, request.url.find("//")) << request.url;
-        EXPECT_EQ(std::string::npos, request.url.find(' ')) << request.url;
+        EXPECT_EQ(HasBlanks(function), request.url.find(' ') != std::string::npos) << request.url;
         EXPECT_THAT(request.method, testing::AllOf(testing::Ge(0), testing::Le(3)));
         EXPECT_GT(request.timeoutMs, 0);
         EXPECT_EQ(IsWall(function), trace.direct);
-        if (!request.body.empty() && request.params.count("Content-Type") == 0) {
+        // A text of the caller's own goes out as it is.
+        if (!request.body.empty() && request.body != "{body}" && request.params.count("Content-Type") == 0) {
             rapidjson::Document body;
             EXPECT_FALSE(body.Parse(request.body.c_str()).HasParseError()) << request.body;
         }
@@ -163,13 +188,16 @@ TEST_F(Sweep, TheLocalPlatformAnswersEveryFunction)
     ASSERT_TRUE(NexwireInit(params));
     CTWDeviceCommon::init("127.0.0.1", std::to_string(wall.Port()));
 
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() / ("nexwire-" + Keel::GuidUtil::CreateGuid() + ".csv");
+    std::ofstream(file) << "content\n";
     for (const Function& function : All()) {
-        if (IsSilent(function)) {
+        if (IsSilent(function) || HasBlanks(function)) {
             continue;
         }
         SCOPED_TRACE(function.Signature());
         Call call(function);
-        Fill(call);
+        Fill(call, file.string());
         Keel::Error::SetLastError({});
         const Outcome outcome = call.Run();
         rapidjson::Document result;
@@ -181,14 +209,14 @@ TEST_F(Sweep, TheLocalPlatformAnswersEveryFunction)
         const ExchangeRecord& exchange = LastExchange();
         EXPECT_TRUE(exchange.sent);
         EXPECT_TRUE(exchange.answered) << exchange.path << " " << Keel::Error::GetLastError().text;
-        // A caller's command has no answer that the device would know; elsewhere only a refusal of the platform may
-        // make a function false.
-        if (function.Name() != "ACDoorPlan::getDoorStatusInfo") {
+        // Only a refusal of the platform may make a function false.
+        if (!IsAnsweredElsewhere(function)) {
             EXPECT_TRUE(outcome.success || (exchange.parsed && exchange.number != 0))
                 << exchange.path << " " << Keel::Error::GetLastError().text;
         }
     }
     EXPECT_TRUE(NexwireUnInit());
+    std::filesystem::remove(file);
 }
 
 #if !defined(_WIN32)
@@ -223,8 +251,9 @@ std::map<std::string, int> ExportedMembers()
 
 TEST(Exports, EveryFunctionOfEveryClassIsCatalogued)
 {
-    /// Classes that hosts use but that are no requests, and what the catalogue itself uses.
-    const std::set<std::string> others = {"CConfigManagerProxy", "CIInterfaceManger", "core"};
+    /// Classes that hosts use but that are no requests, what the catalogue itself uses, and a private one.
+    const std::set<std::string> others = {"CConfigManagerProxy", "CIInterfaceManger", "core",
+                                          "CalculateComm::ParseRapidJson"};
     std::map<std::string, int> catalogued;
     for (const Function& function : All()) {
         ++catalogued[function.Name()];
@@ -232,7 +261,7 @@ TEST(Exports, EveryFunctionOfEveryClassIsCatalogued)
     const std::map<std::string, int> exported = ExportedMembers();
     EXPECT_GT(exported.size(), 100U);
     for (const auto& member : exported) {
-        if (others.count(member.first.substr(0, member.first.find("::"))) == 0) {
+        if (others.count(member.first) + others.count(member.first.substr(0, member.first.find("::"))) == 0) {
             EXPECT_EQ(member.second, catalogued[member.first]) << member.first << " has a line per overload";
         }
     }

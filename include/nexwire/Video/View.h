@@ -15,6 +15,7 @@ public:
     /// The views that a team shares.
     static bool getAllViewWithTeamNo(protocol::ViewResoponseListData& result, const std::string& teamNo);
     static bool getViewByGUID(protocol::ViewResoponse& result, const std::string& viewGuid);
+    /// Adds a view; the result has its identifier.
     static bool addView(protocol::ViewResultData& result, const protocol::ViewParam& view);
     /// Replaces a view.
     static bool modifyView(protocol::ViewResultData& result, const protocol::ViewParam& view,
@@ -23,11 +24,13 @@ public:
     static bool deleteView(protocol::ViewResultWithCodeListData& result, const protocol::RemoveView& views);
 };
 
+/// All groups of views.
 class NEXWIRE_API CGetAllViewGroupsComm {
 public:
     static bool request(protocol::ViewgroupListData& result);
 };
 
+/// Adds a group of views; the result has its identifier.
 class NEXWIRE_API CAddViewGroupComm {
 public:
     static bool request(protocol::ViewgroupAddRspData& result, const protocol::ViewgroupAdd& group);

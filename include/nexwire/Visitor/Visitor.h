@@ -10,6 +10,7 @@ namespace nexwire {
 // All functions of this file block until the answer is there and may be called from any thread. They return true when
 // the answer was a readable envelope, whatever its code; a result is untouched on false.
 
+/// Appointments of visitors.
 class NEXWIRE_API AppointmentComm {
 public:
     /// One result per appointment.
