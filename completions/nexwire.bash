@@ -29,7 +29,7 @@ _nexwire()
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
             return
             ;;
-        --server | --proxy | --header | --key-passphrase | --timeout | --port | --wall-port | --time-scale | --alarms)
+        --server | --proxy | --header | --key-passphrase | --timeout | --deadline | --retry | --port | --wall-port | --time-scale | --alarms)
             return
             ;;
     esac
@@ -44,7 +44,7 @@ _nexwire()
         case $command in
             list) options+=' --names --json' ;;
             describe) options+=' --arguments --json' ;;
-            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --header --timeout --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
+            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --header --timeout --deadline --retry --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
             platform) options+=' --port --wall-port --db --time-scale --alarms --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;
@@ -57,7 +57,7 @@ _nexwire()
     [[ $command == call || $command == describe ]] || return 0
     for ((i++; i < cword; i++)); do
         case ${words[i]} in
-            --body | --ca | --cert | --key | --key-passphrase | --db | --record | --replay | --server | --proxy | --header | --timeout | --color) ((i++)) ;;
+            --body | --ca | --cert | --key | --key-passphrase | --db | --record | --replay | --server | --proxy | --header | --timeout | --deadline | --retry | --color) ((i++)) ;;
             -*) ;;
             *)
                 function=${words[i]}

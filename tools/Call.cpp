@@ -2,6 +2,7 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include <keel/Error.h>
@@ -13,9 +14,11 @@
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
+#include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"
+#include "nexwire/host/RetryingExecutor.h"
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
@@ -51,45 +54,52 @@ std::string Marked(const char* mark, const std::string& text)
     return marked;
 }
 
-/// Gives every request a time-out of the user's choice, and shows what goes to and fro.
-class WatchingExecutor : public IRequestExecutor {
+/// Gives every request a time-out of the user's choice.
+class TimeoutExecutor : public IRequestExecutor {
 public:
-    WatchingExecutor(std::unique_ptr<IRequestExecutor> inner, std::int32_t timeoutMs, bool shows)
-        : inner_(std::move(inner)), timeoutMs_(timeoutMs), shows_(shows)
+    TimeoutExecutor(std::unique_ptr<IRequestExecutor> inner, std::int32_t timeoutMs)
+        : inner_(std::move(inner)), timeoutMs_(timeoutMs)
     {
     }
 
     bool Execute(RspInfos& response, const RequestParams& request, int flag) override
     {
         RequestParams changed = request;
-        if (timeoutMs_ > 0) {
-            changed.timeoutMs = timeoutMs_;
-        }
-        if (shows_) {
-            std::string text = "> " + VerbOf(request.method) + " " + Shown(request.url) + "\n";
-            for (const auto* const fields : {&request.headers, &request.params}) {
-                for (const auto& field : *fields) {
-                    text += "> " + ShownEntry(field.first, field.second) + "\n";
-                }
-            }
-            std::fputs((text + Marked("> ", request.body)).c_str(), stderr);
-        }
-        const bool answered = inner_->Execute(response, changed, flag);
-        if (shows_) {
-            std::string text;
-            for (const auto& field : response.headers) {
-                text += "< " + ShownEntry(field.first, field.second) + "\n";
-            }
-            text += Marked("< ", response.body);
-            std::fputs((text.empty() ? "< no answer\n" : text).c_str(), stderr);
-        }
-        return answered;
+        changed.timeoutMs = timeoutMs_;
+        return inner_->Execute(response, changed, flag);
     }
 
 private:
     std::unique_ptr<IRequestExecutor> inner_;
     std::int32_t timeoutMs_;
-    bool shows_;
+};
+
+/// Shows what goes to and fro.
+class WatchingExecutor : public IRequestExecutor {
+public:
+    explicit WatchingExecutor(std::unique_ptr<IRequestExecutor> inner) : inner_(std::move(inner)) {}
+
+    bool Execute(RspInfos& response, const RequestParams& request, int flag) override
+    {
+        std::string text = "> " + VerbOf(request.method) + " " + Shown(request.url) + "\n";
+        for (const auto* const fields : {&request.headers, &request.params}) {
+            for (const auto& field : *fields) {
+                text += "> " + ShownEntry(field.first, field.second) + "\n";
+            }
+        }
+        std::fputs((text + Marked("> ", request.body)).c_str(), stderr);
+        const bool answered = inner_->Execute(response, request, flag);
+        text.clear();
+        for (const auto& field : response.headers) {
+            text += "< " + ShownEntry(field.first, field.second) + "\n";
+        }
+        text += Marked("< ", response.body);
+        std::fputs((text.empty() ? "< no answer\n" : text).c_str(), stderr);
+        return answered;
+    }
+
+private:
+    std::unique_ptr<IRequestExecutor> inner_;
 };
 
 /// A command line that cannot be carried out; carries what to tell the user.
@@ -329,8 +339,17 @@ public:
             recording_ = recording.get();
             executor = std::move(recording);
         }
-        if (options.timeoutMs > 0 || options.verbose) {
-            executor = std::make_unique<WatchingExecutor>(std::move(executor), options.timeoutMs, options.verbose);
+        if (options.verbose) {
+            executor = std::make_unique<WatchingExecutor>(std::move(executor));
+        }
+        if (options.retries > 0) {
+            host::RetryOptions retry;
+            retry.attempts = options.retries + 1;
+            executor = std::make_unique<host::RetryingExecutor>(std::move(executor), retry);
+        }
+        executor = std::make_unique<host::ScopedExecutor>(std::move(executor));
+        if (options.timeoutMs > 0) {
+            executor = std::make_unique<TimeoutExecutor>(std::move(executor), options.timeoutMs);
         }
         NexwireInitParams params;
         params.executor = executor.get();
@@ -338,6 +357,7 @@ public:
             static_cast<void>(executor.release()); // The library's from here on.
             initialised_ = true;
         }
+        scope_.emplace("", options.deadlineMs);
     }
 
     ~Other()
@@ -411,7 +431,8 @@ private:
     {
         if (!options.headers.empty() || options.timeoutMs > 0 || options.insecure || !options.caFile.empty() ||
             !options.certificateFile.empty() || !options.keyFile.empty() || !options.proxy.empty() || options.verbose ||
-            !options.recordFile.empty() || !options.replayFile.empty()) {
+            !options.recordFile.empty() || !options.replayFile.empty() || options.retries > 0 ||
+            options.deadlineMs > 0) {
             throw UsageError{"video wall functions send for themselves; of the transport only --server can be chosen"};
         }
         std::string host = "127.0.0.1";
@@ -434,6 +455,7 @@ private:
 
     std::unique_ptr<simulator::Platform> platform_;
     std::unique_ptr<simulator::VideoWallService> wall_;
+    std::optional<host::CallScope> scope_; ///< Of everything that is asked, encryption and reading included.
     host::RecordingExecutor* recording_ = nullptr;
     bool initialised_ = false;
 };

@@ -50,6 +50,8 @@ struct CallOptions {
     bool verbose = false;             ///< The exchanges, too.
     std::vector<std::string> headers; ///< "name=value".
     std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
+    std::int32_t deadlineMs = 0;      ///< For all exchanges of the call together; 0 none.
+    std::int32_t retries = 0;         ///< How often at most a failed exchange is repeated.
     std::string caFile;
     std::string certificateFile;
     std::string keyFile;

@@ -144,6 +144,12 @@ private:
         call->add_option("--timeout", call_.timeoutMs, "Milliseconds for the exchange")
             ->type_name("MS")
             ->check(CLI::Range(1, 86400000));
+        call->add_option("--deadline", call_.deadlineMs, "Milliseconds for all exchanges of the call together")
+            ->type_name("MS")
+            ->check(CLI::Range(1, 86400000));
+        call->add_option("--retry", call_.retries, "Repeat what failed so often, where that can do no harm")
+            ->type_name("TIMES")
+            ->check(CLI::Range(0, 100));
         call->add_option("--ca", call_.caFile, "Certificate authorities to trust, PEM")
             ->type_name("FILE")
             ->check(CLI::ExistingFile);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <random>
 #include <utility>
 
@@ -43,11 +44,12 @@ struct FaultExecutor::State {
 
     bool Perform(RspInfos& response, const RequestParams& request, int flag)
     {
-        response = RspInfos();
+        response.headers.clear();
+        response.body.clear();
         const auto name = [&] { return Printable(request.url, kQuotedBytes) + ": "; };
         std::int32_t delayMs = 0;
         const FaultRule* const rule = Draw(request, delayMs);
-        RequestParams sent = request;
+        std::optional<RequestParams> hurried;
         if (delayMs > 0) {
             const bool late = request.timeoutMs > 0 && delayMs >= request.timeoutMs;
             const std::int32_t wait = late ? request.timeoutMs : delayMs;
@@ -57,7 +59,8 @@ struct FaultExecutor::State {
             if (late) {
                 return Fail(HostError::DeadlinePassed, name() + "delayed by rule beyond its time");
             }
-            sent.timeoutMs = request.timeoutMs > 0 ? request.timeoutMs - delayMs : request.timeoutMs;
+            hurried = request;
+            hurried->timeoutMs = request.timeoutMs > 0 ? request.timeoutMs - delayMs : request.timeoutMs;
         }
         if (rule != nullptr && rule->fault == FaultRule::Fault::Unsent) {
             return Fail(rule->error, name() + "not sent, by rule");
@@ -70,7 +73,7 @@ struct FaultExecutor::State {
         if (inner == nullptr) {
             return Fail(HostError::ConnectFailed, name() + "nothing stands behind the faults");
         }
-        const bool success = inner->Execute(response, sent, flag);
+        const bool success = inner->Execute(response, hurried ? *hurried : request, flag);
         if (success && rule != nullptr && rule->fault == FaultRule::Fault::Torn) {
             response.body.resize(response.body.size() / 2);
         } else if (rule != nullptr && rule->fault == FaultRule::Fault::Lost) {

@@ -36,15 +36,14 @@ bool IsIdentifier(const char* begin, const char* end)
     return digit && (!other || static_cast<std::size_t>(end - begin) > kLongestWord);
 }
 
-std::string Pattern(const std::string& path)
+void FoldInto(std::string& pattern, const std::string& path)
 {
-    std::string pattern;
-    pattern.reserve(path.size());
+    pattern.clear();
     const char* at = path.data();
     const char* const last = at + std::min(path.find('?'), path.size());
     while (at != last) {
         const char* const end = std::find(at, last, '/');
-        // The first one holds the platform's port as a service number: it is part of every path.
+        // The first segment is the same in every path, digits or not.
         if (at - path.data() > 1 && IsIdentifier(at, end)) {
             pattern += '*';
         } else {
@@ -56,7 +55,7 @@ std::string Pattern(const std::string& path)
         pattern += '/';
         at = end + 1;
     }
-    return pattern.size() > kLongestPattern ? pattern.substr(0, kLongestPattern) : pattern;
+    pattern.resize(std::min(pattern.size(), kLongestPattern));
 }
 
 /// As a label's value.
@@ -135,7 +134,9 @@ struct ObservingExecutor::State {
 
     void Count(const RequestParams& request, const ObservedCall& call)
     {
-        Key key(Pattern(request.url), request.method);
+        thread_local Key key; // Keeps its memory.
+        FoldInto(key.first, request.url);
+        key.second = request.method;
         const std::lock_guard<std::mutex> lock(mutex);
         auto found = calls.find(key);
         if (found == calls.end()) {
@@ -174,7 +175,8 @@ bool ObservingExecutor::Execute(RspInfos& response, const RequestParams& request
     call.request = &request;
     bool asked = false;
     try {
-        if (const CallScope* scope = CallScope::Current()) {
+        const CallScope* const scope = CallScope::Current();
+        if (scope != nullptr && (m_state->options.begin || m_state->options.end)) {
             call.scope = scope->Name();
         }
         tell(m_state->options.begin, call);

@@ -22,6 +22,7 @@ constexpr std::size_t kLongestRefusal = 4096; // What says that a session ended 
 struct TokenExecutor::State {
     std::unique_ptr<IRequestExecutor> inner;
     TokenOptions options;
+    std::string code; ///< As it stands in an envelope; empty for none.
     std::mutex mutex;
     std::condition_variable renewed;
     std::thread::id renewing; ///< The thread that gets a session; none at other times.
@@ -35,10 +36,7 @@ struct TokenExecutor::State {
             return options.endedStatus != 0 && error.category == kHttpStatusCategory &&
                    error.number == options.endedStatus;
         }
-        const std::string code =
-            '"' + std::to_string(options.endedCategory) + '-' + std::to_string(options.endedNumber) + '"';
-        if (options.endedNumber == 0 || response.body.size() > kLongestRefusal ||
-            response.body.find(code) == std::string::npos) {
+        if (code.empty() || response.body.size() > kLongestRefusal || response.body.find(code) == std::string::npos) {
             return false;
         }
         protocol::ReturnData envelope;
@@ -74,39 +72,48 @@ struct TokenExecutor::State {
         return generation != old;
     }
 
+    /// Gives the request the session that holds now.
+    std::uint64_t Mark(RequestParams& request)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (!session.empty()) {
+            request.headers[options.header] = session;
+        }
+        return generation;
+    }
+
+    bool IsRenewing()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return renewing == std::this_thread::get_id();
+    }
+
     bool Perform(RspInfos& response, const RequestParams& request, int flag)
     {
-        std::unique_lock<std::mutex> lock(mutex);
-        const bool own = request.headers.count(options.header) != 0 || renewing == std::this_thread::get_id();
-        std::uint64_t used = generation;
-        lock.unlock();
-        if (own && request.headers.count(options.header) != 0) {
+        if (request.headers.count(options.header) != 0) {
             return inner->Execute(response, request, flag);
         }
-        if (!own && used == 0 && !Renew(0)) {
-            response = RspInfos();
-            return Fail(HostError::RequestRefused,
-                        Printable(request.url, kQuotedBytes) + ": not sent: there is no session");
-        }
         RequestParams sent = request;
-        for (bool again = false;; again = true) {
-            lock.lock();
-            used = generation;
-            if (!session.empty()) {
-                sent.headers[options.header] = session;
+        std::uint64_t used = Mark(sent);
+        if (used == 0 && !IsRenewing()) {
+            if (!Renew(0)) {
+                response = RspInfos();
+                return Fail(HostError::RequestRefused,
+                            Printable(request.url, kQuotedBytes) + ": not sent: there is no session");
             }
-            lock.unlock();
-            const bool success = inner->Execute(response, sent, flag);
-            if (own || again || !Ended(success, response)) {
-                return success;
-            }
-            const Keel::Error::ErrorCode error = Keel::Error::GetLastError(); // `renew` may leave another.
-            const bool fresh = Renew(used);
-            if (!fresh) {
-                Keel::Error::SetLastError(error);
-                return success;
-            }
+            used = Mark(sent);
         }
+        const bool success = inner->Execute(response, sent, flag);
+        if (!Ended(success, response) || IsRenewing()) {
+            return success;
+        }
+        const Keel::Error::ErrorCode error = Keel::Error::GetLastError(); // `renew` may leave another.
+        if (!Renew(used)) {
+            Keel::Error::SetLastError(error);
+            return success;
+        }
+        Mark(sent);
+        return inner->Execute(response, sent, flag);
     }
 };
 
@@ -114,6 +121,9 @@ TokenExecutor::TokenExecutor(std::unique_ptr<IRequestExecutor> inner, const Toke
 {
     m_state->inner = std::move(inner);
     m_state->options = options;
+    if (options.endedNumber != 0) {
+        m_state->code = '"' + std::to_string(options.endedCategory) + '-' + std::to_string(options.endedNumber) + '"';
+    }
 }
 
 TokenExecutor::~TokenExecutor() = default;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <keel/Error.h>
@@ -16,8 +17,11 @@
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/ParseJSONUtil.h"
+#include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 #include "nexwire/host/HttpRequestExecutor.h"
+#include "nexwire/host/MakeExecutor.h"
+#include "nexwire/host/Pool.h"
 #include "simulator/Platform.h"
 
 #define SHOWN_ELSEWHERE                                                                                                \

@@ -158,20 +158,26 @@ TEST(CallScopes, CancellingAtAnyMomentLosesNoCall)
     HttpExecutorOptions options;
     options.baseAddress = server.Base();
     ScopedExecutor executor(std::make_unique<HttpRequestExecutor>(options));
+    std::vector<std::int64_t> late;
     for (int i = 0; i < 300; ++i) {
         CancelToken token;
+        Clock::time_point pulled;
         std::thread puller([&] {
             std::this_thread::sleep_for(std::chrono::microseconds(i * 7 % 900));
+            pulled = Clock::now();
             token.Cancel();
         });
         const CallScope scope({}, 5000, token);
         RspInfos response;
-        const Clock::time_point start = Clock::now();
         EXPECT_FALSE(executor.Execute(response, RequestParams("/silent", 0), 1));
+        const Clock::time_point returned = Clock::now();
         ExpectError(HostError::Aborted);
-        EXPECT_LT(MsSince(start), 1000);
         puller.join();
+        late.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(returned - pulled).count());
     }
+    std::sort(late.begin(), late.end());
+    EXPECT_LT(late[late.size() / 2], 10) << "ms; a busy machine may take longer now and then";
+    EXPECT_LT(late.back(), 2000);
 }
 
 // ---- Repetition ----

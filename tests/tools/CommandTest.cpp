@@ -85,6 +85,12 @@ TEST(CommandLine, AnswersWithTheRightCodeOnTheRightStream)
          2,
          "",
          "@env:"},
+        {{"call", "CGetWiegands", "--server", "http://127.0.0.1:1", "--retry", "2"}, 3, "", "(tried 3 times)"},
+        {{"call", "CGetWiegands", "--server", "http://127.0.0.1:1", "--retry", "90", "--deadline", "1000"},
+         3,
+         "",
+         "tried"},
+        {{"call", "getAllDevices", "account=a", "teamNo=", "syncCloud=0", "--retry", "2"}, 2, "", "only --server"},
         {{"call", "getAllDevices", "account=a", "teamNo=", "syncCloud=0", "--server", "http://127.0.0.1:1"},
          3,
          "",
@@ -217,7 +223,7 @@ TEST(Completion, OffersCommandsFunctionsAndArguments)
     EXPECT_THAT(Completions("nexwire describe CSetW"), ElementsAre("CSetWiegand::request"));
     EXPECT_THAT(Completions("nexwire call --dry-run modifyAccessGroupName ''"), ElementsAre("groupGuid=", "name="));
     EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --server http na"), ElementsAre("name="));
-    EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --re"), ElementsAre("--record", "--replay"));
+    EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --re"), ElementsAre("--retry", "--record", "--replay"));
 }
 
 } // namespace
