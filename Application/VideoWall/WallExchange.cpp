@@ -55,7 +55,7 @@ std::string UrlOf(const WallOperation& operation)
 }
 
 // Puts the keys into the request; false when one of them has no JSON form.
-bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const Operation& operation)
+bool SetBody(Vela::Net::CHttpClientRequest& request, const Keys& keys, const WallOperation& operation)
 {
     proto::CRapidJsonProto json;
     for (const Key& key : keys) {

@@ -178,8 +178,6 @@ public:
         options.timeScale = kPace;
         options.onExchange = [this](const simulator::Served& exchange) {
             // Polling would drown everything else.
-            if (exchange.path.find("/downloadProgress/") == std::string::npos &&
-                exchange.path.find("/topologies/progress") == std::string::npos) {
             const auto within = [&](const char* part) { return exchange.path.find(part) != std::string::npos; };
             if (!within("/downloadProgress/") && !within("/configurationFiles/") && !within("/progress") &&
                 !within("/visitorDownLoadFaildRecord")) {
