@@ -13,6 +13,7 @@ declare -rA PACKAGES=(
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
     [lint]="clang clang-format clang-tidy git shellcheck"
     [package]="abigail-tools dpkg-dev file gzip lintian xz-utils"
+    [ci]="ccache"
     [windows]="debootstrap dpkg-dev googletest make perl tcl"
     [windows-i686]="g++-mingw-w64-i686-posix"
     [windows-x86_64]="g++-mingw-w64-x86-64-posix"

@@ -29,7 +29,7 @@ struct Options {
     unsigned threads = 2;     ///< Worker threads, 1 to 64.
     /// How fast devices work: 1 is the pace of a real controller (0.4 s per person), 100 a hundred times that.
     double timeScale = 1.0;
-    double alarmsPerMinute = 0.0; ///< Alarms that happen by themselves, by the platform's clock.
+    double alarmsPerMinute = 0.0;                  ///< Alarms that happen by themselves, by the platform's clock.
     std::uint64_t bodyLimit = 64u * 1024u * 1024u; ///< Largest accepted request body in bytes.
     unsigned idleSeconds = 60;                     ///< A connection that is silent so long is closed.
     /// Called once per exchange on a worker thread, one call at a time. Must neither throw nor stop the platform.

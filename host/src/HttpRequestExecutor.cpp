@@ -18,9 +18,9 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
+#include "nexwire/host/CallScope.h"
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
-#include "nexwire/host/CallScope.h"
 
 namespace nexwire {
 namespace host {
