@@ -18,6 +18,7 @@
 #include "nexwire/Attendance/Record.h"
 #include "nexwire/Attendance/Shift.h"
 #include "nexwire/LastExchange.h"
+#include "tools/demo/ChapterBase.h"
 
 namespace nexwire {
 namespace demo {
@@ -58,24 +59,13 @@ std::string Records()
     return text + "001001,,tomorrow\n";
 }
 
-class Chapter {
+class Chapter : private ChapterBase {
 public:
-    explicit Chapter(Screen& screen) : screen_(screen) {}
+    explicit Chapter(Screen& screen) : ChapterBase(screen) {}
 
     bool Run() { return DefineShift() && Arrange() && Upload() && Calculate() && Print() && Export(); }
 
 private:
-    bool Done(bool success, const std::string& what)
-    {
-        if (success) {
-            screen_.Result(what);
-        } else {
-            const ExchangeRecord& exchange = LastExchange();
-            screen_.Wrong(what + " failed: " + (exchange.parsed ? exchange.message : Keel::Error::GetLastError().text));
-        }
-        return success;
-    }
-
     bool DefineShift()
     {
         screen_.Step("Define a shift: 09:00 to 18:00 with an hour of rest, Monday to Friday");
@@ -132,7 +122,7 @@ private:
         std::atomic<bool> over{false};
         std::thread watcher([&] {
             while (!over) {
-                screen_.Progress("upload", *progress);
+                screen_.Progress("upload", Load(*progress));
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
             }
         });
@@ -250,7 +240,6 @@ private:
                     std::to_string(page.statisticsCalcData.total) + " rows, " + std::to_string(size) + " bytes");
     }
 
-    Screen& screen_;
     std::string shiftID_;
 };
 

@@ -17,6 +17,7 @@
 #include "nexwire/DeviceManagement/EventImport.h"
 #include "nexwire/DeviceManagement/Resource.h"
 #include "nexwire/LastExchange.h"
+#include "tools/demo/ChapterBase.h"
 
 namespace nexwire {
 namespace demo {
@@ -36,16 +37,6 @@ void Pause()
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
 }
 
-/// A counter that another thread counts.
-int Load(const int& counter)
-{
-#if defined(__GNUC__)
-    return __atomic_load_n(&counter, __ATOMIC_RELAXED);
-#else
-    return *static_cast<const volatile int*>(&counter);
-#endif
-}
-
 /// Saved by a device while nobody listened; the last line is broken. Padded so that it takes several slices.
 std::string Events(const std::string& device)
 {
@@ -57,24 +48,13 @@ std::string Events(const std::string& device)
     return text + "motion,tomorrow\n";
 }
 
-class Chapter {
+class Chapter : private ChapterBase {
 public:
-    explicit Chapter(Screen& screen) : screen_(screen) {}
+    explicit Chapter(Screen& screen) : ChapterBase(screen) {}
 
     bool Run() { return AddCamera() && ListChannels() && Preset() && Arm() && Alarm() && Picture() && Upload(); }
 
 private:
-    bool Done(bool success, const std::string& what)
-    {
-        if (success) {
-            screen_.Result(what);
-        } else {
-            const ExchangeRecord& exchange = LastExchange();
-            screen_.Wrong(what + " failed: " + (exchange.parsed ? exchange.message : Keel::Error::GetLastError().text));
-        }
-        return success;
-    }
-
     bool AddCamera()
     {
         screen_.Step("Add a camera; user name and password travel encrypted, and the wrong ones first");
@@ -241,7 +221,6 @@ private:
                     std::to_string(job.successNum) + " events imported, " + std::to_string(job.failedNum) + " refused");
     }
 
-    Screen& screen_;
     std::string camera_;
     std::string channel_;
     std::string alarm_;

@@ -12,6 +12,7 @@
 #include "nexwire/Log/Log.h"
 #include "nexwire/Topology/Topology.h"
 #include "nexwire/Video/View.h"
+#include "tools/demo/ChapterBase.h"
 
 namespace nexwire {
 namespace demo {
@@ -20,24 +21,13 @@ namespace {
 constexpr const char* kUser = "security";
 constexpr const char* kPassword = "Nexwire-2026";
 
-class Chapter {
+class Chapter : private ChapterBase {
 public:
-    explicit Chapter(Screen& screen) : screen_(screen) {}
+    explicit Chapter(Screen& screen) : ChapterBase(screen) {}
 
     bool Run() { return SignIn() && ListUsers() && Refresh() && SaveView() && SearchLog(); }
 
 private:
-    bool Done(bool success, const std::string& what)
-    {
-        if (success) {
-            screen_.Result(what);
-        } else {
-            const ExchangeRecord& exchange = LastExchange();
-            screen_.Wrong(what + " failed: " + (exchange.parsed ? exchange.message : Keel::Error::GetLastError().text));
-        }
-        return success;
-    }
-
     bool SignIn()
     {
         screen_.Step("Have the password enciphered, and sign in as \"" + std::string(kUser) +
@@ -154,8 +144,6 @@ private:
         }
         return Done(page.total >= 3, std::to_string(page.total) + " entries");
     }
-
-    Screen& screen_;
 };
 
 } // namespace

@@ -18,6 +18,7 @@
 #include "nexwire/Personnel/PersonFile.h"
 #include "nexwire/Personnel/Synchronous.h"
 #include "nexwire/Visitor/Visitor.h"
+#include "tools/demo/ChapterBase.h"
 
 namespace nexwire {
 namespace demo {
@@ -43,24 +44,13 @@ std::string TaskOf(const std::string& answer)
     return document["data"]["taskGuid"].GetString();
 }
 
-class Chapter {
+class Chapter : private ChapterBase {
 public:
-    explicit Chapter(Screen& screen) : screen_(screen) {}
+    explicit Chapter(Screen& screen) : ChapterBase(screen) {}
 
     bool Run() { return Tree() && Import() && Collect() && PageOut() && Synchronise() && Visit() && Refusal(); }
 
 private:
-    bool Done(bool success, const std::string& what)
-    {
-        if (success) {
-            screen_.Result(what);
-        } else {
-            const ExchangeRecord& exchange = LastExchange();
-            screen_.Wrong(what + " failed: " + (exchange.parsed ? exchange.message : Keel::Error::GetLastError().text));
-        }
-        return success;
-    }
-
     /// Asks for progress until the task has come to its end.
     template <class Progress, class Ask>
     bool Follow(const std::string& label, Progress& progress, const Ask& ask)
@@ -271,7 +261,6 @@ private:
         return true;
     }
 
-    Screen& screen_;
     std::string crew_;
     std::string person_;
 };
