@@ -67,7 +67,7 @@ TEST_F(Answers, DataOfAnotherShapeIsNoData)
           R"("cameraList":[3,4],"resolutionCapList":[[],"x"]})"}) {
         SCOPED_TRACE(data);
         Answer(std::string(R"({"code":0,"data":)") + data + "}");
-        const bool elements = data[std::strlen(data) - 2] == ']' && data[0] == '{';
+        const bool elements = data[0] == '{' && data[std::strlen(data) - 2] == ']';
         std::vector<tagTWDeviceInfo> devices(2);
         std::vector<TWErrorInfoByGuid> failures(2);
         std::vector<tagTWWallPollingTaskInfo> tasks(2);
