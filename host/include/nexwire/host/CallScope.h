@@ -54,7 +54,7 @@ public:
     const CancelToken& Token() const { return m_token; }
     /// Names of the outer scopes and its own, "outer/inner".
     const std::string& Name() const { return m_name; }
-    bool HasDeadline() const { return m_deadline != Clock::time_point::max(); }
+    bool HasDeadline() const { return m_deadline != (Clock::time_point::max)(); }
     Clock::time_point Deadline() const { return m_deadline; }
     /// Whether its token or that of an outer scope was pulled.
     bool Cancelled() const;
@@ -67,7 +67,7 @@ private:
     friend class ScopedExecutor;
     CallScope* const m_outer;
     std::string m_name;
-    Clock::time_point m_deadline = Clock::time_point::max();
+    Clock::time_point m_deadline = (Clock::time_point::max)();
     CancelToken m_token;
     std::map<std::string, std::string> m_headers; ///< Those of the outer scopes included.
 };
