@@ -54,7 +54,7 @@ Function::Function(const HeaderRows& header, const FunctionRow& row)
     for (std::size_t i = 0; i < row.count; ++i) {
         const ParameterRow& parameter = row.arguments[i];
         const TypeOps& type =
-            parameter.plain != nullptr ? parameter.plain() : NamedType(parameter.structure, parameter.list);
+            parameter.plain != nullptr ? parameter.plain() : NamedType(parameter.structure, parameter.list, parameter.ops);
         arguments_.push_back({parameter.name, &type, parameter.output || type.shape == Shape::Counter});
     }
 }

@@ -11,7 +11,7 @@ namespace catalogue {
 std::unique_ptr<protocol::IInboundData> StructureInfo::makeInbound() const
 {
     return std::unique_ptr<protocol::IInboundData>(
-        static_cast<protocol::IInboundData*>(fields->ops.asStruct(core::Create(fields->ops))));
+        static_cast<protocol::IInboundData*>(core::StructOps::AsStruct(core::Create(fields->ops))));
 }
 
 const std::vector<StructureInfo>& Structures()

@@ -413,11 +413,11 @@ public:
     void destroy(void* value) const override { core::Destroy(fields()->ops, value); }
     bool read(void* value, const std::string& text) const override
     {
-        return ReadStructure(*fields()->ops.asStruct(value), *fields(), text);
+        return ReadStructure(*core::StructOps::AsStruct(value), *fields(), text);
     }
     std::string write(const void* value) const override
     {
-        return protocol::StructureToJSON(*fields()->ops.asStruct(const_cast<void*>(value)));
+        return protocol::StructureToJSON(*core::StructOps::AsStruct(const_cast<void*>(value)));
     }
     std::string name() const override { return structure_.name; }
     const core::FieldTable* fields() const override { return structure_.fields; }
@@ -428,20 +428,23 @@ private:
 
 class StructureListType : public TypeOps {
 public:
-    explicit StructureListType(const StructureInfo& structure) : TypeOps(Shape::StructureList), structure_(structure) {}
+    StructureListType(const StructureInfo& structure, const core::ListOps& ops)
+        : TypeOps(Shape::StructureList), structure_(structure), ops_(ops)
+    {
+    }
 
-    void* create() const override { return ops().createList(); }
-    void destroy(void* value) const override { ops().destroyList(value); }
+    void* create() const override { return ops_.Create(); }
+    void destroy(void* value) const override { ops_.Delete(value); }
     bool read(void* value, const std::string& text) const override
     {
         rapidjson::Document document;
         if (!Parse(document, text) || !document.IsArray()) {
             return false;
         }
-        ops().renew(value, document.Size());
+        void* const first = ops_.Renew(value, document.Size());
         std::size_t index = 0;
         for (const rapidjson::Value& element : document.GetArray()) {
-            if (!ReadStructure(*ops().at(value, index++), *fields(), TextOf(element))) {
+            if (!ReadStructure(*ops_.Element(first, index++), *fields(), TextOf(element))) {
                 return false;
             }
         }
@@ -450,8 +453,10 @@ public:
     std::string write(const void* value) const override
     {
         std::string json = "[";
-        for (std::size_t i = 0; i < ops().count(value); ++i) {
-            json += (i > 0 ? "," : "") + protocol::StructureToJSON(*ops().at(const_cast<void*>(value), i));
+        std::size_t count = 0;
+        void* const first = ops_.Look(value, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            json += (i > 0 ? "," : "") + protocol::StructureToJSON(*ops_.Element(first, i));
         }
         return json + "]";
     }
@@ -459,9 +464,8 @@ public:
     const core::FieldTable* fields() const override { return structure_.fields; }
 
 private:
-    const core::StructOps& ops() const { return structure_.fields->ops; }
-
     const StructureInfo& structure_;
+    const core::ListOps& ops_;
 };
 
 // ---- Plain records ----
@@ -667,11 +671,14 @@ private:
     const RecordTable& table_;
 };
 
-std::unique_ptr<TypeOps> MakeNamed(const std::string& name, bool list)
+std::unique_ptr<TypeOps> MakeNamed(const std::string& name, bool list, const core::ListOps* ops)
 {
     const StructureInfo* const structure = FindStructure(name);
     if (structure != nullptr) {
-        return list ? std::unique_ptr<TypeOps>(new StructureListType(*structure))
+        if (list && ops == nullptr) {
+            throw std::logic_error("a list of " + name + " needs what can be done with it");
+        }
+        return list ? std::unique_ptr<TypeOps>(new StructureListType(*structure, *ops))
                     : std::unique_ptr<TypeOps>(new StructureType(*structure));
     }
     const RecordTable* const record = FindRecord(name);
@@ -792,14 +799,14 @@ const RecordTable* FindRecord(const std::string& name)
     return nullptr;
 }
 
-const TypeOps& NamedType(const std::string& name, bool list)
+const TypeOps& NamedType(const std::string& name, bool list, const core::ListOps* ops)
 {
     static std::mutex mutex;
     static std::map<std::pair<std::string, bool>, std::unique_ptr<TypeOps>> types;
     const std::lock_guard<std::mutex> lock(mutex);
     std::unique_ptr<TypeOps>& type = types[{name, list}];
     if (!type) {
-        type = MakeNamed(name, list);
+        type = MakeNamed(name, list, ops);
     }
     return *type;
 }

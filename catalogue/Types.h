@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <keel/Error.h>
@@ -118,8 +119,20 @@ struct RecordTable;
 /// The plain record of that name, or null.
 const RecordTable* FindRecord(const std::string& name);
 
-/// The structure or record of that name, or a list of them.
-const TypeOps& NamedType(const std::string& name, bool list);
+/// What can be done with a list of structures; null for one of records.
+template <class List>
+constexpr const core::ListOps* ListOf()
+{
+    using Element = typename List::value_type;
+    if constexpr (std::is_base_of<protocol::IJSONStruct, Element>::value) {
+        return &core::kListOps<Element>;
+    } else {
+        return nullptr;
+    }
+}
+
+/// The structure or record of that name, or a list of them, which for structures needs its operations.
+const TypeOps& NamedType(const std::string& name, bool list, const core::ListOps* ops = nullptr);
 
 std::string WriteText(const std::string& value);
 

@@ -20,33 +20,67 @@ namespace core {
 
 enum class Kind : std::uint8_t { Text, Int, Int64, Real, Bool, Struct, TextList, IntList, StructList };
 
-/// What can be done with a structure and with a list of them, without naming its type. One object per structure, made
-/// where its table stands.
+/// What only code that knows a structure's type can do with one.
+enum class Work : std::uint8_t {
+    Construct, ///< Makes a new one in the memory `object`.
+    Move,      ///< Moves `other` into `object`; only for structures without a table.
+};
+
+/// And with a `std::vector` of them.
+enum class ListWork : std::uint8_t {
+    New,    ///< A new list.
+    Delete, ///< Deletes the list.
+    Swap,   ///< Exchanges the elements with the list `other`.
+    Renew,  ///< Replaces the elements by `count` new ones, and answers the first.
+    Look,   ///< Answers the first element, and where the last one ends to `other`, a `void*`.
+};
+
+/// What can be done with a structure without naming its type. One object per structure, made where its table stands. A
+/// structure stands where its base `IJSONStruct` stands.
 struct StructOps {
     const FieldTable* fields; ///< Null for a structure that has none: one of the host's own.
     const std::type_info* type;
     std::size_t size;
     bool inbound; ///< An `IInboundData`; otherwise an `IReturnData`.
-    /// Makes a new one where there is room for `size` bytes.
-    void (*construct)(void* memory);
-    /// Moves one structure into another of the same type.
-    void (*move)(protocol::IJSONStruct& to, protocol::IJSONStruct& from);
-    protocol::IJSONStruct* (*asStruct)(void* object);
-    void* (*createList)();
-    void (*destroyList)(void* list);
-    /// Replaces all elements by `count` new ones.
-    void (*renew)(void* list, std::size_t count);
-    std::size_t (*count)(const void* list);
-    protocol::IJSONStruct* (*at)(void* list, std::size_t index);
+    /// One function for all works: with one for each, those of a thousand structures would be a quarter of the library.
+    void (*work)(Work work, void* object, void* other);
+
+    void Construct(void* memory) const { work(Work::Construct, memory, nullptr); }
+    static protocol::IJSONStruct* AsStruct(void* object) { return static_cast<protocol::IJSONStruct*>(object); }
+    /// The element with that index behind the first one.
+    protocol::IJSONStruct* Element(void* first, std::size_t index) const
+    {
+        return AsStruct(static_cast<char*>(first) + index * size);
+    }
+};
+
+/// The same for a list; made where a list of the structure stands.
+struct ListOps : StructOps {
+    void* (*listWork)(ListWork work, void* list, void* other, std::size_t count);
+
+    void* Create() const { return listWork(ListWork::New, nullptr, nullptr, 0); }
+    void Delete(void* list) const { listWork(ListWork::Delete, list, nullptr, 0); }
+    void Swap(void* list, void* other) const { listWork(ListWork::Swap, list, other, 0); }
+    void* Renew(void* list, std::size_t count) const { return listWork(ListWork::Renew, list, nullptr, count); }
+    /// The first element.
+    void* Look(const void* list, std::size_t& count) const
+    {
+        void* end = nullptr;
+        void* const first = listWork(ListWork::Look, const_cast<void*>(list), &end, 0);
+        count = static_cast<std::size_t>(static_cast<char*>(end) - static_cast<char*>(first)) / size;
+        return first;
+    }
 };
 
 struct Field {
     const char* key;
-    const StructOps* ops; ///< Set for Struct and StructList.
+    const StructOps* ops; ///< Set for Struct, and for StructList, where it is a `ListOps`.
     std::uint32_t offset; ///< From the start of the structure.
     std::uint16_t size;
     std::uint8_t align;
     Kind kind;
+
+    const ListOps& List() const { return static_cast<const ListOps&>(*ops); } ///< Only of a StructList.
 };
 
 /// Most members a structure may have; one bit of "present" each.
@@ -63,35 +97,56 @@ struct FieldTable {
     const Field* end() const { return fields + count; }
 };
 
-template <class T>
-constexpr StructOps MakeOps(const FieldTable* fields)
-{
-    using List = std::vector<T>;
-    return {
-        fields,
-        &typeid(T),
-        sizeof(T),
-        std::is_base_of<protocol::IInboundData, T>::value,
-        [](void* memory) { new (memory) T; },
-        [](protocol::IJSONStruct& to, protocol::IJSONStruct& from) {
-            static_cast<T&>(to) = std::move(static_cast<T&>(from));
-        },
-        [](void* object) -> protocol::IJSONStruct* { return static_cast<T*>(object); },
-        []() -> void* { return new List; },
-        [](void* list) { delete static_cast<List*>(list); },
-        // Growing a list would need a copy of its code for moving elements in each structure's.
-        [](void* list, std::size_t count) { *static_cast<List*>(list) = List(count); },
-        [](const void* list) { return static_cast<const List*>(list)->size(); },
-        [](void* list, std::size_t index) -> protocol::IJSONStruct* { return &(*static_cast<List*>(list))[index]; },
-    };
-}
-
 template <class Owner>
 Owner DeclaresFields(const FieldTable& (Owner::*)() const);
 
 /// Whether a structure has a table of its own; those of a host, and what a host derives, have none.
 template <class T>
 constexpr bool kHasTable = std::is_same<decltype(DeclaresFields(&T::Fields)), T>::value;
+
+template <class T>
+void DoWork(Work work, void* object, [[maybe_unused]] void* other)
+{
+    if (work == Work::Construct) {
+        new (object) T;
+        return;
+    }
+    if constexpr (!kHasTable<T>) {
+        *static_cast<T*>(object) = std::move(*static_cast<T*>(other));
+    }
+}
+
+template <class T>
+constexpr StructOps MakeOps(const FieldTable* fields)
+{
+    return {fields, &typeid(T), sizeof(T), std::is_base_of<protocol::IInboundData, T>::value, &DoWork<T>};
+}
+
+template <class T>
+void* DoListWork(ListWork work, void* object, void* other, std::size_t count)
+{
+    using List = std::vector<T>;
+    if (work == ListWork::New) {
+        return new List;
+    }
+    List& list = *static_cast<List*>(object);
+    switch (work) {
+    case ListWork::Delete:
+        delete &list;
+        return nullptr;
+    case ListWork::Swap:
+        list.swap(*static_cast<List*>(other));
+        break;
+    case ListWork::Renew:
+        // Growing a list would need a copy of its code for moving elements in each structure's.
+        List(count).swap(list);
+        break;
+    default:
+        *static_cast<void**>(other) = list.data() + list.size();
+        break;
+    }
+    return list.data();
+}
 
 template <class T>
 inline constexpr StructOps kTableless = MakeOps<T>(nullptr);
@@ -105,6 +160,20 @@ constexpr const StructOps& OpsOf()
         return kTableless<T>;
     }
 }
+
+template <class T>
+constexpr const FieldTable* FieldsOf()
+{
+    if constexpr (kHasTable<T>) {
+        return &T::kFields;
+    } else {
+        return nullptr;
+    }
+}
+
+/// What can be done with a list of a structure.
+template <class T>
+inline constexpr ListOps kListOps = {MakeOps<T>(FieldsOf<T>()), &DoListWork<T>};
 
 /// Key that a structure is sent under; null for a result.
 template <class T>
@@ -125,12 +194,15 @@ inline bool IsOfTable(const protocol::IJSONStruct& structure, const FieldTable& 
     return fields.ops.type != nullptr && typeid(structure) == *fields.ops.type;
 }
 
+/// Moves one structure of a table into another one.
+void MoveByTable(protocol::IJSONStruct& to, protocol::IJSONStruct& from, const FieldTable& fields);
+
 /// A new structure, to be given to `Destroy`.
 inline void* Create(const StructOps& ops)
 {
     void* const object = ::operator new(ops.size);
     try {
-        ops.construct(object);
+        ops.Construct(object);
     } catch (...) {
         ::operator delete(object);
         throw;
@@ -140,7 +212,7 @@ inline void* Create(const StructOps& ops)
 
 inline void Destroy(const StructOps& ops, void* object)
 {
-    protocol::IJSONStruct* const structure = ops.asStruct(object);
+    protocol::IJSONStruct* const structure = StructOps::AsStruct(object);
     if (ops.inbound) {
         delete static_cast<protocol::IInboundData*>(structure);
     } else {
@@ -156,7 +228,7 @@ public:
     AnyObject(const AnyObject&) = delete;
     AnyObject& operator=(const AnyObject&) = delete;
 
-    protocol::IJSONStruct& operator*() const { return *ops_.asStruct(object_); }
+    protocol::IJSONStruct& operator*() const { return *StructOps::AsStruct(object_); }
 
 private:
     const StructOps& ops_;
@@ -213,7 +285,7 @@ public:
         if (!fill(*fresh)) {
             return false;
         }
-        fields_.ops.move(structure_, *fresh);
+        MoveByTable(structure_, *fresh, fields_);
         return true;
     }
 

@@ -31,7 +31,7 @@ template <class Element>
 struct MemberKind<std::vector<Element>> {
     static_assert(std::is_base_of<protocol::IJSONStruct, Element>::value, "no wire form for lists of this type");
     static constexpr Kind kind = Kind::StructList;
-    static constexpr const StructOps* ops = &OpsOf<Element>();
+    static constexpr const StructOps* ops = &kListOps<Element>;
 };
 template <Kind K>
 struct PlainKind {

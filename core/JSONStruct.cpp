@@ -27,6 +27,13 @@ struct StructAccess : protocol::IJSONStruct {
     {
         return (object.*(&StructAccess::noted_)).get();
     }
+    static void Move(protocol::IJSONStruct& to, protocol::IJSONStruct& from)
+    {
+        constexpr auto present = &StructAccess::present_;
+        (to.*present)[0] = (from.*present)[0];
+        (to.*present)[1] = (from.*present)[1];
+        (to.*(&StructAccess::noted_)) = std::move(from.*(&StructAccess::noted_));
+    }
 
 protected:
     ~StructAccess() = default;
@@ -89,7 +96,7 @@ void ClearLists(void* base, const FieldTable& table)
             At<std::vector<std::int32_t>>(base, field).clear();
             break;
         case Kind::StructList:
-            field.ops->renew(&At<char>(base, field), 0);
+            field.List().Renew(&At<char>(base, field), 0);
             break;
         default:
             break;
@@ -129,7 +136,7 @@ void ReadField(void* base, const Field& field, const cJSON* node)
         break;
     case Kind::Struct:
         if (cJSON_IsObject(node) != 0) {
-            field.ops->asStruct(&At<char>(base, field))->Parse(node);
+            StructOps::AsStruct(&At<char>(base, field))->Parse(node);
         }
         break;
     case Kind::TextList:
@@ -152,13 +159,12 @@ void ReadField(void* base, const Field& field, const cJSON* node)
         break;
     case Kind::StructList:
         if (cJSON_IsArray(node) != 0) {
-            void* const list = &At<char>(base, field);
-            field.ops->renew(list, Counted(node, field.ops->size));
+            const ListOps& ops = field.List();
+            void* const first = ops.Renew(&At<char>(base, field), Counted(node, ops.size));
             std::size_t index = 0;
-            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-                IJSONStruct* const element = field.ops->at(list, index++);
+            for (const cJSON* child = node->child; child != nullptr; child = child->next, ++index) {
                 if (cJSON_IsObject(child) != 0) {
-                    element->Parse(child);
+                    ops.Element(first, index)->Parse(child);
                 }
             }
         }
@@ -214,12 +220,13 @@ cJSON* MakeIntList(const std::vector<std::int32_t>& list)
     return array.Release();
 }
 
-cJSON* MakeStructList(void* list, const StructOps& ops)
+cJSON* MakeStructList(const void* list, const ListOps& ops)
 {
     JsonTree array(cJSON_CreateArray());
-    const std::size_t count = ops.count(list);
+    std::size_t count = 0;
+    void* const first = ops.Look(list, count);
     for (std::size_t i = 0; i < count; ++i) {
-        cJSON* const item = ops.at(list, i)->ToJson();
+        cJSON* const item = ops.Element(first, i)->ToJson();
         if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
             cJSON_Delete(item);
             return nullptr;
@@ -252,13 +259,13 @@ cJSON* MakeItem(const void* base, const Field& field)
     case Kind::Bool:
         return cJSON_CreateBool(At<bool>(base, field) ? 1 : 0);
     case Kind::Struct:
-        return field.ops->asStruct(const_cast<char*>(&At<char>(base, field)))->ToJson();
+        return StructOps::AsStruct(const_cast<char*>(&At<char>(base, field)))->ToJson();
     case Kind::TextList:
         return MakeTextList(At<std::vector<std::string>>(base, field));
     case Kind::IntList:
         return MakeIntList(At<std::vector<std::int32_t>>(base, field));
     case Kind::StructList:
-        return MakeStructList(const_cast<char*>(&At<char>(base, field)), *field.ops);
+        return MakeStructList(&At<char>(base, field), field.List());
     }
     return nullptr;
 }
@@ -309,10 +316,56 @@ bool IsPresent(const IJSONStruct& object, const FieldTable& table, std::string_v
     return noted != nullptr && noted->count(std::string(key)) != 0;
 }
 
+SerializationIgnoreItemFeatures& FilterOf(IJSONStruct& object, bool inbound)
+{
+    if (inbound) {
+        return static_cast<protocol::IInboundData&>(object);
+    }
+    return static_cast<protocol::IReturnData&>(object);
+}
+
+void MoveField(void* to, void* from, const Field& field)
+{
+    switch (field.kind) {
+    case Kind::Text:
+        At<std::string>(to, field) = std::move(At<std::string>(from, field));
+        break;
+    case Kind::TextList:
+        At<std::vector<std::string>>(to, field) = std::move(At<std::vector<std::string>>(from, field));
+        break;
+    case Kind::IntList:
+        At<std::vector<std::int32_t>>(to, field) = std::move(At<std::vector<std::int32_t>>(from, field));
+        break;
+    case Kind::StructList:
+        field.List().Swap(&At<char>(to, field), &At<char>(from, field));
+        break;
+    case Kind::Struct:
+        if (field.ops->fields == nullptr) {
+            field.ops->work(Work::Move, &At<char>(to, field), &At<char>(from, field));
+        } else {
+            MoveByTable(*StructOps::AsStruct(&At<char>(to, field)), *StructOps::AsStruct(&At<char>(from, field)),
+                        *field.ops->fields);
+        }
+        break;
+    default:
+        std::memcpy(&At<char>(to, field), &At<char>(from, field), field.size);
+        break;
+    }
+}
+
 /// The table of structures that a host brings.
 constexpr FieldTable kNoFields = {"", "", nullptr, 0, {}};
 
 } // namespace
+
+void MoveByTable(IJSONStruct& to, IJSONStruct& from, const FieldTable& fields)
+{
+    StructAccess::Move(to, from);
+    FilterOf(to, fields.ops.inbound) = std::move(FilterOf(from, fields.ops.inbound));
+    for (const Field& field : fields) {
+        MoveField(&to, &from, field);
+    }
+}
 
 void HeldValue::Parse(const cJSON* node)
 {

@@ -220,7 +220,8 @@ void Rows::WriteFunction(std::ostream& out, const Header& header, const Type& ty
         rows +=
             "    {" + Quoted(parameter.name) + ", " +
             (wanted.structure.empty() ? "&PlainType<" + plain + ">, nullptr" : "nullptr, " + Quoted(wanted.structure)) +
-            ", " + Flag(wanted.list) + ", " + Flag(output) + "},\n";
+            ", " + Flag(wanted.list) + ", " + Flag(output) +
+            (!wanted.structure.empty() && wanted.list ? ", ListOf<" + of.value + ">()" : "") + "},\n";
     }
     if (count > 0) {
         at();
@@ -243,7 +244,8 @@ void Rows::WriteFunction(std::ostream& out, const Header& header, const Type& ty
         out << "    const " << result << " result = " << call << ";\n";
         out << "    outcome.returned = "
             << (wanted.structure.empty() ? "PlainType<" + result + ">()"
-                                         : "NamedType(" + Quoted(wanted.structure) + ", " + Flag(wanted.list) + ")")
+                                         : "NamedType(" + Quoted(wanted.structure) + ", " + Flag(wanted.list) +
+                                               (wanted.list ? ", ListOf<" + result + ">())" : ")"))
             << ".write(&result);\n";
     }
     out << "}\n";
