@@ -398,14 +398,15 @@ private:
         Value properties = Object();
         for (const auto& member : shown.GetObject()) {
             const std::string key = member.name.GetString();
-            Value seen = ShownSchema(member.value, record);
-            for (const catalogue::MemberView& known : view.members) {
-                if (known.key == key && (known.list || !member.value.IsArray()) &&
-                    (known.structure.empty() ? !HoldsObjects(member.value) : HoldsObjects(member.value))) {
-                    seen = MemberSchema(known);
-                }
-            }
-            Add(properties, key, std::move(seen));
+            const auto known = std::find_if(view.members.begin(), view.members.end(), [&](const auto& each) {
+                return each.key == key && (each.list || !member.value.IsArray()) &&
+                       each.structure.empty() != HoldsObjects(member.value);
+            });
+            // Of a record inside, too, only what was seen: each operation has its own part of it.
+            Add(properties, key,
+                known == view.members.end() ? ShownSchema(member.value, record)
+                : known->structure.empty()  ? MemberSchema(*known)
+                                            : ShownSchema(member.value, known->structure));
         }
         Value schema = OfType("object");
         Add(schema, "properties", std::move(properties));
@@ -436,7 +437,10 @@ private:
             const auto is = [&](const catalogue::Choice& choice) { return text == choice.value; };
             if (limits.closed && std::none_of(limits.values.begin(), limits.values.end(), is) &&
                 !(text.empty() && limits.empty)) {
-                value = Text(limits.values.data[0].value);
+                const bool first = limits.values.data[0].value[0] != '\0' || limits.values.count == 1;
+                value = Text(limits.values.data[first ? 0 : 1].value);
+            } else if (limits.maxLength.set && text.size() > static_cast<std::size_t>(limits.maxLength.value)) {
+                value = Text(text.substr(0, static_cast<std::size_t>(limits.maxLength.value)));
             } else if (limits.minLength.set && text.size() < static_cast<std::size_t>(limits.minLength.value) &&
                        !(text.empty() && limits.empty)) {
                 value = Text(std::string(static_cast<std::size_t>(limits.minLength.value), '1'));
@@ -477,6 +481,62 @@ private:
             Fit(inside->value, structure);
         }
         return example;
+    }
+
+    /// Gives texts that are empty something to say, and device texts theirs.
+    void Fill(Value& value, const std::string& outBuffer)
+    {
+        if (value.IsString() && value.GetStringLength() == 0) {
+            value = Text("text");
+        } else if (value.IsArray()) {
+            for (Value& element : value.GetArray()) {
+                Fill(element, outBuffer);
+            }
+        } else if (value.IsObject()) {
+            for (auto& member : value.GetObject()) {
+                const std::string key = member.name.GetString();
+                if (key == "outBuffer") {
+                    member.value = Text(outBuffer);
+                } else if (key != "outBufferEncoding") { // Empty for plain text.
+                    Fill(member.value, outBuffer);
+                }
+            }
+        }
+    }
+
+    /// A structure with a value for each member.
+    Value FilledSample(const std::string& structure, const std::string& outBuffer = "")
+    {
+        Value sample = Json(Sample(structure));
+        Fill(sample, outBuffer);
+        Fit(sample, structure);
+        return sample;
+    }
+
+    /// An answer of a device as the platform hands it on.
+    Value RelayedExample(const catalogue::Observed& observed)
+    {
+        Value device = FilledSample(observed.outputStructure);
+        const std::string root = catalogue::ViewOf(observed.outputStructure).rootName;
+        if (!root.empty()) {
+            Value inside = Object();
+            Add(inside, root, std::move(device));
+            device = std::move(inside);
+        }
+        rapidjson::StringBuffer buffer;
+        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+        device.Accept(writer);
+        Value envelope = Json(R"({"code": "0-0", "msg": ""})");
+        Add(envelope, "data", FilledSample(RelayOf(observed), buffer.GetString()));
+        Value example = Object();
+        Add(example, "summary", "Command " + std::to_string(observed.command) + ", " + observed.name);
+        Add(example, "value", std::move(envelope));
+        return example;
+    }
+
+    static std::string RelayOf(const catalogue::Observed& observed)
+    {
+        return observed.path.find("/batch") != std::string::npos ? "BatchPassThroughRspData" : "DagPassThroughRspData";
     }
 
     Value BodySchema(const catalogue::Observed& observed)
@@ -592,8 +652,7 @@ private:
     Value DataSchema(const catalogue::Observed& observed)
     {
         if (observed.passThrough) {
-            const bool batch = observed.path.find("/batch") != std::string::npos;
-            return Reference(batch ? "BatchPassThroughRspData" : "DagPassThroughRspData");
+            return Reference(RelayOf(observed));
         }
         if (observed.direct) {
             return ShownSchema(Json(observed.wallData), observed.outputStructure);
@@ -610,7 +669,7 @@ private:
 
     static bool ReadsData(const catalogue::Observed& observed)
     {
-        return observed.passThrough || !DataOf(observed).empty() || (observed.direct && observed.wallData != "{}");
+        return observed.direct ? observed.wallData != "{}" : observed.passThrough || !DataOf(observed).empty();
     }
 
     /// Whether the body is what a function hands out, whatever it is: pictures and files. An "answer" is an envelope.
@@ -661,6 +720,15 @@ private:
         Add(media, "schema", std::move(schema));
         AddBuffer(media, "x-nexwire-outBuffer", group,
                   [](const catalogue::Observed& observed) { return observed.outputStructure; });
+        Value examples = Object();
+        for (const catalogue::Observed* observed : group) {
+            if (observed->passThrough && !observed->outputStructure.empty()) {
+                Add(examples, OperationId(*observed), RelayedExample(*observed));
+            }
+        }
+        if (!examples.ObjectEmpty()) {
+            Add(media, "examples", std::move(examples));
+        }
         Value content = Object();
         const bool bytes = std::all_of(group.begin(), group.end(),
                                        [](const catalogue::Observed* observed) { return HandsOutBytes(*observed); });
@@ -788,7 +856,7 @@ private:
         for (const catalogue::Function& function : catalogue::All()) {
             std::vector<std::string> names;
             for (const Argument& argument : function.Arguments()) {
-                if (argument.type->IsStructure()) {
+                if (argument.type->fields() != nullptr) {
                     names.push_back(argument.type->name());
                 }
             }

@@ -9,7 +9,7 @@ const os = require("node:os");
 const path = require("node:path");
 
 const [folder, nexwire, ...named] = process.argv.slice(2);
-const modules = named.length ? named : ["AccessController", "Attendance"];
+const modules = named.length ? named : ["VideoWall", "Attendance"];
 const mock = path.join(path.resolve(folder), "node_modules", "@stoplight", "prism-cli", "dist", "index.js");
 
 const json = words => JSON.parse(execFileSync(nexwire, words, { maxBuffer: 1 << 28 }));
@@ -17,10 +17,15 @@ const document = json(["openapi"]);
 
 // The body that the document shows for a function, by the function's name.
 const bodies = new Map();
-for (const item of Object.values(document.paths))
-    for (const operation of Object.values(item))
+const answers = new Set();
+for (const item of Object.values(document.paths)) {
+    for (const operation of Object.values(item)) {
         for (const media of Object.values(operation.requestBody?.content ?? {}))
             for (const [id, example] of Object.entries(media.examples ?? {})) bodies.set(id, example.value);
+        for (const media of Object.values(operation.responses?.["200"].content ?? {}))
+            for (const id of Object.keys(media.examples ?? {})) answers.add(id);
+    }
+}
 const idOf = name => name.replace(/::|[(,]/g, ".").replace(/[) ]/g, "");
 
 // What of an example a structure has, and identifiers where it has none.
@@ -31,7 +36,9 @@ function keep(value, structure, structures) {
     const kept = {};
     for (const member of known?.members ?? []) {
         if (!(member.key in value)) continue;
-        const text = keep(value[member.key], member.type.replace(/^list of /, ""), structures);
+        let text = keep(value[member.key], member.type.replace(/^list of /, ""), structures);
+        // The wire has objects around some texts.
+        if (member.type === "list of texts") text = value[member.key].map(each => typeof each === "object" ? Object.values(each)[0] : each);
         kept[member.key] = text === "" && /guid$/i.test(member.key) ? identifier : text;
     }
     return kept;
@@ -42,6 +49,8 @@ const identifier = "0123456789abcdef0123456789abcdef";
 function call(name, page, server) {
     let body = bodies.get(idOf(name)) ?? {};
     const words = ["call", name, "--json", "--server", server];
+    // Operations that many functions share have an example of the answer for each.
+    if (answers.has(idOf(name))) words.push("--header", `Prefer=example=${idOf(name)}`);
     if (page.bodyStructure) body = Object.values(body)[0];
     let input = "";
     const lists = Object.values(body).filter(Array.isArray);
@@ -66,11 +75,31 @@ function call(name, page, server) {
     return { ...answer, words };
 }
 
-// Where a result holds nothing although the document says what it holds.
-function holes(value, at = "") {
-    if (Array.isArray(value)) return value.length ? value.flatMap((each, i) => holes(each, `${at}[${i}]`)) : [at];
-    if (value && typeof value === "object") return Object.entries(value).flatMap(([key, each]) => holes(each, `${at}.${key}`));
-    return value === "" || value === null || value === undefined ? [at] : [];
+// Texts and lists that an answer has by its schema, each with the member that it stands in. Where the result is a list,
+// what stands in its elements stands in nothing.
+function promised(schema, listed, names = new Set(), parent = "") {
+    for (const part of schema.allOf ?? []) promised(part, listed, names, parent);
+    for (const [key, member] of Object.entries(schema.properties ?? {})) {
+        const own = key === "data" && !parent;
+        if (!own && (member.type === "string" || member.type === "array")) names.add(`${parent}.${key}`);
+        promised(member.items ?? member, listed, names, own || (listed && !parent) ? "" : key);
+    }
+    return names;
+}
+
+// Where a result holds nothing. Records of the video wall come back with what they were sent with, besides: of these
+// only what the answer promises counts. The text of an error is empty as long as there is none.
+function holes(value, only, listed, at = "") {
+    const names = at.replace(/\[[0-9]*\]/g, "").split(".");
+    const parent = listed && names.length === 3 ? "" : names.at(-2) ?? "";
+    const counts = names.at(-1) !== "errorText" && (!only || only.has(`${parent}.${names.at(-1)}`));
+    if (Array.isArray(value)) {
+        if (!value.length) return counts || (listed && names.length === 2) ? [at] : [];
+        return value.flatMap((each, i) => holes(each, only, listed, `${at}[${i}]`));
+    }
+    if (value && typeof value === "object")
+        return Object.entries(value).flatMap(([name, each]) => holes(each, only, listed, `${at}.${name}`));
+    return counts && (value === "" || value === null || value === undefined) ? [at] : [];
 }
 
 const freePort = () => new Promise(resolve => {
@@ -103,7 +132,8 @@ const freePort = () => new Promise(resolve => {
                     if (!modules.includes(page.module)) continue;
                     ++called;
                     const answer = call(name, page, `http://127.0.0.1:${port}`);
-                    const empty = holes(answer.result);
+                    const only = page.videoWall ? promised(operation.responses["200"].content["application/json"].schema, page.resultIsList) : null;
+                    const empty = holes(answer.result, only, page.resultIsList);
                     if (answer.outcome !== "done" || empty.length) {
                         ++failed;
                         console.error(`${name}: ${answer.outcome} ${answer.message ?? ""} ${empty.join(" ")}\n  ${answer.words.join(" ")}`);
