@@ -22,6 +22,7 @@ struct DirectRecorder::Server {
     tcp::acceptor acceptor{context, tcp::endpoint(asio::ip::address_v4::loopback(), 0)};
     std::mutex mutex;
     std::unique_ptr<RequestParams> last;
+    std::string data = "{}";
     std::thread thread;
     /// The connection being served, so that the destructor can end it.
     std::shared_ptr<tcp::socket> current;
@@ -46,12 +47,16 @@ struct DirectRecorder::Server {
 
     void Answer(tcp::socket& socket)
     {
-        const std::string body = R"({"code":0,"module":0,"msg":"","data":{}})";
-        const std::string answer =
-            "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
-            "\r\n\r\n" + body;
         boost::beast::flat_buffer buffer;
         while (Read(socket, buffer)) {
+            std::string body = R"({"code":0,"module":0,"msg":"","data":)";
+            {
+                const std::lock_guard<std::mutex> lock(mutex);
+                body += data + "}";
+            }
+            const std::string answer =
+                "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+                "\r\n\r\n" + body;
             boost::system::error_code error;
             asio::write(socket, asio::const_buffer(answer.data(), answer.size()), error);
         }
@@ -108,6 +113,12 @@ DirectRecorder::~DirectRecorder()
 std::string DirectRecorder::Port() const
 {
     return std::to_string(server_->acceptor.local_endpoint().port());
+}
+
+void DirectRecorder::SetData(const std::string& json)
+{
+    const std::lock_guard<std::mutex> lock(server_->mutex);
+    server_->data = json;
 }
 
 void DirectRecorder::Clear()

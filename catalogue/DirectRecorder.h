@@ -18,6 +18,8 @@ public:
     DirectRecorder& operator=(const DirectRecorder&) = delete;
 
     std::string Port() const;
+    /// What its answers hold from now on; empty at first.
+    void SetData(const std::string& json);
     void Clear();
     /// The last request since `Clear`; false when there was none. Such requests are all POST: method code 2.
     bool Take(RequestParams& request);

@@ -3,6 +3,10 @@
 #include <fstream>
 
 #include <keel/GuidUtil.h>
+#include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/DirectRecorder.h"
@@ -14,6 +18,8 @@ namespace nexwire {
 namespace catalogue {
 namespace {
 
+constexpr const char* kEmptyAnswer = R"({"code":"0-0","msg":"","data":{}})";
+
 /// Notes what it is asked to send and answers with an empty envelope.
 class NotingExecutor : public IRequestExecutor {
 public:
@@ -22,7 +28,7 @@ public:
     bool Execute(RspInfos& response, const RequestParams& request, int) override
     {
         requests_.push_back(request);
-        response.body = R"({"code":"0-0","msg":"","data":{}})";
+        response.body = kEmptyAnswer;
         return true;
     }
 
@@ -48,6 +54,55 @@ public:
 };
 
 } // namespace
+
+namespace {
+
+/// Identifiers that the function makes up and hands out stand by name: they differ from run to run.
+void NameMadeUp(const Call& call, RequestParams& request)
+{
+    constexpr std::size_t kIdentifier = 32;
+    const std::vector<Argument>& arguments = call.function().Arguments();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string json = call.Json(i);
+        if (!arguments[i].output || arguments[i].type->shape != Shape::Text || json.size() != kIdentifier + 2) {
+            continue;
+        }
+        const std::string made = json.substr(1, kIdentifier);
+        for (auto& header : request.headers) {
+            const std::size_t at = header.second.find(made);
+            if (at != std::string::npos) {
+                header.second.replace(at, made.size(), "{" + arguments[i].name + "}");
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::string AnswerRead(const core::AnswerReads& reads)
+{
+    rapidjson::Document answer(rapidjson::kObjectType);
+    answer.AddMember("data", rapidjson::Value(rapidjson::kObjectType), answer.GetAllocator());
+    for (const core::PathRead& read : reads.paths) {
+        const rapidjson::Pointer at(("/" + read.path).c_str());
+        if (read.path.compare(0, 5, "data/") != 0 || at.Get(answer) != nullptr) {
+            continue;
+        }
+        if (read.kind == core::Kind::StructList) {
+            at.Append(rapidjson::SizeType{0}).Set(answer, rapidjson::Value(rapidjson::kObjectType));
+        } else if (read.kind == core::Kind::Text) {
+            at.Set(answer, "");
+        } else if (read.kind == core::Kind::Bool) {
+            at.Set(answer, false);
+        } else {
+            at.Set(answer, 0);
+        }
+    }
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    answer["data"].Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
 
 struct Recorder::State {
     std::vector<RequestParams> requests;
@@ -123,6 +178,24 @@ std::string Recorder::Named(const Function& function, std::string text) const
 
 Trace Recorder::Run(const Function& function)
 {
+    Trace trace = RunSampled(function);
+    // What is read of the elements of a list shows only where there is one.
+    std::string data = "{}";
+    while (trace.direct) {
+        std::string more = AnswerRead(trace.reads);
+        if (more == data) {
+            break;
+        }
+        data = std::move(more);
+        state_->service.SetData(data);
+        trace = RunSampled(function);
+    }
+    state_->service.SetData("{}");
+    return trace;
+}
+
+Trace Recorder::RunSampled(const Function& function)
+{
     Call call(function);
     std::string ignored;
     for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
@@ -150,13 +223,22 @@ Trace Recorder::Run(Call& call)
     Trace trace;
     state_->requests.clear();
     state_->service.Clear();
-    call.Run();
+    core::WatchAnswers(&trace.reads);
+    trace.success = call.Run().success;
+    core::WatchAnswers(nullptr);
     if (!state_->requests.empty()) {
         trace.sent = true;
         trace.request = std::move(state_->requests.back());
         state_->requests.pop_back();
         for (const RequestParams& request : state_->requests) {
             trace.before.push_back(request.url);
+        }
+        NameMadeUp(call, trace.request);
+        const std::vector<Argument>& arguments = call.function().Arguments();
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            if (arguments[i].type->shape == Shape::Text && call.Json(i) == WriteText(kEmptyAnswer)) {
+                trace.handsOut = arguments[i].name;
+            }
         }
         return trace;
     }
