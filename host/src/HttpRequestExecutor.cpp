@@ -354,7 +354,6 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     }
 
     const std::int32_t allowed = AllowedMs(request);
-    const std::string within = " within " + std::to_string(allowed) + " ms";
     const Clock::time_point deadline = entry + std::chrono::milliseconds(allowed);
     Call call(*this, IsSlow(request));
     std::optional<CancelWatch> watch;
@@ -367,7 +366,8 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     case Call::Entry::Aborted:
         return Fail(HostError::Aborted, name() + "not sent: the executor was aborted");
     case Call::Entry::Late:
-        return Fail(HostError::DeadlinePassed, name() + "not sent: no place in the slow lane" + within);
+        return Fail(HostError::DeadlinePassed,
+                    name() + "not sent: no place in the slow lane within " + std::to_string(allowed) + " ms");
     }
     Connection* const connection = call.Get();
     if (connection == nullptr) {
