@@ -331,6 +331,8 @@ public:
             return;
         }
         std::unique_ptr<IRequestExecutor> executor;
+        host::ExecutorOptions parts;
+        parts.transportName = options.replayFile.empty() ? "http" : "replay";
         if (!options.replayFile.empty()) {
             auto replay = std::make_unique<host::ReplayExecutor>(options.replayFile);
             if (!replay->Valid()) {
@@ -344,11 +346,11 @@ public:
             auto recording = std::make_unique<host::RecordingExecutor>(std::move(executor), options.recordFile);
             recording_ = recording.get();
             executor = std::move(recording);
+            parts.transportName = "recording > " + parts.transportName;
         }
         if (options.verbose) {
             executor = std::make_unique<WatchingExecutor>(std::move(executor));
         }
-        host::ExecutorOptions parts;
         if (options.retries > 0) {
             parts.retry = host::RetryOptions();
             parts.retry->attempts = options.retries + 1;

@@ -18,7 +18,7 @@ std::unique_ptr<IRequestExecutor> MakeExecutor(std::unique_ptr<IRequestExecutor>
                                                const ExecutorOptions& options, ObservingExecutor** observing)
 {
     std::unique_ptr<IRequestExecutor> made = std::move(transport);
-    std::string parts = "transport";
+    std::string parts = options.transportName;
     const auto put = [&](std::unique_ptr<IRequestExecutor> part, const std::string& name) {
         made = std::move(part);
         parts = name + " > " + parts;

@@ -24,7 +24,8 @@ struct ExecutorOptions {
     std::optional<RetryOptions> retry;
     std::optional<TokenOptions> token;
     std::optional<ObserveOptions> observe;
-    TracingExecutor::Sink trace; ///< Hears of what the executor is made of, and of each step; may be empty.
+    std::string transportName = "transport"; ///< As a trace calls it among the parts.
+    TracingExecutor::Sink trace;             ///< Hears of what the executor is made of, and of each step; may be empty.
 };
 
 /// An executor of the kit's parts in the order in which they work together. From the outside in: scopes, counting,
