@@ -95,11 +95,11 @@ int main(int argc, char** argv)
 {
     host::ExecutorOptions parts;
     parts.http.baseAddress = argc > 1 ? argv[1] : "http://127.0.0.1:8080";
-    host::FaultRule far; // The platform of the example is near; most are not.
-    far.method = 2;
-    far.fault = host::FaultRule::Fault::Delay;
-    far.delayMs = 200;
-    parts.faults = {far};
+    host::FaultRule distance; // The platform of the example is near; most are not.
+    distance.method = 2;
+    distance.fault = host::FaultRule::Fault::Delay;
+    distance.delayMs = 200;
+    parts.faults = {distance};
     nexwire::NexwireInitParams params;
     params.executor = host::MakeExecutor(parts).release();
     nexwire::NexwireInit(params);
