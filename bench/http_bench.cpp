@@ -1,11 +1,16 @@
 // The HTTP executor beside a bare libcurl loop with a kept handle: both ask the same server on loopback, turn by turn
-// in one run. `ratio` is the bare loop's median over the executor's.
+// in one run. `ratio` is the bare loop's median over the executor's. With 64 threads the peer is a handle for each.
 
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
 #include <cstdio>
+#include <ctime>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -141,6 +146,123 @@ void Http(benchmark::State& state)
     state.counters["ratio"] = benchmark::Counter(peerMedian / ownMedian, average);
 }
 
+constexpr std::size_t kCrowd = 64;
+constexpr int kCallsEach = 40;
+
+/// Threads that stay and do the same step at the same time, each with its number.
+class Crowd {
+public:
+    using Step = std::function<bool(std::size_t)>;
+
+    Crowd()
+    {
+        for (std::size_t i = 0; i < kCrowd; ++i) {
+            threads_.emplace_back([this, i] { Work(i); });
+        }
+    }
+    ~Crowd()
+    {
+        Start(nullptr);
+        for (std::thread& thread : threads_) {
+            thread.join();
+        }
+    }
+    Crowd(const Crowd&) = delete;
+    Crowd& operator=(const Crowd&) = delete;
+
+    /// Microseconds for a call: on the clock, or of processor time, the server's included.
+    double Run(const Step& step, bool processor, bool& good)
+    {
+        const Clock::time_point start = Clock::now();
+        const std::clock_t used = std::clock();
+        Start(&step);
+        std::unique_lock<std::mutex> lock(mutex_);
+        changed_.wait(lock, [this] { return busy_ == 0; });
+        good = good && good_;
+        const double us = processor ? static_cast<double>(std::clock() - used) * 1e6 / CLOCKS_PER_SEC
+                                    : std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+        return us / (kCrowd * kCallsEach);
+    }
+
+private:
+    void Start(const Step* step)
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        step_ = step;
+        busy_ = kCrowd;
+        ++round_;
+        changed_.notify_all();
+    }
+
+    void Work(std::size_t number)
+    {
+        std::unique_lock<std::mutex> lock(mutex_);
+        for (int seen = 0;;) {
+            changed_.wait(lock, [&] { return round_ != seen; });
+            seen = round_;
+            if (step_ == nullptr) {
+                return;
+            }
+            lock.unlock();
+            bool good = true;
+            for (int i = 0; i < kCallsEach; ++i) {
+                good = (*step_)(number) && good;
+            }
+            lock.lock();
+            good_ = good_ && good;
+            if (--busy_ == 0) {
+                changed_.notify_all();
+            }
+        }
+    }
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    const Step* step_ = nullptr;
+    std::size_t busy_ = 0;
+    int round_ = 0;
+    bool good_ = true;
+    std::vector<std::thread> threads_;
+};
+
+void Http64(benchmark::State& state, bool processor)
+{
+    nexwire::host::HttpExecutorOptions options;
+    options.baseAddress = "http://127.0.0.1:" + Server().Port();
+    options.maxIdleConnections = kCrowd;
+    nexwire::host::HttpRequestExecutor executor(options);
+    std::vector<std::unique_ptr<BareLoop>> handles;
+    for (std::size_t i = 0; i < kCrowd; ++i) {
+        handles.push_back(std::make_unique<BareLoop>(options.baseAddress));
+    }
+    const Crowd::Step viaExecutor = [&](std::size_t) {
+        const nexwire::RequestParams request(kPath, 2);
+        nexwire::RspInfos response;
+        return executor.Execute(response, request, 1) && response.body.size() == kBodySize;
+    };
+    const Crowd::Step viaBare = [&](std::size_t i) { return handles[i]->Run(kPath, std::string(), kBodySize); };
+
+    Crowd crowd;
+    bool good = true;
+    crowd.Run(viaExecutor, processor, good);
+    crowd.Run(viaBare, processor, good);
+    std::vector<double> own;
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        const bool first = own.size() % 2 == 0;
+        const double before = first ? 0.0 : crowd.Run(viaBare, processor, good);
+        own.push_back(crowd.Run(viaExecutor, processor, good));
+        ratios.push_back((first ? crowd.Run(viaBare, processor, good) : before) / own.back());
+    }
+    if (!good) {
+        state.SkipWithError("an exchange failed");
+    }
+    state.counters["turn_own"] = Median(own);
+    state.counters["turn_ratio"] = Median(ratios);
+    state.counters["turn_bar"] = 0.9;
+    state.SetLabel("us|libcurl handles");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -149,6 +271,8 @@ int main(int argc, char** argv)
     for (const int threads : {1, 2}) {
         benchmark::RegisterBenchmark("http", Http)->Threads(threads)->UseRealTime()->Unit(benchmark::kMicrosecond);
     }
+    benchmark::RegisterBenchmark("HTTP executor, threads: 64", Http64, false)->UseRealTime();
+    benchmark::RegisterBenchmark("HTTP executor, threads: 64, processor", Http64, true)->UseRealTime();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

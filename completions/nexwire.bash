@@ -44,7 +44,7 @@ _nexwire()
         case $command in
             list) options+=' --names --json' ;;
             describe) options+=' --arguments --json' ;;
-            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --header --timeout --deadline --retry --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
+            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --trace --header --timeout --deadline --retry --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
             platform) options+=' --port --wall-port --db --time-scale --alarms --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;

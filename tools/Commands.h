@@ -48,6 +48,7 @@ struct CallOptions {
     bool merge = false;               ///< Read structures that are given in part, and change only that.
     bool quiet = false;               ///< Nothing on standard error unless something went wrong.
     bool verbose = false;             ///< The exchanges, too.
+    bool trace = false;               ///< The steps of each exchange: attempts, waits, times.
     std::vector<std::string> headers; ///< "name=value".
     std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
     std::int32_t deadlineMs = 0;      ///< For all exchanges of the call together; 0 none.

@@ -137,6 +137,8 @@ private:
         call->add_flag("-q,--quiet", call_.quiet, "Say nothing on standard error when all went well");
         call->add_flag("-v,--verbose", call_.verbose, "Show the exchanges on standard error, secrets as ***")
             ->excludes("--quiet");
+        call->add_flag("--trace", call_.trace, "Show each step on standard error: attempts, waits, outcomes, times")
+            ->excludes("--quiet");
         call->add_option("--header", call_.headers, "Header field for every request; may be given again")
             ->type_name("NAME=VALUE")
             ->take_all()

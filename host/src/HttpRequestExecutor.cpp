@@ -18,6 +18,7 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
+#include "Waiting.h"
 #include "nexwire/host/CallScope.h"
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
@@ -352,8 +353,7 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
         return Fail(HostError::RequestRefused, name() + "not sent: " + reason);
     }
 
-    const std::int32_t allowed = request.timeoutMs > 0 ? request.timeoutMs : RequestParams::kDefaultTimeoutMs;
-    const std::string within = " within " + std::to_string(allowed) + " ms";
+    const std::int32_t allowed = AllowedMs(request);
     const Clock::time_point deadline = entry + std::chrono::milliseconds(allowed);
     Turn turn(*this, IsSlow(request));
     std::optional<CancelWatch> watch;
@@ -366,7 +366,8 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     case Turn::Entry::Aborted:
         return Fail(HostError::Aborted, name() + "not sent: the executor was aborted");
     case Turn::Entry::Late:
-        return Fail(HostError::DeadlinePassed, name() + "not sent: no place in the slow lane" + within);
+        return Fail(HostError::DeadlinePassed,
+                    name() + "not sent: no place in the slow lane within " + std::to_string(allowed) + " ms");
     }
     Connection* const connection = turn.Get();
     if (connection == nullptr) {
@@ -427,11 +428,7 @@ bool HttpRequestExecutor::Execute(RspInfos& response, const RequestParams& reque
 {
     response.headers.clear();
     response.body.clear();
-    try {
-        return m_state->Perform(response, request);
-    } catch (const std::exception&) {
-        return FailWithoutMemory(response); // Nothing else can happen here.
-    }
+    return Guarded(response, [&] { return m_state->Perform(response, request); });
 }
 
 void HttpRequestExecutor::Abort()
