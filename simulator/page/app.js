@@ -34,6 +34,7 @@ function route() {
         const link = document.querySelector(`nav a[data-view="${each}"]`);
         each === next ? link.setAttribute("aria-current", "page") : link.removeAttribute("aria-current");
     }
+    document.querySelector("nav a[aria-current]").scrollIntoView({ inline: "nearest", block: "nearest" });
     const moved = view !== next;
     view = next;
     document.title = `${next[0].toUpperCase()}${next.slice(1)} · nexwire workbench`;

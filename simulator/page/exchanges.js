@@ -25,7 +25,7 @@ let addFault;
 // ---- The list ----
 
 const columns = [
-    each => clockTime(each.timeMs),
+    each => clockTime(each.timeMs, false),
     each => each.verb,
     each => each.module ?? "",
     each => (each.functions ?? []).join(", ") || "–",
@@ -41,15 +41,21 @@ const source = {
     count: () => log.shown.length,
     item: index => log.shown[index],
     chosen: each => each.id === chosen,
-    make: () => h("div", { role: "row" }, columns.map(() => h("span", { role: "gridcell" }))),
+    make() {
+        const row = h("div", { role: "row" }, columns.map(() => h("span", { role: "gridcell" }, "")));
+        // Narrow lists leave the fraction of the second out.
+        row.firstChild.append(h("span", { class: "fine" }));
+        return row;
+    },
     fill(row, each) {
         columns.forEach((text, index) => {
-            const cell = row.children[index];
+            const cell = row.children[index].firstChild;
             const shown = text(each);
-            if (cell.textContent !== shown) {
-                cell.textContent = shown;
+            if (cell.data !== shown) {
+                cell.data = shown;
             }
         });
+        row.firstChild.lastChild.textContent = `.${String(each.timeMs % 1000).padStart(3, "0")}`;
         row.children[3].title = (each.functions ?? []).join(", ");
         row.children[4].title = each.path;
         row.children[6].className = each.outcome ?? "";

@@ -110,20 +110,17 @@ async function load(page, fresh = false) {
 
 const kNames = ["name", "objectName", "deviceName", "personName", "userName", "title", "fileName"];
 
-function gist(document) {
-    const name = kNames.map(each => document?.[each]).find(Boolean);
-    const rest = JSON.stringify(document) ?? "";
-    return name ? `${name}  ${rest}`.slice(0, 200) : rest.slice(0, 200);
-}
+const nameOf = document => String(kNames.map(each => document?.[each]).find(Boolean) ?? "");
 
 const source = {
     count: () => total,
     item: index => pages.get(Math.floor(index / kPage))?.[index % kPage],
     chosen: each => each.key === key,
-    make: () => h("div", { role: "option" }, h("span"), h("span")),
+    make: () => h("div", { role: "option" }, h("span"), h("span"), h("span")),
     fill(row, each) {
         row.children[0].textContent = each?.key ?? "…";
-        row.children[1].textContent = each ? gist(each.document) : "";
+        row.children[1].textContent = nameOf(each?.document);
+        row.children[2].textContent = each ? JSON.stringify(each.document).slice(0, 300) : "";
     },
     choose: index => at = index,
     open: index => openAt(index),
