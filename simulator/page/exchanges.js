@@ -2,11 +2,12 @@
 
 import { get, lines, remove } from "./api.js";
 import * as detail from "./detail.js";
-import { $, attempt, clockTime, debounced, h, isTyping, many, size, took } from "./dom.js";
+import { $, attempt, clockTime, debounced, h, isTyping, many, size, throttled, took } from "./dom.js";
 import { kKept, Log } from "./log.js";
 import { Rows } from "./rows.js";
 
 const kFetchAfter = 60; ///< ms: whoever runs through the list does not load every exchange.
+const kDrawAfter = 100; ///< ms: what comes is drawn together; what the user does is drawn at once.
 
 const log = new Log();
 const filter = { outcomes: new Set(), function: "", text: "" };
@@ -115,6 +116,8 @@ function tell() {
     $("lost").hidden = missed === 0;
     $("lost").textContent = `${many(missed, "exchange")} went by too fast; load what is kept`;
 }
+
+const drawSoon = throttled(kDrawAfter, () => rows.refresh());
 
 const recent = []; ///< [time, how many] of the last seconds.
 
@@ -273,7 +276,7 @@ export function came(batch) {
     if (log.shown.length <= batch.length || recent.length === 1) {
         tell();
     }
-    rows.refresh();
+    drawSoon();
 }
 
 export function lost(count) {
