@@ -34,7 +34,7 @@ async function json(method, where, body, signal) {
 }
 
 export const get = (where, signal) => json("GET", where, undefined, signal);
-export const text = async where => (await request("GET", where)).text();
+export const getText = async where => (await request("GET", where)).text();
 export const put = (where, body) => json("PUT", where, body);
 export const post = (where, body) => json("POST", where, body);
 export const remove = where => json("DELETE", where);

@@ -89,12 +89,13 @@ function device(content) {
             return null;
         }
         const node = parsed(typeof value === "string" ? value : JSON.stringify(value));
-        return [h("h3", null, title), node ? tree(node, title) : h("pre", { class: "code" }, value)];
+        return [h("h3", null, title), node?.entries ? tree(node, title) : h("pre", { class: "code" }, value)];
     };
     return section("device", "Text for the device", content.command === undefined ? "" : `command ${content.command}`,
         content.request === undefined ? null : small("Copy", () => copy(
             typeof content.request === "string" ? content.request : JSON.stringify(content.request, null, 2), "Text for the device")),
-        [part("Sent", content.request), part("Answered", content.answer)]);
+        [part("Condition", content.condition), part("Sent", content.request), part("Answered", content.answer), part("Status", content.status)]
+            .filter(Boolean).flat());
 }
 
 export const outcomeText = each => each.outcome === "fault" && each.fault ? `fault: ${each.fault}` : each.outcome ?? "";
@@ -124,7 +125,7 @@ export function fill(box, summary, hooks, secrets) {
                 h("span", { class: "note" }, took(summary.ms)),
                 h("span", { class: "note" }, `${size(summary.requestBytes)} → ${size(summary.answerBytes)}`),
                 h("span", { class: "note" }, dayAndTime(summary.timeMs)),
-                h("span", { class: "note" }, [summary.module, summary.method === undefined ? null : `method ${summary.method}`].filter(Boolean).join(" · "))),
+                h("span", { class: "note" }, [summary.wall ? "video wall" : summary.module, summary.method === undefined ? null : `method ${summary.method}`].filter(Boolean).join(" · "))),
             h("div", { class: "acts" },
                 button("link", "Link", () => copy(address, "Link")),
                 copyLine("curl", "curl", "curl line"),

@@ -15,26 +15,20 @@ function flip(device, changes) {
     });
 }
 
-function provoke(device, source, event) {
+function provoke(device, source) {
     return attempt(async () => {
-        await post(`devices/${path(device.guid)}/alarm`, event === "" ? { source: source.guid } : { source: source.guid, event });
+        await post(`devices/${path(device.guid)}/alarm`, { source: source.guid, event: source.event });
         say(`Alarm at ${source.name}`);
     });
 }
 
-function sourceRow(device, source) {
-    const events = source.events ?? [];
-    const choice = events.length > 1 ? h("select", { "aria-label": `Event at ${source.name}` }, events.map(each => h("option", null, each)))
-                                     : h("span", { class: "note" }, events[0] ?? "");
-    return h("tr", null,
-        h("td", null, source.name),
-        h("td", { class: "note" }, source.kind),
-        h("td", null, choice),
-        h("td", { class: "acts" }, h("button", {
-            type: "button", "aria-label": `Provoke an alarm at ${source.name}`,
-            onclick: () => provoke(device, source, choice.value ?? events[0] ?? ""),
-        }, "Provoke")));
-}
+const sourceRow = (device, source) => h("tr", null,
+    h("td", null, source.name),
+    h("td", { class: "note" }, source.kind),
+    h("td", null, source.event),
+    h("td", { class: "acts" }, h("button", {
+        type: "button", "aria-label": `Provoke ${source.event} at ${source.name}`, onclick: () => provoke(device, source),
+    }, "Provoke")));
 
 function card(device) {
     const { switches } = device;

@@ -28,7 +28,7 @@ let addFault;
 const columns = [
     each => clockTime(each.timeMs, false),
     each => each.verb,
-    each => each.module ?? "",
+    each => each.module || (each.wall ? "video wall" : ""),
     each => (each.functions ?? []).join(", ") || "–",
     each => each.path + (each.query ? `?${each.query}` : ""),
     each => each.code ?? "",

@@ -1,20 +1,19 @@
 // The view of the expectations.
 
 import { get, remove } from "./api.js";
-import { $, attempt, confirmed, h, throttled } from "./dom.js";
+import { $, attempt, confirmed, h, many, throttled } from "./dom.js";
 
 function wanted(each) {
-    if (each.times !== undefined) {
-        return `${each.times} times`;
+    if (each.atLeast === each.atMost) {
+        return each.atLeast === 0 ? "never" : many(each.atLeast, "time");
     }
-    const bounds = [each.atLeast === undefined ? null : `at least ${each.atLeast}`,
-                    each.atMost === undefined ? null : `at most ${each.atMost}`].filter(Boolean);
-    return bounds.join(", ") || "at least once";
+    return [each.atLeast > 0 && `at least ${each.atLeast}`, each.atMost !== undefined && `at most ${each.atMost}`]
+        .filter(Boolean).join(", ");
 }
 
 const row = each => h("tr", null,
     h("td", null, h("span", { class: `verdict ${each.met ? "ok" : "error"}` }, each.met ? "met" : "not met")),
-    h("td", { class: "mono" }, each.function ?? each.path ?? ""),
+    h("td", { class: "mono" }, [each.function, each.path].filter(Boolean).join("  ")),
     h("td", { class: "mono" }, each.body === undefined ? "" : JSON.stringify(each.body)),
     h("td", null, wanted(each)),
     h("td", { class: "number" }, String(each.seen ?? 0)),

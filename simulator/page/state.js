@@ -1,6 +1,6 @@
 // The view of the state: collections, their documents, one of them as text to edit.
 
-import { get, path, post, put, remove } from "./api.js";
+import { get, getText, path, post, put, remove } from "./api.js";
 import { $, attempt, confirmed, debounced, h, many, say, throttled } from "./dom.js";
 import { parse, print } from "./json.js";
 import { Rows } from "./rows.js";
@@ -38,7 +38,7 @@ function drawCollections() {
     const box = $("collections");
     const scroll = box.scrollTop;
     box.replaceChildren(...[...modules].flatMap(([module, list]) => [
-        h("div", { class: "group-name", role: "presentation" }, module),
+        h("div", { class: "group-name", role: "presentation" }, module || "of the platform itself"),
         ...list.map(each => {
             const row = h("div", {
                 class: "row", role: "option", id: `c-${each.collection}`, "aria-selected": String(each.collection === collection),
@@ -168,11 +168,8 @@ function closeDocument() {
     rows.refresh();
 }
 
-async function fetchDocument(name) {
-    const found = await get(`state/${path(collection, name)}`);
-    // The answer may be the document itself or stand beside its key.
-    return print(parse(JSON.stringify(found !== null && typeof found === "object" && "document" in found && "key" in found ? found.document : found)));
-}
+// Through the text: its numbers keep their digits.
+const fetchDocument = async name => print(parse(await getText(`state/${path(collection, name)}`)));
 
 async function openDocument(name, leaving = false) {
     if (!leaving && name !== key && !await mayLeave()) {
