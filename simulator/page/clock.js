@@ -11,7 +11,7 @@ function draw() {
     if (readAt === 0) {
         return;
     }
-    const now = nowMs + (performance.now() - readAt);
+    const now = nowMs + (performance.now() - readAt) * scale;
     $("clock-text").textContent = clockTime(now, false) + (scale === 1 ? "" : ` ×${+scale.toFixed(2)}`);
     $("clock-now").textContent = dayAndTime(now, false);
 }
