@@ -220,7 +220,11 @@ void Wire::ReadFunction(const Json& entry)
         if (!structure.empty()) {
             function.structures.emplace_back(structure);
         }
+        function.arguments.push_back({std::string(AsText(Member(argument, "name"))),
+                                      std::string(AsText(Member(argument, "type"))), std::string(structure),
+                                      AsBool(Member(argument, "input")), AsBool(Member(argument, "output"))});
     }
+    function.method = static_cast<int>(AsInt(Member(entry, "method")));
     function.verb = text("verb");
     function.direct = AsBool(Member(entry, "direct"));
     function.root = text("root");
