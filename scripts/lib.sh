@@ -12,6 +12,7 @@ declare -rA PACKAGES=(
     [clang]="clang libclang-rt-dev llvm"
     [bench]="libbenchmark-dev libsimdjson-dev nlohmann-json3-dev"
     [lint]="clang clang-format clang-tidy git shellcheck"
+    [page]="chromium nodejs"
     [package]="abigail-tools dpkg-dev file gzip lintian xz-utils"
     [ci]="ccache fish zsh"
     [windows]="debootstrap dpkg-dev googletest make perl tcl"

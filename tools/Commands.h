@@ -72,7 +72,11 @@ struct PlatformOptions {
     bool verbose = false;
     bool wall = false; ///< Run the video wall service, too.
     std::uint16_t wallPort = 0;
-    bool coverage = false; ///< Say how functions are answered instead of running.
+    std::string faultsFile;           ///< Rules for faults; empty for none.
+    std::string seedFile;             ///< Documents to write first; empty for none.
+    std::string listen = "127.0.0.1"; ///< Address.
+    std::string token;                ///< Only @env: or @file:; empty makes one where one is needed.
+    bool coverage = false;            ///< Say how functions are answered instead of running.
 };
 int RunPlatform(const PlatformOptions& options);
 

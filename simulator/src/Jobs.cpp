@@ -365,6 +365,21 @@ void Stop(Handling& handling)
 
 } // namespace
 
+void EachJob(Handling& handling, const WorkSink& each)
+{
+    static constexpr const char* kNames[kStates] = {"waiting", "running", "done", "failed", "stopped"};
+    std::vector<std::string> keys;
+    handling.store.Select({kJobs}, [&](const std::string& key, const std::string&) { keys.push_back(key); });
+    for (const std::string& key : keys) {
+        if (EndsWith(key, "/latest")) {
+            continue; // Again, under another name.
+        }
+        const View view = Look(handling, key);
+        each({std::string(AsText(Member(view.job, "guid"))), key.substr(0, key.find('/')), "", kNames[view.state],
+              view.through, view.total, view.percent});
+    }
+}
+
 void AddJobs(Services& services, double timeScale)
 {
     services["job.start"] = [timeScale](Handling& handling) { Start(handling, timeScale); };

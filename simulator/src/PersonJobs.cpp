@@ -96,15 +96,21 @@ Json NeedJob(Handling& handling, const std::string& guid)
     return job;
 }
 
+/// How many of its elements a job is through with.
+std::int64_t Through(const Json& job, std::int64_t nowMs)
+{
+    const Json* stopped = Member(job, "stoppedMs");
+    const std::int64_t until = stopped == nullptr ? nowMs : AsInt(stopped);
+    const double elapsed = static_cast<double>(until - AsInt(Member(job, "startedMs")));
+    return std::min(std::int64_t{Member(job, "items")->Size()},
+                    static_cast<std::int64_t>(elapsed / Member(job, "itemMs")->GetDouble()));
+}
+
 /// Takes what the job has come to since somebody looked last.
 void Advance(Handling& handling, const std::string& guid, Json& job)
 {
-    const Json* stopped = Member(job, "stoppedMs");
-    const std::int64_t until = stopped == nullptr ? handling.nowMs : AsInt(stopped);
     const Json& items = *Member(job, "items");
-    const double elapsed = static_cast<double>(until - AsInt(Member(job, "startedMs")));
-    const auto through =
-        std::min(std::int64_t{items.Size()}, static_cast<std::int64_t>(elapsed / Member(job, "itemMs")->GetDouble()));
+    const std::int64_t through = Through(job, handling.nowMs);
     for (std::int64_t done = AsInt(Member(job, "done")); done < through; ++done) {
         if (AsBool(Member(job, "keep"))) {
             Take(handling, job, items[static_cast<rapidjson::SizeType>(done)]);
@@ -332,6 +338,20 @@ void Export(Handling& handling, double timeScale)
 }
 
 } // namespace
+
+void EachPersonJob(Handling& handling, const WorkSink& each)
+{
+    handling.Each({kJobs}, [&](const std::string& guid, Json& job) {
+        const Json* stopped = Member(job, "stoppedMs");
+        const std::int64_t total = Elements(Member(job, "items")).Size();
+        const std::int64_t done = Through(job, handling.nowMs);
+        each({guid, "persons", "",
+              done == total        ? "done"
+              : stopped != nullptr ? "stopped"
+                                   : "running",
+              done, total, total == 0 ? 100 : done * 100 / total});
+    });
+}
 
 void AddPersonJobs(Services& services, double timeScale)
 {
