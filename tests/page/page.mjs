@@ -313,24 +313,35 @@ const tests = {
             new PerformanceObserver(list => list.getEntries().forEach(each => globalThis.slowest = Math.max(globalThis.slowest, each.duration)))
                 .observe({ type: "event", durationThreshold: 16 });
         });
+        // What a key costs the page is measured in processor time: a machine that has other work answers later, but that is
+        // not the page's doing.
+        await page.ask("Performance.enable", { timeDomain: "threadTicks" });
+        const busy = async () => (await page.ask("Performance.getMetrics")).metrics.find(each => each.name === "TaskDuration").value * 1000;
+        const costs = [];
+        const press = async key => {
+            const before = await busy();
+            await page.press(key);
+            await page.run(() => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve))));
+            costs.push(await busy() - before);
+        };
         await page.press("End");
         await page.press("Enter"); // With the details open, every step loads an exchange, too.
         const flood = platform.flood(3000);
-        const keys = [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"];
-        for (const key of keys) {
-            await page.press(key);
+        for (const key of [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"]) {
+            await press(key);
         }
-        await page.press("/");
+        await press("/");
         for (const letter of "accessgr") {
-            await page.press(letter);
+            await press(letter);
         }
         await flood;
-        await new Promise(resolve => setTimeout(resolve, 300));
         const slowest = await page.run(() => globalThis.slowest);
         await page.ask("HeapProfiler.collectGarbage");
         const { usedSize } = await page.ask("Runtime.getHeapUsage");
-        console.log(`    slowest key ${slowest} ms of ${keys.length + 9}, heap ${(usedSize / 1e6).toFixed(1)} MB`);
-        assert.ok(slowest <= 100, `a key took ${slowest} ms`);
+        const dearest = Math.max(...costs);
+        console.log(`    ${costs.length} keys: at most ${dearest.toFixed(1)} ms of the processor, answered within ${slowest} ms; ` +
+            `heap ${(usedSize / 1e6).toFixed(1)} MB`);
+        assert.ok(dearest <= 100, `a key cost ${dearest} ms`);
         assert.ok(usedSize < 40e6, `the heap has ${usedSize} bytes`);
         await page.enter("#filter-text", "");
     },
