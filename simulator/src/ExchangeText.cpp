@@ -6,6 +6,7 @@
 
 #include "src/Base64.h"
 #include "src/Fields.h"
+#include "src/Query.h"
 
 namespace nexwire::simulator {
 namespace {
@@ -82,14 +83,48 @@ Json DeviceTexts(const std::string& sent, const std::string& answered, Allocator
     return texts;
 }
 
-std::int64_t CommandOf(std::string_view body)
+/// How well what a function sends explains a body: members that both have, less what only one has or what differs.
+int Likeness(const Json& sample, const Json& body)
+{
+    int likeness = 0;
+    for (const auto& member : sample.GetObject()) {
+        const Json* sent = Member(body, AsText(&member.name));
+        const std::string_view pattern = AsText(&member.value);
+        const bool differs = sent != nullptr && !pattern.empty() && sent->IsString() && !Fits(pattern, AsText(sent));
+        likeness += sent == nullptr ? -1 : differs ? -4 : 1;
+    }
+    return likeness - static_cast<int>(body.MemberCount());
+}
+
+/// Leaves those functions of an endpoint that the body tells apart: by command, else by what they send.
+void Narrow(std::vector<const WireFunction*>& functions, std::string_view body)
 {
     Document parsed;
     std::string error;
-    if (!ParseJson(parsed, body, error) || !parsed.IsObject() || parsed.MemberCount() != 1) {
-        return 0;
+    if (!ParseJson(parsed, body, error) || !parsed.IsObject() || parsed.MemberCount() != 1 ||
+        !parsed.MemberBegin()->value.IsObject()) {
+        return;
     }
-    return AsInt(Member(parsed.MemberBegin()->value, "command"));
+    const Json& root = parsed.MemberBegin()->value;
+    const std::int64_t command = AsInt(Member(root, "command"));
+    std::vector<const WireFunction*> best;
+    int most = 0;
+    for (const WireFunction* function : functions) {
+        std::string failed;
+        Document sample;
+        const bool sampled = ParseJson(sample, function->sample, failed) && sample.IsObject();
+        const int likeness = (sampled ? Likeness(sample, root) : -1) +
+                             (command != 0 && function->command == command ? 100 : 0) -
+                             (function->command != 0 && function->command != command ? 100 : 0);
+        if (best.empty() || likeness > most) {
+            best.clear();
+            most = likeness;
+        }
+        if (likeness == most) {
+            best.push_back(function);
+        }
+    }
+    functions = std::move(best);
 }
 
 } // namespace
@@ -140,15 +175,9 @@ std::vector<const WireFunction*> ExchangeText::FunctionsOf(std::string_view verb
             break;
         }
     }
-    const auto commands = [](const WireFunction* each) { return each->command != 0; };
-    if (std::any_of(functions.begin(), functions.end(), commands)) {
-        // The body says which of them it is; those without a command send any.
-        const std::int64_t command = CommandOf(body);
-        const auto sends = [&](const WireFunction* each) { return each->command == command; };
-        const std::int64_t wanted = std::any_of(functions.begin(), functions.end(), sends) ? command : 0;
-        functions.erase(std::remove_if(functions.begin(), functions.end(),
-                                       [&](const WireFunction* each) { return each->command != wanted; }),
-                        functions.end());
+    if (std::any_of(functions.begin(), functions.end(),
+                    [&](const WireFunction* each) { return each->name != functions.front()->name; })) {
+        Narrow(functions, body);
     }
     return functions;
 }

@@ -79,6 +79,7 @@ struct WireFunction {
     std::string path; ///< Identifiers by name, in braces.
     std::string root; ///< Empty: no body.
     const WireStructure* body = nullptr;
+    std::string sample;   ///< What it sends under its root, as JSON, "*" in place of what it is called with.
     bool partial = false; ///< Sends some members of its body's structure only.
     const WireStructure* result = nullptr;
     bool direct = false;                   ///< Goes to the video wall service.
@@ -108,6 +109,7 @@ private:
     const WireStructure* FromExample(const Json& example);
     const WireStructure* Merged(const WireStructure& first, const WireStructure* second);
     void ReadStructure(std::string_view name, const Json& entry);
+    static std::string Patterned(std::string_view text);
     void ReadFunction(const Json& entry);
 
     std::map<std::string, std::unique_ptr<WireStructure>, std::less<>> structures_;

@@ -225,7 +225,7 @@ TEST(PlatformTest, AFileKeepsEverythingAcrossARestart)
         Platform other(second);
         std::string error;
         EXPECT_FALSE(other.Start(error)) << "two platforms on one file";
-        EXPECT_THAT(error, HasSubstr("locked"));
+        EXPECT_THAT(error, HasSubstr("another process works with it"));
         EXPECT_EQ(other.Port(), 0);
     }
     Site site(database.Path());
