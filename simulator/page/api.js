@@ -45,36 +45,54 @@ export async function lines(where, signal) {
 }
 
 /**
- * Keeps an event stream open. `hooks`: restarted() before the first connection and whenever another run of the platform
- * answers, after() the last exchange known, exchange(list), lost(count), state(collection), jobs(), link(state).
+ * Keeps an event stream open while the page is looked at: a browser has six connections for all pages of one server, and
+ * those in the background would use them up. `hooks`: restarted(health) before the first connection and whenever another
+ * run of the platform answers, catchUp() before every other one, after() the last exchange known, exchange(list),
+ * lost(count), state(collection), jobs(), link(state).
  */
 export function listen(hooks) {
     let started = null;
     let wait = 500;
+    let timer = 0;
+    let source = null;
+    let attempts = 0; ///< Whoever finds another number has been overtaken.
+
+    function stop() {
+        ++attempts;
+        clearTimeout(timer);
+        source?.close();
+        source = null;
+    }
 
     async function connect() {
+        stop();
+        const mine = attempts;
         try {
             const health = await get("health");
             const now = Date.now() - health.uptimeMs;
             // Uptimes are measured to some milliseconds; no platform starts twice in two seconds.
             if (started === null || Math.abs(now - started) > 2000) {
                 await hooks.restarted(health);
+            } else {
+                await hooks.catchUp();
             }
             started = now;
         } catch {
-            retry();
+            if (mine === attempts) {
+                retry();
+            }
             return;
         }
-        const source = new EventSource(`${kBase}events?after=${hooks.after()}`);
+        if (mine !== attempts) {
+            return;
+        }
+        source = new EventSource(`${kBase}events?after=${hooks.after()}`);
         source.onopen = () => {
             wait = 500;
             hooks.link("live");
         };
-        source.onerror = () => {
-            // The browser would repeat the same address, and with it what came since.
-            source.close();
-            retry();
-        };
+        // The browser would repeat the same address, and with it what came since.
+        source.onerror = retry;
         source.addEventListener("exchange", event => hooks.exchange(JSON.parse(event.data)));
         source.addEventListener("lost", event => hooks.lost(JSON.parse(event.data).count));
         source.addEventListener("state", event => hooks.state(JSON.parse(event.data).collection));
@@ -82,10 +100,16 @@ export function listen(hooks) {
     }
 
     function retry() {
+        stop();
         hooks.link("away");
-        setTimeout(connect, wait);
+        timer = setTimeout(connect, wait);
         wait = Math.min(wait * 1.5, 5000);
     }
 
-    connect();
+    const look = () => document.hidden ? stop() : connect();
+    document.addEventListener("visibilitychange", look);
+    // A page that the browser keeps for "back" is not looked at either.
+    addEventListener("pagehide", stop);
+    addEventListener("pageshow", event => event.persisted && look());
+    look();
 }

@@ -106,16 +106,21 @@ $("theme-button").addEventListener("click", nextTheme);
 $("help-button").addEventListener("click", () => $("help-dialog").showModal());
 route();
 
+function refreshAll() {
+    clock.load();
+    state.changed("");
+    [jobs, devices, faults, expectations].forEach(each => each.changed());
+}
+
 listen({
     async restarted(health) {
         $("help-about").textContent = `nexwire ${health.version} · ${health.database || "state in memory"} · ${location.host}`;
         await exchanges.restarted();
-        clock.load();
-        jobs.changed();
-        state.changed("");
-        devices.changed();
-        faults.changed();
-        expectations.changed();
+        refreshAll();
+    },
+    async catchUp() {
+        await exchanges.catchUp();
+        refreshAll();
     },
     after: exchanges.after,
     exchange(batch) {

@@ -95,7 +95,7 @@ function device(content) {
         content.request === undefined ? null : small("Copy", () => copy(
             typeof content.request === "string" ? content.request : JSON.stringify(content.request, null, 2), "Text for the device")),
         [part("Condition", content.condition), part("Sent", content.request), part("Answered", content.answer), part("Status", content.status)]
-            .filter(Boolean).flat());
+            .filter(Boolean));
 }
 
 export const outcomeText = each => each.outcome === "fault" && each.fault ? `fault: ${each.fault}` : each.outcome ?? "";

@@ -17,7 +17,7 @@ export function h(tag, properties, ...children) {
             element.setAttribute(name, value === true ? "" : value);
         }
     }
-    element.append(...children.flat().filter(child => child !== null && child !== undefined && child !== false));
+    element.append(...children.flat(Infinity).filter(child => child !== null && child !== undefined && child !== false));
     return element;
 }
 

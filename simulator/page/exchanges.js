@@ -270,6 +270,9 @@ export async function restarted() {
     rows.refresh();
 }
 
+/** What came while nobody listened. */
+export const catchUp = async () => came(await lines(`exchanges?after=${log.lastId}`));
+
 export function came(batch) {
     recent.push([performance.now(), batch.length]);
     gone += log.add(batch);

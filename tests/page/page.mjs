@@ -1,5 +1,5 @@
-// page.mjs NEXWIRE CHROMIUM [PICTURE]: clicks through the page of a local platform, in a Chromium without a window.
-// With PICTURE it only makes that picture.
+// page.mjs NEXWIRE CHROMIUM [TEXT]: clicks through the page of a local platform, in a Chromium without a window; with TEXT
+// only the tests that have it in their names. page.mjs NEXWIRE CHROMIUM --picture FILE makes the picture for the README.
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
@@ -8,7 +8,7 @@ import path from "node:path";
 import { Browser } from "./browser.mjs";
 import { Platform } from "./platform.mjs";
 
-const [nexwire, chromium, picture] = process.argv.slice(2);
+const [nexwire, chromium, only = "", picture] = process.argv.slice(2);
 const platform = new Platform(path.resolve(nexwire));
 await platform.start();
 const browser = new Browser(chromium);
@@ -24,8 +24,22 @@ const kController = "AC000000000000000000000000000001";
 const rowWith = (...texts) => page.waitFor((rows, wanted) => [...document.querySelectorAll(rows)]
     .map(row => [...row.children].map(cell => cell.textContent).join(" | ")).find(row => wanted.every(text => row.includes(text))),
 kRows, texts);
+const onlyRows = (column, text) => page.waitFor((rows, cell, wanted) => {
+    const texts = [...document.querySelectorAll(rows)].map(row => row.children[cell].textContent);
+    return texts.length > 0 && texts.every(each => each === wanted);
+}, kRows, column, text);
+const openRow = async (...texts) => {
+    await rowWith(...texts);
+    // The last of them: older ones may be from tests before.
+    await page.run((rows, wanted) => [...document.querySelectorAll(rows)].filter(row => wanted.every(text => row.textContent.includes(text)))
+        .sort((a, b) => a.index - b.index).at(-1).click(), kRows, texts);
+};
 const detailHas = text => page.waitFor(wanted => document.querySelector("#detail").textContent.includes(wanted), text);
-const count = text => page.waitFor(wanted => document.querySelector("#list-count").textContent === wanted, text);
+async function count(wanted) {
+    const counted = () => page.text("#list-count");
+    await page.waitFor(text => document.querySelector("#list-count").textContent.startsWith(text), wanted)
+        .catch(async () => assert.fail(`"${await counted()}" in place of "${wanted}"`));
+}
 const shows = view => page.waitFor(each => !document.querySelector(`#view-${each}`).hidden, view);
 
 async function fresh(fragment = "") {
@@ -137,9 +151,7 @@ const tests = {
         await fresh();
         const called = await platform.call("AcsParamConfig::getAcsDoorParamRequest", `deviceGuid=${kController}`, "doorNo=1");
         assert.equal(called.code, 0, called.err);
-        await rowWith("AcsParamConfig::getAcsDoorParamRequest");
-        await page.press("End");
-        await page.press("Enter");
+        await openRow("AcsParamConfig::getAcsDoorParamRequest");
         await detailHas("Text for the device");
         await detailHas("2102");
         await detailHas("openDuration");
@@ -148,17 +160,17 @@ const tests = {
     async "filters narrow by function, outcome, and text in bodies"() {
         await fresh();
         await addGroup("Zebra crossing");
-        await rowWith("CAccessGroupComm::addAccessGroup");
+        assert.notEqual((await addGroup("Zebra crossing")).code, 0);
+        await rowWith("CAccessGroupComm::addAccessGroup", "refused");
         await page.press("/");
-        await page.type("zebra CROSSING");
-        await page.waitFor(() => /^1 of /.test(document.querySelector("#list-count").textContent));
+        await page.type("zebra CROSSING"); // Stands in bodies only.
+        await count("2 of ");
         await page.enter("#filter-text", "");
-        await page.enter("#filter-function", "acsparam");
-        await page.waitFor(() => /^1 of /.test(document.querySelector("#list-count").textContent));
+        await page.enter("#filter-function", "accessgroupcomm::add");
+        await onlyRows(3, "CAccessGroupComm::addAccessGroup");
         await page.enter("#filter-function", "");
         await page.click('#filter-outcome [data-outcome="refused"]');
-        await page.waitFor(rows => [...document.querySelectorAll(rows)].length > 0 &&
-            [...document.querySelectorAll(rows)].every(row => row.children[6].textContent === "refused"), kRows);
+        await onlyRows(6, "refused");
         await page.click('#filter-outcome [data-outcome="refused"]');
     },
 
@@ -166,8 +178,7 @@ const tests = {
         await platform.send("PUT", "/7730/v1/accessController/accessGroups",
             JSON.stringify({ accessGroupAddParam: { name: "x", password: "hunter-two" } }), { Authorization: "Bearer top-secret" });
         await fresh();
-        await page.press("End");
-        await page.press("Enter");
+        await openRow("addAccessGroup", "3-9");
         await detailHas("password");
         await page.run(() => document.querySelectorAll("#detail details").forEach(each => each.open = true));
         const leak = () => page.run(() => ["hunter-two", "top-secret"].filter(each => document.documentElement.outerHTML.includes(each)));
@@ -302,24 +313,35 @@ const tests = {
             new PerformanceObserver(list => list.getEntries().forEach(each => globalThis.slowest = Math.max(globalThis.slowest, each.duration)))
                 .observe({ type: "event", durationThreshold: 16 });
         });
+        // What a key costs the page is measured in processor time: a machine that has other work answers later, but that is
+        // not the page's doing.
+        await page.ask("Performance.enable", { timeDomain: "threadTicks" });
+        const busy = async () => (await page.ask("Performance.getMetrics")).metrics.find(each => each.name === "TaskDuration").value * 1000;
+        const costs = [];
+        const press = async key => {
+            const before = await busy();
+            await page.press(key);
+            await page.run(() => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve))));
+            costs.push(await busy() - before);
+        };
         await page.press("End");
         await page.press("Enter"); // With the details open, every step loads an exchange, too.
         const flood = platform.flood(3000);
-        const keys = [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"];
-        for (const key of keys) {
-            await page.press(key);
+        for (const key of [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"]) {
+            await press(key);
         }
-        await page.press("/");
+        await press("/");
         for (const letter of "accessgr") {
-            await page.press(letter);
+            await press(letter);
         }
         await flood;
-        await new Promise(resolve => setTimeout(resolve, 300));
         const slowest = await page.run(() => globalThis.slowest);
         await page.ask("HeapProfiler.collectGarbage");
         const { usedSize } = await page.ask("Runtime.getHeapUsage");
-        console.log(`    slowest key ${slowest} ms of ${keys.length + 9}, heap ${(usedSize / 1e6).toFixed(1)} MB`);
-        assert.ok(slowest <= 100, `a key took ${slowest} ms`);
+        const dearest = Math.max(...costs);
+        console.log(`    ${costs.length} keys: at most ${dearest.toFixed(1)} ms of the processor, answered within ${slowest} ms; ` +
+            `heap ${(usedSize / 1e6).toFixed(1)} MB`);
+        assert.ok(dearest <= 100, `a key cost ${dearest} ms`);
         assert.ok(usedSize < 40e6, `the heap has ${usedSize} bytes`);
         await page.enter("#filter-text", "");
     },
@@ -411,7 +433,7 @@ try {
     if (picture) {
         await draw();
     } else {
-        for (const [name, run] of Object.entries(tests)) {
+        for (const [name, run] of Object.entries(tests).filter(([each]) => new RegExp(only).test(each))) {
             try {
                 await run();
                 console.log(`ok  ${name}`);
