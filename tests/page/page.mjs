@@ -1,5 +1,6 @@
 // page.mjs NEXWIRE CHROMIUM [TEXT]: clicks through the page of a local platform, in a Chromium without a window; with TEXT
-// only the tests that have it in their names. page.mjs NEXWIRE CHROMIUM --picture FILE makes the picture for the README.
+// only the tests that have it in their names. page.mjs NEXWIRE CHROMIUM --picture FILE makes the picture for the README
+// (pngquant makes it small).
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
@@ -31,8 +32,9 @@ const onlyRows = (column, text) => page.waitFor((rows, cell, wanted) => {
 const openRow = async (...texts) => {
     await rowWith(...texts);
     // The last of them: older ones may be from tests before.
-    await page.run((rows, wanted) => [...document.querySelectorAll(rows)].filter(row => wanted.every(text => row.textContent.includes(text)))
-        .sort((a, b) => a.index - b.index).at(-1).click(), kRows, texts);
+    const id = await page.run((rows, wanted) => [...document.querySelectorAll(rows)]
+        .filter(row => wanted.every(text => row.textContent.includes(text))).sort((a, b) => a.index - b.index).at(-1).id, kRows, texts);
+    await page.click(`#${id}`);
 };
 const detailHas = text => page.waitFor(wanted => document.querySelector("#detail").textContent.includes(wanted), text);
 async function count(wanted) {
@@ -421,9 +423,34 @@ const tests = {
 // ---- A picture for those who read about it ----
 
 async function draw() {
-    await page.size(1360, 800);
-    await page.scheme("dark");
+    await page.size(1240, 660);
+    await page.scheme("light");
     await fresh();
+    const read = (name, ...values) => platform.call(name, ...values);
+    const onDevice = `deviceGuid=${kController}`;
+    await read("CGetAllDevicesInfo::request", "--body", "/dev/null");
+    await download();
+    await read("queryAccessGroups");
+    await addGroup("Night shift");
+    await addGroup("Night shift");
+    await read("CGetWiegands::request");
+    await platform.own("POST", "faults", { name: "busy", function: "CAccessGroupComm::query*", fault: "status", status: 503, times: 1 });
+    await read("queryAccessGroups");
+    await read("queryAccessGroups");
+    await read("AcsParamConfig::getAcsDoorParamRequest", onDevice, "doorNo=1");
+    await read("CGetAlarmLogs::request", 'condition={"pageNo": 1, "pageSize": 20}');
+    await read("CGetSingleDevicesComm::request", onDevice);
+    await read("AcsDeviceStateConfig::getAcsDeviceStateRequest", onDevice);
+    await read("GetOrganizationComm::request", "condition={}");
+    await addGroup("Sunday shift");
+    await read("queryAccessGroups");
+    await openRow("getAcsDoorParamRequest");
+    await detailHas("openDuration");
+    await page.run(() => {
+        document.querySelectorAll("#detail details")[0].open = false;
+        document.querySelectorAll("#detail details")[1].open = false;
+    });
+    await new Promise(resolve => setTimeout(resolve, 2500));
     await page.picture(picture);
 }
 
