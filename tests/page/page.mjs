@@ -326,24 +326,31 @@ const tests = {
             await page.run(() => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve))));
             costs.push(await busy() - before);
         };
+        const keys = [..."kkkkkkkkkkjjjjj", "Home", "End", ..."kkkkk", "Escape", "/", ..."accessgr"];
         await page.press("End");
         await page.press("Enter"); // With the details open, every step loads an exchange, too.
-        const flood = platform.flood(3000);
-        for (const key of [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"]) {
+        for (const key of keys) {
             await press(key);
         }
-        await press("/");
-        for (const letter of "accessgr") {
-            await press(letter);
+        const quiet = await page.run(() => globalThis.slowest);
+        await page.enter("#filter-text", "");
+        await page.press("Escape");
+
+        const before = await busy();
+        const flood = platform.flood(3000);
+        for (const key of keys) {
+            await page.press(key);
         }
         await flood;
+        const ingested = await busy() - before;
         const slowest = await page.run(() => globalThis.slowest);
         await page.ask("HeapProfiler.collectGarbage");
         const { usedSize } = await page.ask("Runtime.getHeapUsage");
         const dearest = Math.max(...costs);
-        console.log(`    ${costs.length} keys: at most ${dearest.toFixed(1)} ms of the processor, answered within ${slowest} ms; ` +
-            `heap ${(usedSize / 1e6).toFixed(1)} MB`);
-        assert.ok(dearest <= 100, `a key cost ${dearest} ms`);
+        console.log(`    ${costs.length} keys, at most ${dearest.toFixed(1)} ms of the processor each, answered within ${quiet} ms, ` +
+            `while 3,000 exchanges came ${slowest} ms; those cost ${ingested.toFixed(0)} ms; heap ${(usedSize / 1e6).toFixed(1)} MB`);
+        assert.ok(dearest <= 80, `a key cost ${dearest} ms`);
+        assert.ok(ingested <= 3000, `3,000 exchanges and the keys cost ${ingested} ms`);
         assert.ok(usedSize < 40e6, `the heap has ${usedSize} bytes`);
         await page.enter("#filter-text", "");
     },
@@ -382,6 +389,7 @@ const tests = {
             assert.ok(await page.run(() => document.documentElement.scrollWidth <= innerWidth), view);
         }
         await page.click('nav a[data-view="exchanges"]');
+        await shows("exchanges");
         await page.press("End");
         await page.click(`${kRows}[aria-selected="true"]`);
         await detailHas("Request");
