@@ -24,10 +24,11 @@ std::string Quoted(const std::string& text)
     return quoted + "'";
 }
 
-std::string CurlLine(const Exchange& exchange, const std::string& body, const std::string& server)
+std::string CurlLine(const Exchange& exchange, const std::string& target, const std::string& body,
+                     const std::string& server)
 {
     const HttpServer::Done& served = exchange.served;
-    std::string line = "curl -X " + Quoted(served.request.verb) + " " + Quoted(server + served.target);
+    std::string line = "curl -X " + Quoted(served.request.verb) + " " + Quoted(server + target);
     const auto type = served.request.headers.find("content-type");
     if (!body.empty()) {
         line += " -H " +
@@ -197,11 +198,12 @@ std::string Program(const WireFunction& function, Arguments& arguments)
 
 } // namespace
 
-Json CallLines(const Exchange& exchange, const std::string& body, const WireFunction* function,
-               const std::string& server, const Keel::CRedactor& redactor, Allocator& memory)
+Json CallLines(const Exchange& exchange, const std::string& target, const std::string& body,
+               const WireFunction* function, const std::string& server, const Keel::CRedactor& redactor,
+               Allocator& memory)
 {
     Fields lines(memory);
-    lines.Text("curl", CurlLine(exchange, body, server));
+    lines.Text("curl", CurlLine(exchange, target, body, server));
     if (function != nullptr) {
         Arguments arguments(*function, exchange, body);
         lines.Text("call", CommandLine(*function, arguments, server, redactor))

@@ -62,7 +62,8 @@ Json DeviceTexts(const std::string& sent, const std::string& answered, Allocator
     }
     const Json& root = request.MemberBegin()->value;
     const Json* command = Member(root, "command");
-    if (command == nullptr || Member(root, "inBuffer") == Member(root, "batchSendDataList")) {
+    const auto has = [&](const char* name) { return Member(root, name) != nullptr; };
+    if (command == nullptr || !(has("condBuffer") || has("inBuffer") || has("batchSendDataList"))) {
         return Json();
     }
     Json texts(rapidjson::kObjectType);
@@ -189,6 +190,21 @@ std::vector<const WireFunction*> ExchangeText::FunctionsOf(const KeptExchange& k
     return FunctionsOf(request.verb, request.path, kept.bodies ? *kept.bodies->sent : none);
 }
 
+std::string ExchangeText::RedactedQuery(std::string_view query) const
+{
+    std::string redacted;
+    while (!query.empty()) {
+        const std::string_view one = query.substr(0, query.find('&'));
+        const std::size_t equals = one.find('=');
+        const bool secret =
+            equals != std::string_view::npos && redactor_.IsSecret(Decoded(one.substr(0, equals), true));
+        redacted += redacted.empty() ? "" : "&";
+        redacted += secret ? std::string(one.substr(0, equals + 1)) + "***" : redactor_.Redact(std::string(one));
+        query.remove_prefix(std::min(one.size() + 1, query.size()));
+    }
+    return redacted;
+}
+
 Json ExchangeText::Summary(const KeptExchange& kept, Allocator& memory) const
 {
     const HttpServer::Done& served = kept.exchange->served;
@@ -210,7 +226,7 @@ Json ExchangeText::Summary(const KeptExchange& kept, Allocator& memory) const
         summary.Number("method", functions.front()->method);
     }
     summary.Text("path", served.request.path.empty() ? served.target : served.request.path)
-        .Text("query", served.request.query.empty() ? std::string() : redactor_.Redact(served.request.query))
+        .Text("query", RedactedQuery(served.request.query))
         .Number("status", served.status)
         .Text("code", served.code)
         .Text("msg", redactor_.Redact(served.message))
@@ -305,8 +321,10 @@ Json ExchangeText::Whole(const KeptExchange& kept, bool secrets, const std::stri
         fields.Flag("redacted", true);
     }
     const std::vector<const WireFunction*> functions = FunctionsOf(kept);
-    fields.Value("lines", CallLines(*kept.exchange, sent, functions.empty() ? nullptr : functions.front(), server,
-                                    redactor_, memory));
+    const std::string query = secrets ? served.request.query : RedactedQuery(served.request.query);
+    const std::string target = served.request.path + (query.empty() ? "" : "?") + query;
+    fields.Value("lines", CallLines(*kept.exchange, target, sent, functions.empty() ? nullptr : functions.front(),
+                                    server, redactor_, memory));
     return whole;
 }
 

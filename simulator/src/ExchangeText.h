@@ -31,6 +31,7 @@ public:
     std::string Redacted(const std::string& text) const { return redactor_.Redact(text); }
 
 private:
+    std::string RedactedQuery(std::string_view query) const;
     Json HeaderFields(const std::string& head, bool secrets, Allocator& memory) const;
     Json Body(const std::string* body, std::string_view type, std::uint64_t bytes, bool secrets,
               Allocator& memory) const;
@@ -46,8 +47,9 @@ std::string_view FirstKey(std::string_view body);
 Json Opened(std::string_view text, Allocator& memory);
 
 /// The same call by other means: {"curl", "call", "cpp"} (CallLines.cpp).
-/// @param body  null without one. @param function  null when nobody sends this.
-Json CallLines(const Exchange& exchange, const std::string& body, const WireFunction* function,
-               const std::string& server, const Keel::CRedactor& redactor, Allocator& memory);
+/// @param target  path and query. @param function  null when nobody sends this.
+Json CallLines(const Exchange& exchange, const std::string& target, const std::string& body,
+               const WireFunction* function, const std::string& server, const Keel::CRedactor& redactor,
+               Allocator& memory);
 
 } // namespace nexwire::simulator

@@ -115,6 +115,7 @@ TEST_F(Workbench, StateCanBeReadChangedSeededAndBegunAnew)
     EXPECT_EQ(Send("GET", "state/_platform").status, 404u);
     EXPECT_THAT(Send("GET", "state").body, Not(HasSubstr("\"_platform\"")));
 
+    const std::size_t devices = Send("GET", "devices").Size("");
     const std::string device = R"({"deviceGuid":"EE","name":"Seeded","deviceType":"alarmPanel"})";
     EXPECT_EQ(Send("POST", "seed", "{\"devices\":[" + device + "],\"nonsense\":[]}").status, 400u);
     EXPECT_EQ(Send("GET", "state/devices/EE").status, 404u) << "a seed is written whole or not at all";
@@ -122,7 +123,7 @@ TEST_F(Workbench, StateCanBeReadChangedSeededAndBegunAnew)
     EXPECT_EQ(Send("GET", "state/devices/EE").body, device);
     EXPECT_EQ(Send("POST", "reset").status, 200u);
     EXPECT_EQ(Send("GET", path).status, 404u);
-    EXPECT_EQ(Send("GET", "devices").Size(""), 16u);
+    EXPECT_EQ(Send("GET", "devices").Size(""), devices);
     EXPECT_EQ(Send("POST", kCommands, kOpenDoor).Code(), "0-0") << "what was seeded is there again";
 }
 
