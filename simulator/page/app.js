@@ -91,6 +91,10 @@ function nextTheme() {
 
 const kLinks = { live: "live", away: "platform away" };
 
+if (location.search !== "") {
+    // A token has become a cookie by now; it is not to stand in the history, nor in links that are passed on.
+    history.replaceState(null, "", location.pathname + location.hash);
+}
 showTheme(document.documentElement.dataset.theme);
 exchanges.start({
     went: (name, rest) => view === "exchanges" && went(name, rest),

@@ -91,10 +91,14 @@ function device(content) {
         const node = parsed(typeof value === "string" ? value : JSON.stringify(value));
         return [h("h3", null, title), node?.entries ? tree(node, title) : h("pre", { class: "code" }, value)];
     };
-    return section("device", "Text for the device", content.command === undefined ? "" : `command ${content.command}`,
+    // Conditions are a number most times.
+    const plain = typeof content.condition !== "object" && content.condition !== "";
+    const note = [content.command === undefined ? null : `command ${content.command}`,
+                  content.condition === undefined || !plain ? null : `condition ${content.condition}`].filter(Boolean).join(" · ");
+    return section("device", "Text for the device", note,
         content.request === undefined ? null : small("Copy", () => copy(
             typeof content.request === "string" ? content.request : JSON.stringify(content.request, null, 2), "Text for the device")),
-        [part("Condition", content.condition), part("Sent", content.request), part("Answered", content.answer), part("Status", content.status)]
+        [part("Condition", plain ? null : content.condition), part("Sent", content.request), part("Answered", content.answer), part("Status", content.status)]
             .filter(Boolean));
 }
 

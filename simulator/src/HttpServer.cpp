@@ -183,6 +183,7 @@ private:
                            (streams ? std::string() : field("Content-Length", std::to_string(body_->size()))) + "\r\n";
         const Damage damage = answer_.damage;
         Tell(head);
+        stream_.expires_after(std::chrono::seconds(shared_.settings.idleSeconds)); // A delay may have taken longer.
         if (damage == Damage::kResetBefore) {
             Reset();
         } else if (streams) {

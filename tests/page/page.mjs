@@ -1,5 +1,6 @@
 // page.mjs NEXWIRE CHROMIUM [TEXT]: clicks through the page of a local platform, in a Chromium without a window; with TEXT
-// only the tests that have it in their names. page.mjs NEXWIRE CHROMIUM --picture FILE makes the picture for the README.
+// only the tests that have it in their names. page.mjs NEXWIRE CHROMIUM --picture FILE makes the picture for the README
+// (pngquant makes it small).
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
@@ -31,8 +32,9 @@ const onlyRows = (column, text) => page.waitFor((rows, cell, wanted) => {
 const openRow = async (...texts) => {
     await rowWith(...texts);
     // The last of them: older ones may be from tests before.
-    await page.run((rows, wanted) => [...document.querySelectorAll(rows)].filter(row => wanted.every(text => row.textContent.includes(text)))
-        .sort((a, b) => a.index - b.index).at(-1).click(), kRows, texts);
+    const id = await page.run((rows, wanted) => [...document.querySelectorAll(rows)]
+        .filter(row => wanted.every(text => row.textContent.includes(text))).sort((a, b) => a.index - b.index).at(-1).id, kRows, texts);
+    await page.click(`#${id}`);
 };
 const detailHas = text => page.waitFor(wanted => document.querySelector("#detail").textContent.includes(wanted), text);
 async function count(wanted) {
@@ -324,24 +326,31 @@ const tests = {
             await page.run(() => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve))));
             costs.push(await busy() - before);
         };
+        const keys = [..."kkkkkkkkkkjjjjj", "Home", "End", ..."kkkkk", "Escape", "/", ..."accessgr"];
         await page.press("End");
         await page.press("Enter"); // With the details open, every step loads an exchange, too.
-        const flood = platform.flood(3000);
-        for (const key of [..."kkkkkkkkkkjjjjjkkkkkkkkkk", "Home", "End", ..."kkkkk", "Escape"]) {
+        for (const key of keys) {
             await press(key);
         }
-        await press("/");
-        for (const letter of "accessgr") {
-            await press(letter);
+        const quiet = await page.run(() => globalThis.slowest);
+        await page.enter("#filter-text", "");
+        await page.press("Escape");
+
+        const before = await busy();
+        const flood = platform.flood(3000);
+        for (const key of keys) {
+            await page.press(key);
         }
         await flood;
+        const ingested = await busy() - before;
         const slowest = await page.run(() => globalThis.slowest);
         await page.ask("HeapProfiler.collectGarbage");
         const { usedSize } = await page.ask("Runtime.getHeapUsage");
         const dearest = Math.max(...costs);
-        console.log(`    ${costs.length} keys: at most ${dearest.toFixed(1)} ms of the processor, answered within ${slowest} ms; ` +
-            `heap ${(usedSize / 1e6).toFixed(1)} MB`);
-        assert.ok(dearest <= 100, `a key cost ${dearest} ms`);
+        console.log(`    ${costs.length} keys, at most ${dearest.toFixed(1)} ms of the processor each, answered within ${quiet} ms, ` +
+            `while 3,000 exchanges came ${slowest} ms; those cost ${ingested.toFixed(0)} ms; heap ${(usedSize / 1e6).toFixed(1)} MB`);
+        assert.ok(dearest <= 80, `a key cost ${dearest} ms`);
+        assert.ok(ingested <= 3000, `3,000 exchanges and the keys cost ${ingested} ms`);
         assert.ok(usedSize < 40e6, `the heap has ${usedSize} bytes`);
         await page.enter("#filter-text", "");
     },
@@ -380,6 +389,7 @@ const tests = {
             assert.ok(await page.run(() => document.documentElement.scrollWidth <= innerWidth), view);
         }
         await page.click('nav a[data-view="exchanges"]');
+        await shows("exchanges");
         await page.press("End");
         await page.click(`${kRows}[aria-selected="true"]`);
         await detailHas("Request");
@@ -421,9 +431,34 @@ const tests = {
 // ---- A picture for those who read about it ----
 
 async function draw() {
-    await page.size(1360, 800);
-    await page.scheme("dark");
+    await page.size(1240, 660);
+    await page.scheme("light");
     await fresh();
+    const read = (name, ...values) => platform.call(name, ...values);
+    const onDevice = `deviceGuid=${kController}`;
+    await read("CGetAllDevicesInfo::request", "--body", "/dev/null");
+    await download();
+    await read("queryAccessGroups");
+    await addGroup("Night shift");
+    await addGroup("Night shift");
+    await read("CGetWiegands::request");
+    await platform.own("POST", "faults", { name: "busy", function: "CAccessGroupComm::query*", fault: "status", status: 503, times: 1 });
+    await read("queryAccessGroups");
+    await read("queryAccessGroups");
+    await read("AcsParamConfig::getAcsDoorParamRequest", onDevice, "doorNo=1");
+    await read("CGetAlarmLogs::request", 'condition={"pageNo": 1, "pageSize": 20}');
+    await read("CGetSingleDevicesComm::request", onDevice);
+    await read("AcsDeviceStateConfig::getAcsDeviceStateRequest", onDevice);
+    await read("GetOrganizationComm::request", "condition={}");
+    await addGroup("Sunday shift");
+    await read("queryAccessGroups");
+    await openRow("getAcsDoorParamRequest");
+    await detailHas("openDuration");
+    await page.run(() => {
+        document.querySelectorAll("#detail details")[0].open = false;
+        document.querySelectorAll("#detail details")[1].open = false;
+    });
+    await new Promise(resolve => setTimeout(resolve, 2500));
     await page.picture(picture);
 }
 
