@@ -37,7 +37,9 @@ function drawCollections() {
     }
     const box = $("collections");
     const scroll = box.scrollTop;
-    box.replaceChildren(...[...modules].flatMap(([module, list]) => [
+    // By module; what belongs to none comes last.
+    const inOrder = [...modules].sort(([a], [b]) => (a === "") - (b === "") || a.localeCompare(b));
+    box.replaceChildren(...inOrder.flatMap(([module, list]) => [
         h("div", { class: "group-name", role: "presentation" }, module || "of the platform itself"),
         ...list.map(each => {
             const row = h("div", {
@@ -108,9 +110,9 @@ async function load(page, fresh = false) {
     rows.refresh();
 }
 
-const kNames = ["name", "objectName", "deviceName", "personName", "userName", "title", "fileName"];
-
-const nameOf = document => String(kNames.map(each => document?.[each]).find(Boolean) ?? "");
+/** What a person would call a document: its first member that is a name. */
+const nameOf = document => Object.entries(document ?? {})
+    .find(([member, value]) => /^(name|title|.*Name)$/.test(member) && typeof value === "string" && value !== "")?.[1] ?? "";
 
 const source = {
     count: () => total,
