@@ -910,10 +910,9 @@ private:
             }
             Value properties = Object();
             Value required = Array();
-            const bool all = view.doc.find("All members are required") != std::string::npos;
             for (const catalogue::MemberView& member : view.members) {
                 Add(properties, member.key, MemberSchema(member));
-                if (all || member.limits->required) {
+                if (member.limits->required) {
                     Push(required, Text(member.key));
                 }
             }

@@ -139,6 +139,9 @@ TEST_F(Sweep, EveryFunctionSendsAWellFormedRequest)
             continue;
         }
         const RequestParams& request = trace.request;
+        // What is made of this does not differ from build to build.
+        const RequestParams again = recorder.Run(function).request;
+        EXPECT_TRUE(request.url == again.url && request.body == again.body && request.headers == again.headers);
         EXPECT_EQ('/', request.url[0]);
         EXPECT_EQ(std::string::npos, request.url.find("//")) << request.url;
         EXPECT_EQ(HasBlanks(function), request.url.find(' ') != std::string::npos) << request.url;
