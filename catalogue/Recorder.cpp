@@ -5,14 +5,17 @@
 #include <keel/GuidUtil.h>
 
 #include "catalogue/Catalogue.h"
-#include "catalogue/DirectRecorder.h"
 #include "catalogue/Find.h"
+#include "loopback/RawServer.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
 
 namespace nexwire {
 namespace catalogue {
 namespace {
+
+/// The method code of all that goes to the video wall service.
+constexpr std::int32_t kPost = 2;
 
 /// Notes what it is asked to send and answers with an empty envelope.
 class NotingExecutor : public IRequestExecutor {
@@ -52,15 +55,16 @@ public:
 struct Recorder::State {
     std::vector<RequestParams> requests;
     bool ours = false;
-    /// Stands in for the video wall service.
-    DirectRecorder service;
+    /// Stands in for the video wall service, which functions ask for themselves instead of asking the executor.
+    loopback::RawServer service;
     /// Stands in for local files; there once it was needed.
     std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
 {
-    CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+    state_->service.SetDefault(loopback::Reply::Json(R"({"code":0,"module":0,"msg":"","data":{}})"));
+    CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     NexwireInitParams params;
     auto executor = std::make_unique<NotingExecutor>(state_->requests);
     auto encryption = std::make_unique<ClearEncryption>();
@@ -149,7 +153,7 @@ Trace Recorder::Run(Call& call)
 {
     Trace trace;
     state_->requests.clear();
-    state_->service.Clear();
+    state_->service.TakeRequests();
     call.Run();
     if (!state_->requests.empty()) {
         trace.sent = true;
@@ -160,10 +164,18 @@ Trace Recorder::Run(Call& call)
         }
         return trace;
     }
-    trace.direct = trace.sent = state_->service.Take(trace.request);
-    if (!trace.sent) {
+    const std::vector<loopback::RawRequest> direct = state_->service.TakeRequests();
+    trace.direct = trace.sent = !direct.empty();
+    if (trace.sent) {
+        const loopback::RawRequest& last = direct.back();
+        trace.request = RequestParams(last.target, kPost, last.body);
+        for (const auto& [name, value] : last.fields) {
+            trace.request.headers[name] = value;
+        }
+        trace.request.headers.erase("Host");
+    } else {
         // It may have been the function that says where the service is.
-        CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+        CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     }
     return trace;
 }
