@@ -89,37 +89,37 @@ public:
             device.alias = "Decoder " + std::to_string(i);
             ready_ = CTWDeviceCommon::addDevice(device) && ready_;
             if (i == 0) {
-                output.deviceGuid = device.guid;
-                output.id = 1;
-                ready_ = CTWDeviceCommon::bandOutput(output) && ready_;
+                output_.deviceGuid = device.guid;
+                output_.id = 1;
+                ready_ = CTWDeviceCommon::bandOutput(output_) && ready_;
             }
         }
-        play.deviceGuid = output.deviceGuid;
-        play.id = 1;
-        play.url = "rtsp://10.20.1.1:554/main";
-        play.rowNum = 1;
-        play.colNum = 1;
-        ready_ = CTWDeviceCommon::startPlay(play) && ready_;
-        task.taskName = "Entrances";
-        task.pollingTime = 10;
-        task.windowList = {{play.deviceGuid, play.windowId, 0, {}}};
+        play_.deviceGuid = output_.deviceGuid;
+        play_.id = 1;
+        play_.url = "rtsp://10.20.1.1:554/main";
+        play_.rowNum = 1;
+        play_.colNum = 1;
+        ready_ = CTWDeviceCommon::startPlay(play_) && ready_;
+        task_.taskName = "Entrances";
+        task_.pollingTime = 10;
+        task_.windowList = {{play_.deviceGuid, play_.windowId, 0, {}}};
         for (int i = 0; i < kCameras; ++i) {
-            tagTWPollingCameraInfo& camera = task.cameraList.emplace_back();
+            tagTWPollingCameraInfo& camera = task_.cameraList.emplace_back();
             camera.cameraGuid = "5d0cf6ab2b8a4f0f9f7c0a9b1d2e3f" + std::to_string(i + 10);
             camera.cameraName = "Entrance " + std::to_string(i);
             camera.deviceSerial = "CAM00000" + std::to_string(i);
             camera.url = "rtsp://10.20.1.1:554/main";
         }
-        ready_ = CTWDeviceCommon::addPollingTask(task) && ready_;
+        ready_ = CTWDeviceCommon::addPollingTask(task_) && ready_;
     }
 
     bool Ready() const { return ready_; }
     std::uint16_t Port() const { return service_->Port(); }
 
-    bool BandOutput() { return CTWDeviceCommon::bandOutput(output); }
-    bool StartPlay() { return CTWDeviceCommon::startPlay(play); }
-    bool ModifyPollingTask() { return CTWDeviceCommon::modifyPollingTask(task); }
-    bool GetAllDevices() { return CTWDeviceCommon::getAllDevices(devices, "demo", "1", false); }
+    bool BandOutput() { return CTWDeviceCommon::bandOutput(output_); }
+    bool StartPlay() { return CTWDeviceCommon::startPlay(play_); }
+    bool ModifyPollingTask() { return CTWDeviceCommon::modifyPollingTask(task_); }
+    bool GetAllDevices() { return CTWDeviceCommon::getAllDevices(devices_, "demo", "1", false); }
 
 private:
     static constexpr int kDevices = 50;
@@ -127,10 +127,10 @@ private:
 
     std::unique_ptr<simulator::VideoWallService> service_;
     bool ready_ = false;
-    tagTWDeviceOutputInfo output;
-    tagTWPlayInfo play;
-    tagTWWallPollingTaskInfo task;
-    std::vector<tagTWDeviceInfo> devices;
+    tagTWDeviceOutputInfo output_;
+    tagTWPlayInfo play_;
+    tagTWWallPollingTaskInfo task_;
+    std::vector<tagTWDeviceInfo> devices_;
 };
 
 Wall& TheWall()
