@@ -57,13 +57,18 @@ struct Recorder::State {
     bool ours = false;
     /// Stands in for the video wall service, which functions ask for themselves instead of asking the executor.
     loopback::RawServer service;
+    /// What its answers hold.
+    void AnswerWith(const std::string& data)
+    {
+        service.SetDefault(loopback::Reply::Json(R"({"code":0,"module":0,"msg":"","data":)" + data + "}"));
+    }
     /// Stands in for local files; there once it was needed.
     std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
 {
-    state_->service.SetDefault(loopback::Reply::Json(R"({"code":0,"module":0,"msg":"","data":{}})"));
+    state_->AnswerWith("{}");
     CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     NexwireInitParams params;
     auto executor = std::make_unique<NotingExecutor>(state_->requests);

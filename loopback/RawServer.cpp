@@ -431,11 +431,11 @@ private:
         });
     }
 
-    template <class Then>
-    void After(milliseconds time, Then then)
+    // One type for all: each further one would compile the machinery anew.
+    void After(milliseconds time, std::function<void()> then)
     {
         m_timer.expires_after(time);
-        m_timer.async_wait([then](const error_code& error) {
+        m_timer.async_wait([then = std::move(then)](const error_code& error) {
             if (!error) {
                 then();
             }
