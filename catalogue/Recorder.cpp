@@ -9,8 +9,8 @@
 #include <rapidjson/writer.h>
 
 #include "catalogue/Catalogue.h"
-#include "catalogue/DirectRecorder.h"
 #include "catalogue/Find.h"
+#include "loopback/RawServer.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
 
@@ -19,6 +19,8 @@ namespace catalogue {
 namespace {
 
 constexpr const char* kEmptyAnswer = R"({"code":"0-0","msg":"","data":{}})";
+/// The method code of all that goes to the video wall service.
+constexpr std::int32_t kPost = 2;
 
 /// Notes what it is asked to send and answers with an empty envelope.
 class NotingExecutor : public IRequestExecutor {
@@ -107,15 +109,21 @@ std::string AnswerRead(const core::AnswerReads& reads)
 struct Recorder::State {
     std::vector<RequestParams> requests;
     bool ours = false;
-    /// Stands in for the video wall service.
-    DirectRecorder service;
+    /// Stands in for the video wall service, which functions ask for themselves instead of asking the executor.
+    loopback::RawServer service;
+    /// What its answers hold.
+    void AnswerWith(const std::string& data)
+    {
+        service.SetDefault(loopback::Reply::Json(R"({"code":0,"module":0,"msg":"","data":)" + data + "}"));
+    }
     /// Stands in for local files; there once it was needed.
     std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
 {
-    CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+    state_->AnswerWith("{}");
+    CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     NexwireInitParams params;
     auto executor = std::make_unique<NotingExecutor>(state_->requests);
     auto encryption = std::make_unique<ClearEncryption>();
@@ -187,10 +195,10 @@ Trace Recorder::Run(const Function& function)
             break;
         }
         data = std::move(more);
-        state_->service.SetData(data);
+        state_->AnswerWith(data);
         trace = RunSampled(function);
     }
-    state_->service.SetData("{}");
+    state_->AnswerWith("{}");
     return trace;
 }
 
@@ -222,7 +230,7 @@ Trace Recorder::Run(Call& call)
 {
     Trace trace;
     state_->requests.clear();
-    state_->service.Clear();
+    state_->service.TakeRequests();
     core::WatchAnswers(&trace.reads);
     trace.success = call.Run().success;
     core::WatchAnswers(nullptr);
@@ -242,10 +250,18 @@ Trace Recorder::Run(Call& call)
         }
         return trace;
     }
-    trace.direct = trace.sent = state_->service.Take(trace.request);
-    if (!trace.sent) {
+    const std::vector<loopback::RawRequest> direct = state_->service.TakeRequests();
+    trace.direct = trace.sent = !direct.empty();
+    if (trace.sent) {
+        const loopback::RawRequest& last = direct.back();
+        trace.request = RequestParams(last.target, kPost, last.body);
+        for (const auto& [name, value] : last.fields) {
+            trace.request.headers[name] = value;
+        }
+        trace.request.headers.erase("Host");
+    } else {
         // It may have been the function that says where the service is.
-        CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+        CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     }
     return trace;
 }

@@ -227,27 +227,6 @@ void TakeFromStations(Handling& handling)
 
 // ---- Files ----
 
-std::vector<std::string> Cells(std::string_view line)
-{
-    std::vector<std::string> cells(1);
-    bool quoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
-            const bool doubled = quoted && i + 1 < line.size() && line[i + 1] == '"';
-            if (doubled) {
-                cells.back() += line[++i];
-            } else {
-                quoted = !quoted;
-            }
-        } else if (line[i] == ',' && !quoted) {
-            cells.emplace_back();
-        } else if (line[i] != '\r') {
-            cells.back() += line[i];
-        }
-    }
-    return cells;
-}
-
 std::string Cell(std::string_view text)
 {
     if (text.find_first_of(",\"\n") == std::string_view::npos) {
@@ -260,30 +239,11 @@ std::string Cell(std::string_view text)
     return cell + "\"";
 }
 
-/// The file that came last.
-std::string LastUpload(Handling& handling)
-{
-    const std::string begin = std::string(kUploads) + "?";
-    std::string last;
-    handling.store.Select({"_files"}, [&](const std::string& key, const std::string&) {
-        last = BeginsWith(key, begin) ? key.substr(begin.size()) : last;
-    });
-    std::string text;
-    if (!ReadFile(handling, kUploads, last, text, false)) {
-        throw Refusal(Reason::kUnknownGuid, "nobody has uploaded a file of persons");
-    }
-    return text;
-}
-
 void Parse(Handling& handling, double timeScale)
 {
-    const std::string text = LastUpload(handling);
     std::vector<std::string> head;
     Json items(rapidjson::kArrayType);
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        const std::vector<std::string> cells = Cells(std::string_view(text).substr(begin, end - begin));
-        begin = end + 1;
+    for (const std::vector<std::string>& cells : LastTable(handling, kUploads)) {
         if (head.empty()) {
             head = cells;
             continue;

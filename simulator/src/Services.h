@@ -84,8 +84,9 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
 /// Removes the file of a plan whose path has that one identifier.
 void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier);
 
-/// The bytes of the file that was written last under that plan; empty when there is none.
-std::string LastFile(Handling& handling, const std::string& plan);
+/// The file that was written last under that plan, as a table: lines, taken apart at their commas. Refuses where there
+/// is none.
+std::vector<std::vector<std::string>> LastTable(Handling& handling, const std::string& plan);
 
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.

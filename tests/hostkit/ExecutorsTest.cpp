@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "keel/Error.h"
+#include "loopback/RawServer.h"
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/FaultExecutor.h"
 #include "nexwire/host/HttpRequestExecutor.h"
@@ -17,7 +18,6 @@
 #include "nexwire/host/ObservingExecutor.h"
 #include "nexwire/host/RetryingExecutor.h"
 #include "nexwire/host/TokenExecutor.h"
-#include "support/RawServer.h"
 
 namespace {
 
@@ -25,8 +25,8 @@ using namespace nexwire;
 using namespace nexwire::host;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-using test_support::RawServer;
-using test_support::Reply;
+using nexwire::loopback::RawServer;
+using nexwire::loopback::Reply;
 
 /// Answers by a function and remembers what it was asked.
 class Scripted : public IRequestExecutor {

@@ -70,8 +70,7 @@ public:
             Runs& runs = runs_[name];
             runs.label = run.value("label", "");
             runs.perSecond = std::max(runs.perSecond, run.value("items_per_second", 0.0));
-            for (const char* counter :
-                 {"own_us", "call_us", "ratio", "turn_own", "turn_ratio", "turn_bar", "turn_held"}) {
+            for (const char* counter : {"turn_own", "turn_ratio", "turn_bar", "turn_held"}) {
                 if (run.contains(counter)) {
                     runs.counters[counter].push_back(run.at(counter));
                 }
@@ -93,8 +92,6 @@ public:
                     std::string("write-arena/") + peer + "/1000", 0);
         }
         Calls();
-        Http();
-        VideoWall();
         TurnByTurn();
         rows_.insert(rows_.end(), lines_.begin(), lines_.end());
     }
@@ -228,35 +225,6 @@ private:
             if (threads == 2) {
                 Add({title + ", gain with both free", possible, "times", "unrelated work", {}, {}}, 2 * gain / possible,
                     1.8);
-            }
-        }
-    }
-
-    void Http()
-    {
-        for (const char* threads : {"1", "2"}) {
-            const auto found = runs_.find(std::string("http/real_time/threads:") + threads);
-            if (found != runs_.end()) {
-                const auto& counters = found->second.counters;
-                Add({std::string("HTTP executor, threads: ") + threads,
-                     Median(counters.at("own_us")),
-                     "us",
-                     "bare libcurl",
-                     {},
-                     {}},
-                    Median(counters.at("ratio")), 0.95);
-            }
-        }
-    }
-
-    void VideoWall()
-    {
-        for (const auto& [name, runs] : runs_) {
-            const auto calls = runs.counters.find("call_us");
-            if (calls != runs.counters.end()) {
-                const double call = Median(calls->second);
-                Add({name.substr(0, name.rfind("/manual_time")), call, "us", "bare POST", {}, {}},
-                    1 / Median(runs.counters.at("ratio")), 0);
             }
         }
     }

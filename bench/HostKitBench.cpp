@@ -2,13 +2,13 @@
 // from memory.
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
+#include "Turns.h"
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/FaultExecutor.h"
 #include "nexwire/host/ObservingExecutor.h"
@@ -18,7 +18,6 @@
 namespace {
 
 using namespace nexwire;
-using Clock = std::chrono::steady_clock;
 
 constexpr double kMostUs = 1.5;
 constexpr int kCalls = 2000;
@@ -34,13 +33,13 @@ public:
 
 double MicrosecondsPerCall(IRequestExecutor& executor, const RequestParams& request, bool& good)
 {
-    const Clock::time_point start = Clock::now();
+    const double start = bench::Clock();
     for (int i = 0; i < kCalls; ++i) {
         RspInfos response;
         good = executor.Execute(response, request, 1) && good;
         benchmark::DoNotOptimize(response);
     }
-    return std::chrono::duration<double, std::micro>(Clock::now() - start).count() / kCalls;
+    return (bench::Clock() - start) * 1e6 / kCalls;
 }
 
 void AllParts(benchmark::State& state)
@@ -73,10 +72,7 @@ void AllParts(benchmark::State& state)
         state.SkipWithError("a call failed");
         return;
     }
-    state.counters["turn_own"] = own;
-    state.counters["turn_ratio"] = kMostUs / std::max(own - alone, 1e-3);
-    state.counters["turn_bar"] = 1.0;
-    state.SetLabel("us|1.5 us more");
+    bench::Report(state, own, kMostUs / std::max(own - alone, 1e-3), 1.0, "us|1.5 us more");
 }
 
 BENCHMARK(AllParts)->Name("call through the whole host kit")->UseRealTime();

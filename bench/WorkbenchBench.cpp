@@ -1,5 +1,5 @@
 // How many exchanges a second the local platform takes on two connections while its page reads along, and how much its
-// memory grows meanwhile, once the exchanges that it keeps are there. `workbench_bench --exchanges N` takes N of them.
+// memory grows meanwhile, once the exchanges that it keeps are there. `bench_workbench --exchanges N` takes N of them.
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,6 @@
 // A query's answer with persons of the register, all their sections filled, turn by turn with RapidJSON's DOM that
 // fills the same structures. With --arena conversions run in the arena, a choice for the whole process.
 
-#include <algorithm>
 #include <cstring>
 #include <ctime>
 #include <memory>
@@ -11,6 +10,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "Turns.h"
 #include "nexwire/ConversionArena.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 #include "nexwire/ParseJSONUtil.h"
@@ -271,19 +271,16 @@ bool ReadWithRapidJson(const std::string& answer, TotalData& result)
 
 // ---- The measurement ----
 
-double Median(std::vector<double> values)
+/// Processor time of this process: others on the machine take none of it.
+double ProcessorSeconds()
 {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
 void Persons(benchmark::State& state)
 {
     const auto count = static_cast<std::size_t>(state.range(0));
     const std::string answer = Answer(count);
-    std::vector<double> own;
-    std::vector<double> peer;
     TotalData made;
     TotalData theirs;
     // Written out again both are the same, members and order.
@@ -293,29 +290,18 @@ void Persons(benchmark::State& state)
         state.SkipWithError("read something else");
         return;
     }
-    const auto time = [&](std::vector<double>& times, bool (*read)(const std::string&, TotalData&)) {
-        const std::clock_t start = std::clock(); // Of this process: others on the machine take none of it.
-        {
-            TotalData result;
-            benchmark::DoNotOptimize(read(answer, result));
-            benchmark::ClobberMemory();
-        }
-        times.push_back(static_cast<double>(std::clock() - start) * 1e6 / CLOCKS_PER_SEC / static_cast<double>(count));
+    const auto once = [&](bool (*read)(const std::string&, TotalData&)) {
+        TotalData result;
+        const bool good = read(answer, result);
+        benchmark::DoNotOptimize(result);
+        benchmark::ClobberMemory();
+        return good;
     };
-    // Whoever goes first may have to fetch memory that the other one finds.
+    bench::Turns turns(&ProcessorSeconds);
     for (auto _ : state) {
-        if (own.size() % 2 == 0) {
-            time(own, ReadWithNexwire);
-        }
-        time(peer, ReadWithRapidJson);
-        if (own.size() < peer.size()) {
-            time(own, ReadWithNexwire);
-        }
+        turns.Take([&] { return once(ReadWithNexwire); }, [&] { return once(ReadWithRapidJson); });
     }
-    state.counters["turn_own"] = Median(own);
-    state.counters["turn_ratio"] = Median(peer) / Median(own);
-    state.counters["turn_bar"] = 1.0;
-    state.SetLabel("us/el|rapidjson");
+    bench::Report(state, turns.Own() * 1e6 / static_cast<double>(count), turns.Ratio(), 1.0, "us/el|rapidjson");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/RawServer.h"
+#include "loopback/RawServer.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -13,7 +13,10 @@
 
 #include <keel/StringUtil.h>
 
-namespace test_support {
+#include "loopback/Transport.h"
+
+namespace nexwire {
+namespace loopback {
 
 namespace asio = boost::asio;
 using asio::ip::tcp;
@@ -52,54 +55,95 @@ void ParseHead(RawRequest& request)
     }
 }
 
-// How many bytes of `rest` belong to the body; npos when more must come first.
-std::size_t BodyEnd(const RawRequest& request, const std::string& rest)
+/// Bytes of `rest` that belong to a chunked body; npos when more must come first.
+std::size_t ChunksEnd(const std::string& rest)
 {
-    if (LowerCase(request.Value("Transfer-Encoding")) == "chunked") {
-        const std::size_t last = rest.rfind("0\r\n\r\n", 0) == 0 ? 0 : rest.find("\r\n0\r\n\r\n");
-        return last == std::string::npos ? last : last + (last == 0 ? 5 : 7);
-    }
-    const std::vector<std::string> lengths = request.Values("Content-Length");
-    const std::size_t length = lengths.empty() ? 0 : std::stoul("0" + lengths.front());
-    return rest.size() < length ? std::string::npos : length;
+    const std::size_t last = rest.rfind("0\r\n\r\n", 0) == 0 ? 0 : rest.find("\r\n0\r\n\r\n");
+    return last == std::string::npos ? last : last + (last == 0 ? 5 : 7);
 }
+
+class PlainStream : public Stream {
+public:
+    explicit PlainStream(tcp::socket socket) : m_socket(std::move(socket)) {}
+
+    tcp::socket& Socket() override { return m_socket; }
+    void Open(Done done) override { done({}, 0); }
+    void ReadSome(asio::mutable_buffer buffer, Done done) override
+    {
+        m_socket.async_read_some(buffer, std::move(done));
+    }
+    void Write(asio::const_buffer bytes, Done done) override
+    {
+        asio::async_write(m_socket, asio::const_buffers_1(bytes), std::move(done));
+    }
+    void SignOff(Done done) override { done({}, 0); }
+
+private:
+    tcp::socket m_socket;
+};
+
+class PlainTransport : public Transport {
+public:
+    const char* Scheme() const override { return "http"; }
+    std::unique_ptr<Stream> Wrap(tcp::socket socket) override
+    {
+        return std::make_unique<PlainStream>(std::move(socket));
+    }
+};
 
 } // namespace
 
+Reply& Reply::Add(Step::Kind kind, milliseconds time)
+{
+    m_steps.push_back({kind, nullptr, 0, time});
+    return *this;
+}
+
+Reply& Reply::Send(std::shared_ptr<const std::string> bytes, std::size_t size)
+{
+    Add(Step::Kind::Send);
+    m_steps.back().bytes = std::move(bytes);
+    m_steps.back().size = size;
+    return *this;
+}
+
 Reply& Reply::Send(std::string bytes)
 {
-    m_steps.push_back({Step::Kind::Send, std::move(bytes), milliseconds(0)});
-    return *this;
+    const auto shared = std::make_shared<const std::string>(std::move(bytes));
+    return Send(shared, shared->size());
 }
 
 Reply& Reply::Drip(std::string bytes, milliseconds pause)
 {
-    m_steps.push_back({Step::Kind::Drip, std::move(bytes), pause});
+    Send(std::move(bytes));
+    m_steps.back().kind = Step::Kind::Drip;
+    m_steps.back().time = pause;
     return *this;
 }
 
 Reply& Reply::Wait(milliseconds time)
 {
-    m_steps.push_back({Step::Kind::Wait, {}, time});
-    return *this;
+    return Add(Step::Kind::Wait, time);
 }
 
 Reply& Reply::Close()
 {
-    m_steps.push_back({Step::Kind::Close, {}, milliseconds(0)});
-    return *this;
+    return Add(Step::Kind::Close);
+}
+
+Reply& Reply::SignOff()
+{
+    return Add(Step::Kind::SignOff);
 }
 
 Reply& Reply::Reset()
 {
-    m_steps.push_back({Step::Kind::Reset, {}, milliseconds(0)});
-    return *this;
+    return Add(Step::Kind::Reset);
 }
 
 Reply& Reply::Hang()
 {
-    m_steps.push_back({Step::Kind::Hang, {}, milliseconds(0)});
-    return *this;
+    return Add(Step::Kind::Hang);
 }
 
 std::string Reply::HttpBytes(int status, const std::string& body, const std::vector<std::string>& fields)
@@ -139,8 +183,9 @@ Reply Reply::Chunked(const std::string& body, std::size_t chunk)
 std::vector<std::string> RawRequest::Values(const std::string& name) const
 {
     std::vector<std::string> values;
+    const std::string wanted = LowerCase(name);
     for (const auto& field : fields) {
-        if (LowerCase(field.first) == LowerCase(name)) {
+        if (field.first.size() == wanted.size() && LowerCase(field.first) == wanted) {
             values.push_back(field.second);
         }
     }
@@ -156,7 +201,8 @@ std::string RawRequest::Value(const std::string& name) const
 // Everything below `Run` happens on the server's thread; what tests read is under the mutex.
 class RawServer::Impl {
 public:
-    Impl() : m_acceptor(m_context, kAnyPort), m_port(m_acceptor.local_endpoint().port())
+    explicit Impl(std::shared_ptr<Transport> transport)
+        : m_transport(std::move(transport)), m_acceptor(m_context, kAnyPort), m_port(m_acceptor.local_endpoint().port())
     {
         m_default = Reply::Json("{}");
         Accept();
@@ -172,22 +218,29 @@ public:
     class Connection;
 
     void Accept();
-    Reply Take(const RawRequest& request)
+    Reply Take(RawRequest request)
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_requests.push_back(request);
-        m_changed.notify_all();
+        const Handler handler = m_queue.empty() ? m_handler : nullptr;
+        Reply reply;
         if (!m_queue.empty()) {
-            Reply reply = std::move(m_queue.front());
+            reply = std::move(m_queue.front());
             m_queue.pop_front();
-            return reply;
+        } else if (!handler) {
+            reply = m_default;
         }
-        if (!m_handler) {
-            return m_default;
+        if (m_keep) {
+            m_requests.push_back(handler ? request : std::move(request));
+            m_changed.notify_all();
         }
-        const Handler handler = m_handler;
         lock.unlock();
-        return handler(request);
+        return handler ? handler(request) : reply;
+    }
+
+    bool Keeps() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_keep;
     }
 
     template <class Change>
@@ -205,9 +258,11 @@ public:
     Handler m_handler;
     Reply m_onAccept;
     int m_receiveBuffer = 0;
+    bool m_keep = true;
     std::vector<RawRequest> m_requests;
     std::size_t m_accepted = 0;
     std::size_t m_open = 0;
+    const std::shared_ptr<Transport> m_transport;
 
     // Last, because connections that are still open end with it and count themselves out.
     asio::io_context m_context;
@@ -219,11 +274,12 @@ public:
 class RawServer::Impl::Connection : public std::enable_shared_from_this<Connection> {
 public:
     Connection(Impl& server, tcp::socket socket, std::size_t number)
-        : m_server(server), m_socket(std::move(socket)), m_timer(server.m_context), m_number(number)
+        : m_server(server), m_stream(server.m_transport->Wrap(std::move(socket))), m_timer(server.m_context),
+          m_number(number), m_piece(kPieceBytes)
     {
         m_server.Locked([this] { ++m_server.m_open; });
         error_code ignored;
-        m_socket.set_option(tcp::no_delay(true), ignored);
+        m_stream->Socket().set_option(tcp::no_delay(true), ignored);
     }
 
     ~Connection()
@@ -233,76 +289,107 @@ public:
 
     void Start(Reply reply)
     {
-        if (reply.Steps().empty()) {
-            ReadRequest();
-            return;
-        }
-        m_reply = std::move(reply);
-        Run(0);
+        m_stream->Open(IfGood([this, onAccept = std::move(reply)](std::size_t) {
+            if (onAccept.Steps().empty()) {
+                ReadHead();
+                return;
+            }
+            m_reply = onAccept;
+            Run(0);
+        }));
     }
 
 private:
-    void ReadRequest()
+    static constexpr std::size_t kPieceBytes = std::size_t{256} << 10;
+
+    // What follows when all went well; the connection lives until then, and ends when nothing more is to come.
+    template <class Then>
+    Stream::Done IfGood(Then then)
     {
-        m_reading = true;
-        if (TakeRequest()) {
-            return;
-        }
-        ReadSome([self = shared_from_this()] { self->ReadRequest(); });
+        return [self = shared_from_this(), then = std::move(then)](const error_code& error, std::size_t count) {
+            if (!error) {
+                then(count);
+            }
+        };
     }
 
     template <class Then>
-    void ReadSome(Then then)
+    void ReadMore(Then then)
     {
-        m_socket.async_read_some(asio::buffer(m_piece),
-                                 [self = shared_from_this(), then](const error_code& error, std::size_t count) {
-                                     if (!error) {
-                                         self->m_received.append(self->m_piece, count);
-                                         then();
-                                     }
-                                 });
+        m_stream->ReadSome(asio::buffer(m_piece), IfGood([this, then](std::size_t count) {
+                               m_received.append(m_piece.data(), count);
+                               then();
+                           }));
     }
 
-    // True when a complete request was there and its reply has begun.
-    bool TakeRequest()
+    void ReadHead()
     {
-        const std::size_t headEnd = m_received.find("\r\n\r\n");
-        if (headEnd == std::string::npos) {
-            return false;
+        m_reading = true;
+        const std::size_t end = m_received.find("\r\n\r\n");
+        if (end == std::string::npos) {
+            ReadMore([this] { ReadHead(); });
+            return;
         }
-        RawRequest request;
-        request.connection = m_number;
-        request.bytes = m_received.substr(0, headEnd + 4);
-        ParseHead(request);
-        const std::string rest = m_received.substr(headEnd + 4);
-        const std::size_t length = BodyEnd(request, rest);
-        if (length == std::string::npos) {
-            return false;
+        m_request = RawRequest();
+        m_request.connection = m_number;
+        m_request.bytes = m_received.substr(0, end + 4);
+        m_received.erase(0, end + 4);
+        ParseHead(m_request);
+        if (LowerCase(m_request.Value("Transfer-Encoding")) == "chunked") {
+            ReadChunks();
+            return;
         }
-        request.body = rest.substr(0, length);
-        request.bytes += request.body;
-        m_received = rest.substr(length);
-        m_reply = m_server.Take(request);
+        const std::vector<std::string> lengths = m_request.Values("Content-Length");
+        m_bodyLeft = lengths.empty() ? 0 : std::stoul("0" + lengths.front());
+        ReadBody(m_server.Keeps());
+    }
+
+    void ReadBody(bool keep)
+    {
+        const std::size_t size = std::min(m_bodyLeft, m_received.size());
+        if (keep) {
+            m_request.body.append(m_received, 0, size);
+        }
+        m_received.erase(0, size);
+        m_bodyLeft -= size;
+        if (m_bodyLeft > 0) {
+            ReadMore([this, keep] { ReadBody(keep); });
+        } else {
+            Answer();
+        }
+    }
+
+    void ReadChunks()
+    {
+        const std::size_t end = ChunksEnd(m_received);
+        if (end == std::string::npos) {
+            ReadMore([this] { ReadChunks(); });
+            return;
+        }
+        m_request.body = m_received.substr(0, end);
+        m_received.erase(0, end);
+        Answer();
+    }
+
+    void Answer()
+    {
+        m_request.bytes += m_request.body;
+        m_reply = m_server.Take(std::move(m_request));
         Run(0);
-        return true;
     }
 
     void Run(std::size_t index)
     {
         if (index == m_reply.Steps().size()) {
-            ReadRequest();
+            ReadHead();
             return;
         }
         const Reply::Step& step = m_reply.Steps()[index];
         error_code ignored;
         switch (step.kind) {
         case Reply::Step::Kind::Send:
-            asio::async_write(m_socket, asio::buffer(step.bytes),
-                              [self = shared_from_this(), index](const error_code& error, std::size_t) {
-                                  if (!error) {
-                                      self->Run(index + 1);
-                                  }
-                              });
+            m_stream->Write(asio::buffer(step.bytes->data(), step.size),
+                            IfGood([this, index](std::size_t) { Run(index + 1); }));
             break;
         case Reply::Step::Kind::Drip:
             Drip(index, 0);
@@ -311,12 +398,15 @@ private:
             After(step.time, [self = shared_from_this(), index] { self->Run(index + 1); });
             break;
         case Reply::Step::Kind::Close:
-            m_socket.shutdown(tcp::socket::shutdown_send, ignored);
+            m_stream->Socket().shutdown(tcp::socket::shutdown_send, ignored);
             Drain();
             break;
+        case Reply::Step::Kind::SignOff:
+            m_stream->SignOff([self = shared_from_this()](const error_code&, std::size_t) {});
+            break;
         case Reply::Step::Kind::Reset:
-            m_socket.set_option(asio::socket_base::linger(true, 0), ignored);
-            m_socket.close(ignored);
+            m_stream->Socket().set_option(asio::socket_base::linger(true, 0), ignored);
+            m_stream->Socket().close(ignored);
             break;
         case Reply::Step::Kind::Hang:
             if (m_reading) {
@@ -331,25 +421,21 @@ private:
     void Drip(std::size_t index, std::size_t at)
     {
         const Reply::Step& step = m_reply.Steps()[index];
-        if (at == step.bytes.size()) {
+        if (at == step.size) {
             Run(index + 1);
             return;
         }
         After(step.time, [self = shared_from_this(), index, at] {
-            asio::async_write(self->m_socket, asio::buffer(&self->m_reply.Steps()[index].bytes[at], 1),
-                              [self, index, at](const error_code& error, std::size_t) {
-                                  if (!error) {
-                                      self->Drip(index, at + 1);
-                                  }
-                              });
+            self->m_stream->Write(asio::buffer(self->m_reply.Steps()[index].bytes->data() + at, 1),
+                                  self->IfGood([self, index, at](std::size_t) { self->Drip(index, at + 1); }));
         });
     }
 
-    template <class Then>
-    void After(milliseconds time, Then then)
+    // One type for all: each further one would compile the machinery anew.
+    void After(milliseconds time, std::function<void()> then)
     {
         m_timer.expires_after(time);
-        m_timer.async_wait([then](const error_code& error) {
+        m_timer.async_wait([then = std::move(then)](const error_code& error) {
             if (!error) {
                 then();
             }
@@ -360,16 +446,18 @@ private:
     void Drain()
     {
         m_received.clear();
-        ReadSome([self = shared_from_this()] { self->Drain(); });
+        ReadMore([this] { Drain(); });
     }
 
     Impl& m_server;
-    tcp::socket m_socket;
+    const std::unique_ptr<Stream> m_stream;
     asio::steady_timer m_timer;
     const std::size_t m_number;
     bool m_reading = false;
-    char m_piece[65536];
-    std::string m_received;
+    std::vector<char> m_piece;
+    std::string m_received; ///< What has not been looked at.
+    RawRequest m_request;
+    std::size_t m_bodyLeft = 0; ///< Bytes of its body that are still to come.
     Reply m_reply;
 };
 
@@ -390,7 +478,9 @@ void RawServer::Impl::Accept()
     });
 }
 
-RawServer::RawServer() : m_impl(std::make_unique<Impl>()) {}
+RawServer::RawServer() : RawServer(std::make_shared<PlainTransport>()) {}
+
+RawServer::RawServer(std::shared_ptr<Transport> transport) : m_impl(std::make_unique<Impl>(std::move(transport))) {}
 
 RawServer::~RawServer() = default;
 
@@ -401,7 +491,7 @@ std::uint16_t RawServer::Port() const
 
 std::string RawServer::Base() const
 {
-    return "http://127.0.0.1:" + std::to_string(Port());
+    return m_impl->m_transport->Scheme() + std::string("://127.0.0.1:") + std::to_string(Port());
 }
 
 void RawServer::Enqueue(Reply reply)
@@ -434,6 +524,18 @@ void RawServer::SetReceiveBuffer(int bytes)
     });
     std::unique_lock<std::mutex> lock(m_impl->m_mutex);
     m_impl->m_changed.wait(lock, [&] { return m_impl->m_receiveBuffer == bytes; });
+}
+
+void RawServer::SetKeeping(bool keep)
+{
+    m_impl->Locked([&] { m_impl->m_keep = keep; });
+}
+
+std::vector<RawRequest> RawServer::TakeRequests()
+{
+    std::vector<RawRequest> requests;
+    m_impl->Locked([&] { requests.swap(m_impl->m_requests); });
+    return requests;
 }
 
 std::vector<RawRequest> RawServer::Requests() const
@@ -510,4 +612,5 @@ bool DeafListener::Works() const
     return m_impl->m_works;
 }
 
-} // namespace test_support
+} // namespace loopback
+} // namespace nexwire

@@ -2,26 +2,22 @@
 // same page and total asked of SQLite itself, on a copy of the same file; turn by turn in one run. More than 50 ms is
 // an error.
 
-#include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+#include "AtServer.h"
+#include "Turns.h"
 #include "nexwire/Log/Log.h"
-#include "nexwire/Nexwire.h"
-#include "nexwire/host/HttpRequestExecutor.h"
 #include "simulator/Platform.h"
 
 namespace {
 
 using namespace nexwire;
-using Clock = std::chrono::steady_clock;
 
 constexpr int kEntries = 100000;
 constexpr std::int64_t kFirstMs = 1767225600000; // 2026-01-01 00:00:00 UTC; an entry each minute.
@@ -91,15 +87,11 @@ private:
         std::filesystem::copy_file(file_, file_ + ".copy");
         copy_ = OpenFile(file_ + ".copy");
         Start(options);
-        host::HttpExecutorOptions client;
-        client.baseAddress = "http://127.0.0.1:" + std::to_string(platform_->Port());
-        NexwireInitParams params;
-        params.executor = new host::HttpRequestExecutor(client);
-        NexwireInit(params);
+        library_ = std::make_unique<bench::AtServer>("http://127.0.0.1:" + std::to_string(platform_->Port()));
     }
     ~Site()
     {
-        NexwireUnInit();
+        library_.reset();
         platform_.reset();
         copy_.reset();
         Remove();
@@ -137,6 +129,7 @@ private:
 
     std::string file_;
     std::unique_ptr<simulator::Platform> platform_;
+    std::unique_ptr<bench::AtServer> library_;
     std::unique_ptr<sqlite3, Close> copy_;
 };
 
@@ -195,14 +188,6 @@ private:
     sqlite3_stmt* count_ = nullptr;
 };
 
-template <class Ask>
-double Time(const Ask& ask)
-{
-    const Clock::time_point start = Clock::now();
-    ask();
-    return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-}
-
 void LogPage(benchmark::State& state)
 {
     const Search& search = kSearches[state.range(0)];
@@ -210,29 +195,29 @@ void LogPage(benchmark::State& state)
     protocol::LogCodition condition;
     search.condition(condition);
     condition.pageNo = search.page;
-    std::vector<double> own;
-    std::vector<double> peer;
+    bench::Turns turns;
     bool good = true;
     for (auto _ : state) {
         protocol::LogFilterConditionSupportedData page;
-        own.push_back(Time([&] { good = CSearchFilterLogsComm::request(page, condition) && good; }));
         protocol::LogFilterConditionSupported same;
-        peer.push_back(Time([&] { bare.Run(same); }));
+        good = turns.Take([&] { return CSearchFilterLogsComm::request(page, condition); },
+                          [&] {
+                              bare.Run(same);
+                              return true;
+                          }) &&
+               good;
         const protocol::LogFilterConditionSupported& found = page.logFilterConditionSupported;
         good = good && found.total == same.total && found.logInfoList.size() == 50 && same.logInfoList.size() == 50 &&
                found.logInfoList.back().logGuid == same.logInfoList.back().logGuid;
     }
     // The best of each: whatever else the machine does takes time, and of a call between two threads more than of a
     // query.
-    const double best = *std::min_element(own.begin(), own.end());
+    const double best = turns.BestOwn() * 1e6;
     if (!good || best > kMostUs) {
         state.SkipWithError(good ? "more than 50 ms" : "found something else");
         return;
     }
-    state.counters["turn_own"] = best;
-    state.counters["turn_ratio"] = *std::min_element(peer.begin(), peer.end()) / best;
-    state.counters["turn_bar"] = 1.0 / 3.0;
-    state.SetLabel("us|bare SQLite query");
+    bench::Report(state, best, turns.BestPeer() * 1e6 / best, 1.0 / 3.0, "us|bare SQLite query");
 }
 
 [[maybe_unused]] const bool kRegistered = [] {

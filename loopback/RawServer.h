@@ -9,7 +9,10 @@
 #include <utility>
 #include <vector>
 
-namespace test_support {
+namespace nexwire {
+namespace loopback {
+
+class Transport;
 
 /// What the server does with one request: a list of steps, run in order. After the last step the connection waits
 /// for its next request, so a reply that must end the connection says so with `Close` or `Reset`.
@@ -22,12 +25,16 @@ class Reply {
 public:
     /// Sends the bytes as they are, in one piece.
     Reply& Send(std::string bytes);
+    /// The first `size` of them; all replies that share them send the same memory.
+    Reply& Send(std::shared_ptr<const std::string> bytes, std::size_t size);
     /// Sends one byte after another with a pause before each.
     Reply& Drip(std::string bytes, std::chrono::milliseconds pause);
     /// Does nothing for a while.
     Reply& Wait(std::chrono::milliseconds time);
-    /// Ends the connection in an orderly way; what was sent arrives.
+    /// Ends the connection in an orderly way; what was sent arrives. Over TLS without its closing alert.
     Reply& Close();
+    /// Sends TLS's closing alert before it ends the connection.
+    Reply& SignOff();
     /// Breaks the connection with a reset; bytes on their way may be lost.
     Reply& Reset();
     /// Keeps the connection open and never sends anything again.
@@ -43,14 +50,17 @@ public:
     static Reply Chunked(const std::string& body, std::size_t chunk);
 
     struct Step {
-        enum class Kind { Send, Drip, Wait, Close, Reset, Hang };
+        enum class Kind { Send, Drip, Wait, Close, SignOff, Reset, Hang };
         Kind kind;
-        std::string bytes;
+        std::shared_ptr<const std::string> bytes;
+        std::size_t size = 0;
         std::chrono::milliseconds time{0};
     };
     const std::vector<Step>& Steps() const { return m_steps; }
 
 private:
+    Reply& Add(Step::Kind kind, std::chrono::milliseconds time = {});
+
     std::vector<Step> m_steps;
 };
 
@@ -81,12 +91,14 @@ public:
     using Handler = std::function<Reply(const RawRequest&)>;
 
     RawServer();
+    /// Over something else than plain TCP.
+    explicit RawServer(std::shared_ptr<Transport> transport);
     ~RawServer();
     RawServer(const RawServer&) = delete;
     RawServer& operator=(const RawServer&) = delete;
 
     std::uint16_t Port() const;
-    /// "http://127.0.0.1:" and the port.
+    /// "http://127.0.0.1:" and the port, or with the scheme of the transport.
     std::string Base() const;
 
     /// Adds a reply for the next request that has none yet.
@@ -101,8 +113,13 @@ public:
     /// Limits the receive buffer of connections to come, to make sending stall early.
     void SetReceiveBuffer(int bytes);
 
+    /// False: requests are answered and forgotten, and bodies whose length is declared are dropped as they come, so
+    /// that the server costs next to nothing; the handler sees heads without them. True at first.
+    void SetKeeping(bool keep);
     /// The complete requests so far, in the order in which they were complete.
     std::vector<RawRequest> Requests() const;
+    /// The same, and forgets them.
+    std::vector<RawRequest> TakeRequests();
     /// Waits until that many requests have come; false when they have not within the time.
     bool WaitForRequests(std::size_t count, std::chrono::milliseconds time = std::chrono::seconds(10)) const;
     /// Connections accepted so far.
@@ -132,4 +149,5 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-} // namespace test_support
+} // namespace loopback
+} // namespace nexwire

@@ -1,14 +1,12 @@
 // A page of calculated attendance into its rows, beside nlohmann/json that reads the same text and copies the same
 // members into the same structures; turn by turn in one run, both behind an executor that answers from memory.
 
-#include <algorithm>
-#include <chrono>
 #include <string>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
 
+#include "Turns.h"
 #include "nexwire/Attendance/Calculation.h"
 #include "nexwire/Nexwire.h"
 
@@ -23,8 +21,6 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StatisticsCalc, personnelID, personnelCode, p
 } // namespace protocol
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 std::string MakePage(std::size_t rows)
 {
@@ -98,23 +94,14 @@ bool ReadWithNlohmann(const std::string& text, protocol::StatisticsCalcDataData&
     return true;
 }
 
-double Median(std::vector<double> values)
+template <class Reader>
+bool Reads(std::size_t rows, const Reader& reader)
 {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-template <class Read>
-double Time(bool& good, std::size_t rows, const Read& read)
-{
-    const Clock::time_point start = Clock::now();
-    {
-        protocol::StatisticsCalcDataData result;
-        good = read(result) && good && result.statisticsCalcData.statisticsCalcList.size() == rows &&
-               result.statisticsCalcData.statisticsCalcList.back().detail == "08:55 18:12";
-        benchmark::DoNotOptimize(result);
-    }
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+    protocol::StatisticsCalcDataData result;
+    const bool good = reader(result) && result.statisticsCalcData.statisticsCalcList.size() == rows &&
+                      result.statisticsCalcData.statisticsCalcList.back().detail == "08:55 18:12";
+    benchmark::DoNotOptimize(result);
+    return good;
 }
 
 void CalculationPage(benchmark::State& state)
@@ -124,26 +111,21 @@ void CalculationPage(benchmark::State& state)
     nexwire::NexwireInitParams params;
     params.executor = new FromMemory(page);
     nexwire::NexwireInit(params);
-    std::vector<double> own;
-    std::vector<double> ratios;
+    const auto own = [&] {
+        return Reads(rows, [](auto& result) { return nexwire::CalculateComm::queryCalculate(result, {}); });
+    };
+    const auto peer = [&] { return Reads(rows, [&](auto& result) { return ReadWithNlohmann(page, result); }); };
+    bench::Turns turns;
     bool good = true;
     for (auto _ : state) {
-        own.push_back(Time(good, rows, [](protocol::StatisticsCalcDataData& result) {
-            return nexwire::CalculateComm::queryCalculate(result, {});
-        }));
-        const double peer =
-            Time(good, rows, [&](protocol::StatisticsCalcDataData& result) { return ReadWithNlohmann(page, result); });
-        ratios.push_back(peer / own.back());
+        good = turns.Take(own, peer) && good;
     }
     nexwire::NexwireUnInit();
     if (!good) {
         state.SkipWithError("read something else");
         return;
     }
-    state.counters["turn_own"] = Median(own);
-    state.counters["turn_ratio"] = Median(ratios);
-    state.counters["turn_bar"] = 2.0;
-    state.SetLabel("ms|nlohmann");
+    bench::Report(state, turns.Own() * 1000, turns.Ratio(), 2.0, "ms|nlohmann");
 }
 
 BENCHMARK(CalculationPage)->Name("attendance page, rows")->Arg(1000)->Arg(100000)->UseRealTime();
