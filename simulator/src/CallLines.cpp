@@ -168,14 +168,16 @@ void Assign(std::string& code, const std::string& target, const Json& value)
 }
 
 /// A type as a program outside the library's namespace names it.
-std::string OutsideName(const WireArgument& argument)
+std::string OutsideName(const WireFunction& function, const WireArgument& argument)
 {
-    if (argument.structure.empty() || argument.type.find("std::") != std::string::npos) {
-        std::string type = argument.type;
-        const std::size_t inner = argument.structure.empty() ? std::string::npos : type.find(argument.structure);
-        return inner == std::string::npos ? type : type.insert(inner, "nexwire::protocol::");
+    std::string type = argument.type;
+    const std::size_t inner = argument.structure.empty() ? std::string::npos : type.find(argument.structure);
+    if (inner == std::string::npos) {
+        return type;
     }
-    return "nexwire::protocol::" + argument.type;
+    const bool inProtocol = function.signature.find("protocol::" + argument.structure) != std::string::npos;
+    const bool qualified = argument.structure.find("::") != std::string::npos;
+    return type.insert(inner, inProtocol ? "protocol::" : qualified ? "" : "nexwire::");
 }
 
 std::string Program(const WireFunction& function, Arguments& arguments)
@@ -187,7 +189,7 @@ std::string Program(const WireFunction& function, Arguments& arguments)
         const bool simple = value != nullptr && !argument.output && argument.structure.empty() && !value->IsArray();
         call += (call.empty() ? "" : ", ") + (simple ? Literal(*value) : argument.name);
         if (!simple) {
-            code += OutsideName(argument) + " " + argument.name + "{};\n";
+            code += OutsideName(function, argument) + " " + argument.name + "{};\n";
             if (value != nullptr) {
                 Assign(code, argument.name, *value);
             }
