@@ -145,10 +145,14 @@ bool IsNothing(const Json& value)
 }
 
 /// Assignments to what is not as a new structure has it.
-void Assign(std::string& code, const std::string& target, const Json& value)
+/// @param structure  null when it is not known; on its way to the video wall a body gets members that it has not.
+void Assign(std::string& code, const std::string& target, const Json& value, const WireStructure* structure = nullptr)
 {
     if (value.IsObject()) {
         for (const auto& member : value.GetObject()) {
+            if (structure != nullptr && structure->Find(AsText(&member.name)) == nullptr) {
+                continue;
+            }
             Assign(code, target + "." + std::string(AsText(&member.name)), member.value);
         }
     } else if (value.IsArray() && !value.Empty() && value[0].IsObject()) {
@@ -180,7 +184,7 @@ std::string OutsideName(const WireFunction& function, const WireArgument& argume
     return type.insert(inner, inProtocol ? "protocol::" : qualified ? "" : "nexwire::");
 }
 
-std::string Program(const WireFunction& function, Arguments& arguments)
+std::string Program(const Wire& library, const WireFunction& function, Arguments& arguments)
 {
     std::string code;
     std::string call;
@@ -191,7 +195,8 @@ std::string Program(const WireFunction& function, Arguments& arguments)
         if (!simple) {
             code += OutsideName(function, argument) + " " + argument.name + "{};\n";
             if (value != nullptr) {
-                Assign(code, argument.name, *value);
+                Assign(code, argument.name, *value,
+                       argument.type == argument.structure ? library.Find(argument.structure) : nullptr);
             }
         }
     }
@@ -200,7 +205,7 @@ std::string Program(const WireFunction& function, Arguments& arguments)
 
 } // namespace
 
-Json CallLines(const Exchange& exchange, const std::string& target, const std::string& body,
+Json CallLines(const Wire& library, const Exchange& exchange, const std::string& target, const std::string& body,
                const WireFunction* function, const std::string& server, const Keel::CRedactor& redactor,
                Allocator& memory)
 {
@@ -209,7 +214,7 @@ Json CallLines(const Exchange& exchange, const std::string& target, const std::s
     if (function != nullptr) {
         Arguments arguments(*function, exchange, body);
         lines.Text("call", CommandLine(*function, arguments, server, redactor))
-            .Text("cpp", Program(*function, arguments));
+            .Text("cpp", Program(library, *function, arguments));
     }
     return lines.Take();
 }
