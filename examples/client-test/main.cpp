@@ -14,7 +14,7 @@ namespace {
 // The code under test: adds a group, and once more when the platform was busy.
 bool AddGroup(const std::string& name)
 {
-    nexwire::protocol::AccessGroupAddParam group;
+    protocol::AccessGroupAddParam group;
     group.name = name;
     for (int attempt = 0; attempt < 2; ++attempt) {
         std::string guid;

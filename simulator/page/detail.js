@@ -155,4 +155,3 @@ export function fill(box, summary, hooks, secrets) {
 }
 
 export const load = (id, secrets, signal) => get(`exchanges/${id}${secrets ? "?secrets=1" : ""}`, signal);
-

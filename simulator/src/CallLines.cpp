@@ -145,10 +145,14 @@ bool IsNothing(const Json& value)
 }
 
 /// Assignments to what is not as a new structure has it.
-void Assign(std::string& code, const std::string& target, const Json& value)
+/// @param structure  null when it is not known; on its way to the video wall a body gets members that it has not.
+void Assign(std::string& code, const std::string& target, const Json& value, const WireStructure* structure = nullptr)
 {
     if (value.IsObject()) {
         for (const auto& member : value.GetObject()) {
+            if (structure != nullptr && structure->Find(AsText(&member.name)) == nullptr) {
+                continue;
+            }
             Assign(code, target + "." + std::string(AsText(&member.name)), member.value);
         }
     } else if (value.IsArray() && !value.Empty() && value[0].IsObject()) {
@@ -168,17 +172,19 @@ void Assign(std::string& code, const std::string& target, const Json& value)
 }
 
 /// A type as a program outside the library's namespace names it.
-std::string OutsideName(const WireArgument& argument)
+std::string OutsideName(const WireFunction& function, const WireArgument& argument)
 {
-    if (argument.structure.empty() || argument.type.find("std::") != std::string::npos) {
-        std::string type = argument.type;
-        const std::size_t inner = argument.structure.empty() ? std::string::npos : type.find(argument.structure);
-        return inner == std::string::npos ? type : type.insert(inner, "nexwire::protocol::");
+    std::string type = argument.type;
+    const std::size_t inner = argument.structure.empty() ? std::string::npos : type.find(argument.structure);
+    if (inner == std::string::npos) {
+        return type;
     }
-    return "nexwire::protocol::" + argument.type;
+    const bool inProtocol = function.signature.find("protocol::" + argument.structure) != std::string::npos;
+    const bool qualified = argument.structure.find("::") != std::string::npos;
+    return type.insert(inner, inProtocol ? "protocol::" : qualified ? "" : "nexwire::");
 }
 
-std::string Program(const WireFunction& function, Arguments& arguments)
+std::string Program(const Wire& library, const WireFunction& function, Arguments& arguments)
 {
     std::string code;
     std::string call;
@@ -187,9 +193,10 @@ std::string Program(const WireFunction& function, Arguments& arguments)
         const bool simple = value != nullptr && !argument.output && argument.structure.empty() && !value->IsArray();
         call += (call.empty() ? "" : ", ") + (simple ? Literal(*value) : argument.name);
         if (!simple) {
-            code += OutsideName(argument) + " " + argument.name + "{};\n";
+            code += OutsideName(function, argument) + " " + argument.name + "{};\n";
             if (value != nullptr) {
-                Assign(code, argument.name, *value);
+                Assign(code, argument.name, *value,
+                       argument.type == argument.structure ? library.Find(argument.structure) : nullptr);
             }
         }
     }
@@ -198,7 +205,7 @@ std::string Program(const WireFunction& function, Arguments& arguments)
 
 } // namespace
 
-Json CallLines(const Exchange& exchange, const std::string& target, const std::string& body,
+Json CallLines(const Wire& library, const Exchange& exchange, const std::string& target, const std::string& body,
                const WireFunction* function, const std::string& server, const Keel::CRedactor& redactor,
                Allocator& memory)
 {
@@ -207,7 +214,7 @@ Json CallLines(const Exchange& exchange, const std::string& target, const std::s
     if (function != nullptr) {
         Arguments arguments(*function, exchange, body);
         lines.Text("call", CommandLine(*function, arguments, server, redactor))
-            .Text("cpp", Program(*function, arguments));
+            .Text("cpp", Program(library, *function, arguments));
     }
     return lines.Take();
 }

@@ -323,8 +323,8 @@ Json ExchangeText::Whole(const KeptExchange& kept, bool secrets, const std::stri
     const std::vector<const WireFunction*> functions = FunctionsOf(kept);
     const std::string query = secrets ? served.request.query : RedactedQuery(served.request.query);
     const std::string target = served.request.path + (query.empty() ? "" : "?") + query;
-    fields.Value("lines", CallLines(*kept.exchange, target, sent, functions.empty() ? nullptr : functions.front(),
-                                    server, redactor_, memory));
+    fields.Value("lines", CallLines(description_.Library(), *kept.exchange, target, sent,
+                                    functions.empty() ? nullptr : functions.front(), server, redactor_, memory));
     return whole;
 }
 

@@ -48,7 +48,7 @@ Json Opened(std::string_view text, Allocator& memory);
 
 /// The same call by other means: {"curl", "call", "cpp"} (CallLines.cpp).
 /// @param target  path and query. @param function  null when nobody sends this.
-Json CallLines(const Exchange& exchange, const std::string& target, const std::string& body,
+Json CallLines(const Wire& library, const Exchange& exchange, const std::string& target, const std::string& body,
                const WireFunction* function, const std::string& server, const Keel::CRedactor& redactor,
                Allocator& memory);
 

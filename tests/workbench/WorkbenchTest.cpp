@@ -58,7 +58,8 @@ TEST_F(Workbench, TellsWhatWentOverTheWireInWordsOfTheLibrary)
                                              R"( '{"accessGroupAddParam":{"name":"it'\''s mine"}}')");
     EXPECT_EQ(added.Text("/lines/call"), "nexwire call CAccessGroupComm::addAccessGroup --server http://127.0.0.1:" +
                                              std::to_string(platform.Port()) + R"( param='{"name":"it'\''s mine"}')");
-    EXPECT_THAT(added.Text("/lines/cpp"), HasSubstr("param.name = \"it's mine\";\n"));
+    EXPECT_THAT(added.Text("/lines/cpp"),
+                testing::StartsWith("protocol::AccessGroupAddParam param{};\nparam.name = \"it's mine\";\n"));
     const Reply refused = Send("GET", "exchanges/2");
     EXPECT_EQ(refused.Print("/functions"), R"(["CAccessGroupComm::modifyAccessGroupDescription"])")
         << "the body tells apart what shares a path";
