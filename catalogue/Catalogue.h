@@ -6,6 +6,7 @@
 
 #include "catalogue/Rows.h"
 #include "catalogue/Types.h"
+#include "core/AnswerReads.h"
 #include "nexwire/RequestRecords.h"
 
 // Every request function by name, callable from JSON. Names, types and directions come from the headers, see README.md;
@@ -35,7 +36,13 @@ struct Trace {
     bool direct = false; ///< Sent by the library itself to the video wall service, not through the executor.
     RequestParams request{"", 0};
     std::vector<std::string> before; ///< Paths of requests that the function sends first.
+    bool success = false;            ///< What the function returned; the answer was a success without anything in it.
+    std::string handsOut;            ///< The argument that received the answer's body as it stands.
+    core::AnswerReads reads;
 };
+
+/// An answer of the video wall service with everything that was read of one, as JSON of its "data".
+std::string AnswerRead(const core::AnswerReads& reads);
 
 /// A request function.
 class Function {
@@ -126,6 +133,8 @@ public:
 
 private:
     struct State;
+    Trace RunSampled(const Function& function);
+
     std::unique_ptr<State> state_;
 };
 

@@ -320,9 +320,15 @@ Observed Observer::Observe(const Function& function)
     observed.request = std::move(trace.request);
     observed.path = observed.request.url;
     observed.request.headers.erase("Content-Length");
+    if (observed.direct) {
+        observed.wallData = AnswerRead(trace.reads);
+    }
     if (!observed.sent || observed.direct) {
         return observed;
     }
+    observed.needsData = !trace.success;
+    observed.handsOut = trace.handsOut;
+    observed.dataStructure = trace.reads.data == nullptr ? "" : NameOf(*trace.reads.data);
     DeviceCommand command;
     observed.passThrough = ReadDeviceCommand(observed.request.body, command);
     observed.batch = command.batch;

@@ -47,6 +47,10 @@ struct Observed {
     std::string outputStructure; ///< Of "data", or of the text that a device answers; empty without one.
     bool outputIsList = false;   ///< The result is a list of them.
     std::string bodyStructure;   ///< Of the whole body, where a structure has its root name.
+    std::string dataStructure;   ///< That "data" is read into, whether or not it is the result itself.
+    std::string wallData;        ///< JSON of a "data" with everything that is read of it, of video wall functions.
+    bool needsData = false;      ///< An answer without anything in "data" is no success.
+    std::string handsOut;        ///< The argument that receives the answer's body as it stands.
     std::string root;            ///< That name: the only key of a body that is an object with one member.
 
     bool passThrough = false; ///< Relayed to a device.

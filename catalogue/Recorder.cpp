@@ -3,16 +3,24 @@
 #include <fstream>
 
 #include <keel/GuidUtil.h>
+#include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "catalogue/Catalogue.h"
-#include "catalogue/DirectRecorder.h"
 #include "catalogue/Find.h"
+#include "loopback/RawServer.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
 
 namespace nexwire {
 namespace catalogue {
 namespace {
+
+constexpr const char* kEmptyAnswer = R"({"code":"0-0","msg":"","data":{}})";
+/// The method code of all that goes to the video wall service.
+constexpr std::int32_t kPost = 2;
 
 /// Notes what it is asked to send and answers with an empty envelope.
 class NotingExecutor : public IRequestExecutor {
@@ -22,7 +30,7 @@ public:
     bool Execute(RspInfos& response, const RequestParams& request, int) override
     {
         requests_.push_back(request);
-        response.body = R"({"code":"0-0","msg":"","data":{}})";
+        response.body = kEmptyAnswer;
         return true;
     }
 
@@ -49,18 +57,73 @@ public:
 
 } // namespace
 
+namespace {
+
+/// Identifiers that the function makes up and hands out stand by name: they differ from run to run.
+void NameMadeUp(const Call& call, RequestParams& request)
+{
+    constexpr std::size_t kIdentifier = 32;
+    const std::vector<Argument>& arguments = call.function().Arguments();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string json = call.Json(i);
+        if (!arguments[i].output || arguments[i].type->shape != Shape::Text || json.size() != kIdentifier + 2) {
+            continue;
+        }
+        const std::string made = json.substr(1, kIdentifier);
+        for (auto& header : request.headers) {
+            const std::size_t at = header.second.find(made);
+            if (at != std::string::npos) {
+                header.second.replace(at, made.size(), "{" + arguments[i].name + "}");
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::string AnswerRead(const core::AnswerReads& reads)
+{
+    rapidjson::Document answer(rapidjson::kObjectType);
+    answer.AddMember("data", rapidjson::Value(rapidjson::kObjectType), answer.GetAllocator());
+    for (const core::PathRead& read : reads.paths) {
+        const rapidjson::Pointer at(("/" + read.path).c_str());
+        if (read.path.compare(0, 5, "data/") != 0 || at.Get(answer) != nullptr) {
+            continue;
+        }
+        if (read.kind == core::Kind::StructList) {
+            at.Append(rapidjson::SizeType{0}).Set(answer, rapidjson::Value(rapidjson::kObjectType));
+        } else if (read.kind == core::Kind::Text) {
+            at.Set(answer, "");
+        } else if (read.kind == core::Kind::Bool) {
+            at.Set(answer, false);
+        } else {
+            at.Set(answer, 0);
+        }
+    }
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    answer["data"].Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
 struct Recorder::State {
     std::vector<RequestParams> requests;
     bool ours = false;
-    /// Stands in for the video wall service.
-    DirectRecorder service;
+    /// Stands in for the video wall service, which functions ask for themselves instead of asking the executor.
+    loopback::RawServer service;
+    /// What its answers hold.
+    void AnswerWith(const std::string& data)
+    {
+        service.SetDefault(loopback::Reply::Json(R"({"code":0,"module":0,"msg":"","data":)" + data + "}"));
+    }
     /// Stands in for local files; there once it was needed.
     std::filesystem::path file;
 };
 
 Recorder::Recorder() : state_(new State)
 {
-    CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+    state_->AnswerWith("{}");
+    CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     NexwireInitParams params;
     auto executor = std::make_unique<NotingExecutor>(state_->requests);
     auto encryption = std::make_unique<ClearEncryption>();
@@ -123,6 +186,24 @@ std::string Recorder::Named(const Function& function, std::string text) const
 
 Trace Recorder::Run(const Function& function)
 {
+    Trace trace = RunSampled(function);
+    // What is read of the elements of a list shows only where there is one.
+    std::string data = "{}";
+    while (trace.direct) {
+        std::string more = AnswerRead(trace.reads);
+        if (more == data) {
+            break;
+        }
+        data = std::move(more);
+        state_->AnswerWith(data);
+        trace = RunSampled(function);
+    }
+    state_->AnswerWith("{}");
+    return trace;
+}
+
+Trace Recorder::RunSampled(const Function& function)
+{
     Call call(function);
     std::string ignored;
     for (std::size_t i = 0; i < function.Arguments().size(); ++i) {
@@ -149,8 +230,10 @@ Trace Recorder::Run(Call& call)
 {
     Trace trace;
     state_->requests.clear();
-    state_->service.Clear();
-    call.Run();
+    state_->service.TakeRequests();
+    core::WatchAnswers(&trace.reads);
+    trace.success = call.Run().success;
+    core::WatchAnswers(nullptr);
     if (!state_->requests.empty()) {
         trace.sent = true;
         trace.request = std::move(state_->requests.back());
@@ -158,12 +241,27 @@ Trace Recorder::Run(Call& call)
         for (const RequestParams& request : state_->requests) {
             trace.before.push_back(request.url);
         }
+        NameMadeUp(call, trace.request);
+        const std::vector<Argument>& arguments = call.function().Arguments();
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            if (arguments[i].type->shape == Shape::Text && call.Json(i) == WriteText(kEmptyAnswer)) {
+                trace.handsOut = arguments[i].name;
+            }
+        }
         return trace;
     }
-    trace.direct = trace.sent = state_->service.Take(trace.request);
-    if (!trace.sent) {
+    const std::vector<loopback::RawRequest> direct = state_->service.TakeRequests();
+    trace.direct = trace.sent = !direct.empty();
+    if (trace.sent) {
+        const loopback::RawRequest& last = direct.back();
+        trace.request = RequestParams(last.target, kPost, last.body);
+        for (const auto& [name, value] : last.fields) {
+            trace.request.headers[name] = value;
+        }
+        trace.request.headers.erase("Host");
+    } else {
         // It may have been the function that says where the service is.
-        CTWDeviceCommon::init("127.0.0.1", state_->service.Port());
+        CTWDeviceCommon::init("127.0.0.1", std::to_string(state_->service.Port()));
     }
     return trace;
 }

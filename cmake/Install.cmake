@@ -2,6 +2,7 @@
 #   runtime   the shared libraries
 #   dev       headers, CMake package, pkg-config files, the host kit
 #   tool      the command line
+#   simulator the local platform as a library, for tests
 # Archives (BUILD_SHARED_LIBS=OFF) and shared libraries may stand side by side: what names them is called so.
 # Nothing installed knows where it was installed to, so the tree can be moved.
 include(CMakePackageConfigHelpers)
@@ -31,6 +32,9 @@ endif()
 set(rooms include/nexwire protocol)
 if(NEXWIRE_KEEL_TARGET STREQUAL "nexwire::keel")
     list(APPEND rooms platform/keel/include/keel)
+    if(NOT NEXWIRE_LOG4CXX)
+        list(APPEND rooms platform/keel/plain/log4cxx)
+    endif()
 endif()
 if(NEXWIRE_ABACUS_TARGET STREQUAL "nexwire::abacus")
     list(APPEND rooms platform/abacus/include/abacus)
@@ -41,6 +45,14 @@ if(NEXWIRE_HOST)
         ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
     install(EXPORT nexwire-host NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire-host${kind}-targets.cmake
         COMPONENT dev)
+endif()
+if(TARGET nexwire_simulator)
+    install(TARGETS nexwire_simulator EXPORT nexwire-simulator
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT simulator)
+    install(EXPORT nexwire-simulator NAMESPACE nexwire:: DESTINATION "${package}"
+        FILE nexwire-simulator${kind}-targets.cmake COMPONENT simulator)
+    install(FILES "${PROJECT_SOURCE_DIR}/simulator/Platform.h" "${PROJECT_SOURCE_DIR}/simulator/VideoWallService.h"
+        DESTINATION "${headers}/simulator" COMPONENT simulator)
 endif()
 foreach(room IN LISTS rooms)
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${room}" DESTINATION "${headers}" COMPONENT dev
@@ -60,6 +72,12 @@ install(FILES "${PROJECT_BINARY_DIR}/package/nexwire-config.cmake"
 # The way from the .pc file up to the prefix.
 set(pkgconfig "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH up "/prefix/${pkgconfig}" "/prefix")
+set(log_flag "")
+set(log_package "")
+if(NEXWIRE_LOG4CXX)
+    set(log_flag " -llog4cxx")
+    set(log_package "liblog4cxx-dev, ")
+endif()
 set(pc_files nexwire${kind}.pc)
 if(NEXWIRE_HOST)
     list(APPEND pc_files nexwire-host${kind}.pc)
@@ -81,6 +99,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime dev)
 if(TARGET nexwire_cli)
     list(APPEND CPACK_COMPONENTS_ALL tool)
+endif()
+if(TARGET nexwire_simulator)
+    list(APPEND CPACK_COMPONENTS_ALL simulator)
 endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -109,7 +130,8 @@ if(NEXWIRE_DEB)
     file(WRITE "${deb}/triggers" "activate-noawait ldconfig\n")
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${deb}/triggers")
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-    foreach(each "runtime ${runtime_package}" "dev libnexwire-dev" "tool nexwire")
+    foreach(each "runtime ${runtime_package}" "dev libnexwire-dev" "tool nexwire"
+            "simulator libnexwire-simulator-dev")
         string(REPLACE " " ";" each "${each}")
         list(GET each 0 component)
         list(GET each 1 name)
@@ -131,10 +153,15 @@ set(CPACK_DEBIAN_DEV_PACKAGE_NAME libnexwire-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 # Boost: the header that makes a singleton of the host's own.
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
-    "${runtime_package} (= ${PROJECT_VERSION}), liblog4cxx-dev, libboost-thread-dev, libcurl4-openssl-dev")
+    "${runtime_package} (= ${PROJECT_VERSION}), ${log_package}libboost-thread-dev, libcurl4-openssl-dev")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "Headers, CMake package, pkg-config files and the ready-made\nHTTP transport of libnexwire.")
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME nexwire)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_TOOL_DESCRIPTION "Command line of libnexwire: shows and calls its functions,\nand runs a local platform to try them on.")
+set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME libnexwire-simulator-dev)
+set(CPACK_DEBIAN_SIMULATOR_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS
+    "libnexwire-dev (= ${PROJECT_VERSION}), libsqlite3-dev, libssl-dev, pkg-config")
+set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "Local platform of libnexwire as a library: tests of a client\nstart it in their own process.")
 include(CPack)

@@ -30,7 +30,7 @@ function(nexwire_target target)
         target_compile_definitions(${target} PRIVATE NOMINMAX WIN32_LEAN_AND_MEAN)
     else()
         target_compile_options(${target} PRIVATE
-            -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+            -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Werror)
         if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # gcc 12 sees overlaps in its own std::string where sizes have 32 bits.
             target_compile_options(${target} PRIVATE -Wno-restrict)

@@ -24,12 +24,12 @@ _nexwire()
             mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$cur")
             return
             ;;
-        --body | --ca | --cert | --key | --db | --record | --replay | --html | --output | --site)
+        --body | --ca | --cert | --key | --db | --record | --replay | --html | --output | --site | --faults | --seed)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
             return
             ;;
-        --server | --proxy | --header | --key-passphrase | --timeout | --deadline | --retry | --port | --wall-port | --time-scale | --alarms)
+        --server | --proxy | --header | --key-passphrase | --timeout | --deadline | --retry | --port | --wall-port | --time-scale | --alarms | --listen | --token)
             return
             ;;
     esac
@@ -44,8 +44,8 @@ _nexwire()
         case $command in
             list) options+=' --names --json' ;;
             describe) options+=' --arguments --json' ;;
-            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --header --timeout --deadline --retry --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
-            platform) options+=' --port --wall-port --db --time-scale --alarms --coverage --verbose' ;;
+            call) options+=' --body --server --db --dry-run --merge --compact --pages --follow --json --quiet --verbose --trace --header --timeout --deadline --retry --ca --cert --key --key-passphrase --insecure --proxy --record --replay' ;;
+            platform) options+=' --port --wall-port --db --time-scale --alarms --faults --seed --listen --token --coverage --verbose' ;;
             demo) options+=' --site' ;;
             openapi) options+=' --output' ;;
             reference) options+=' --html' ;;

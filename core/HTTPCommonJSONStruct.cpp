@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/AnswerBudget.h"
+#include "core/AnswerReads.h"
 #include "core/FieldTable.h"
 #include "core/JsonTree.h"
 #include "core/Log.h"
@@ -68,6 +69,10 @@ try {
     const Wanted::Member members[] = {{"code", nexwire::core::kItself},
                                       {"msg", nexwire::core::kItself},
                                       {"data", data ? WantedBy(*data) : nexwire::core::kItself}};
+    if (auto* const watched = nexwire::core::WatchedAnswers()) {
+        watched->envelope = true;
+        watched->data = data ? members[2].wanted.table : watched->data;
+    }
     ConversionScope scope;
     const char* position = nullptr;
     const cJSON* const root = scope.Parse(body, position, {Wanted::Of::Members, nullptr, members, std::size(members)});

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace nexwire::simulator {
@@ -24,7 +25,12 @@ struct Served {
 std::string ToLine(const Served& exchange);
 
 struct Options {
-    std::uint16_t port = 0;   ///< 0 takes a free one; see `Platform::Port`.
+    std::uint16_t port = 0; ///< 0 takes a free one; see `Platform::Port`.
+    /// Address to listen on. Any but a loopback one needs a `token`.
+    std::string address = "127.0.0.1";
+    /// What every request has to bring ("Authorization: Bearer TOKEN", or the page's cookie): 16 to 128 letters,
+    /// digits, "-", "_", "." and "~". Empty asks for none.
+    std::string token;
     std::string databasePath; ///< SQLite file that keeps the state; empty keeps it in memory.
     unsigned threads = 2;     ///< Worker threads, 1 to 64.
     /// How fast devices work: 1 is the pace of a real controller (0.4 s per person), 100 a hundred times that.
@@ -36,7 +42,20 @@ struct Options {
     std::function<void(const Served&)> onExchange;
     /// Replaces the system clock: milliseconds since 1970 UTC. Must be callable from any thread.
     std::function<std::int64_t()> now;
+    /// Makes the OpenAPI document that the workbench hands out, when somebody asks for it. Null: there is none.
+    std::function<std::string()> openApi;
 };
+
+/// Whether an address reaches no further than this machine.
+bool IsLoopbackAddress(std::string_view address);
+
+/// An answer of the workbench.
+struct WorkbenchAnswer {
+    unsigned status = 0; ///< HTTP status; 200 when it was done.
+    std::string body;    ///< JSON; with an error {"error": "..."}.
+};
+
+struct Site;
 
 /// How the platform answers a request function.
 struct Coverage {
@@ -53,10 +72,10 @@ struct Coverage {
 std::vector<Coverage> CoverageOfFunctions();
 
 /// The other side of the wire: a management platform on 127.0.0.1 that keeps its state in SQLite and is described
-/// by the JSON files under `resources/`.
+/// by the JSON files under `resources/`. With a database file, nothing that was answered is lost when the process dies;
+/// a file belongs to one platform at a time.
 ///
-/// `Start`, `Stop` and the destructor belong to one thread at a time; `Port` and `ExchangeCount` may be called from
-/// any.
+/// `Start`, `Stop` and the destructor belong to one thread at a time; all else may be called from any.
 class Platform {
 public:
     explicit Platform(Options options = {});
@@ -74,9 +93,18 @@ public:
     void Stop();
 
     std::uint16_t Port() const;          ///< 0 while stopped.
-    std::uint64_t ExchangeCount() const; ///< Requests answered since construction.
+    std::uint64_t ExchangeCount() const; ///< Requests answered since construction, those of the workbench left out.
+
+    /// Asks the workbench without a connection: what requests under "/_workbench/" do, a test in the same process has
+    /// done by this. Status 0 while the platform is stopped; must not run while it stops.
+    /// @param target  "/_workbench/exchanges?limit=1", or without the first part: "exchanges?limit=1".
+    /// @param body    JSON, or empty.
+    WorkbenchAnswer Workbench(const std::string& verb, const std::string& target, const std::string& body = {});
 
 private:
+    friend class VideoWallService;
+    Site* Shared(); ///< Null while stopped.
+
     class Impl;
     std::unique_ptr<Impl> impl_;
 };

@@ -10,7 +10,7 @@
 namespace nexwire::simulator {
 
 /// The video wall service of the local platform: decoders with their outputs, one wall of screens, windows, streams and
-/// polling tasks, on a port of its own on 127.0.0.1. The state lives in memory.
+/// polling tasks, on a port of its own on 127.0.0.1. The state lives in memory, or in the database of a platform.
 ///
 /// Vocabulary: cells, sub-windows and rows count from 0, outputs from 1. A decoder's loginStatus is 0 while it is being
 /// logged in to, 1 after that, 2 when it refused the account, 3 when it does not answer. A task's isRunning is 0 when
@@ -39,6 +39,10 @@ public:
         std::function<void(const Served&)> onExchange;
         /// Replaces the clock: milliseconds since 1970 UTC. Must be callable from any thread.
         std::function<std::int64_t()> now;
+        /// A running platform to belong to: the wall is kept in its database, goes by its clock (unless `now` says
+        /// otherwise), is shown by its workbench, and its rules for faults strike here, too. Must run until this
+        /// service is stopped. Null: the service stands alone.
+        Platform* platform = nullptr;
     };
 
     VideoWallService(); ///< With the default options.
@@ -47,7 +51,8 @@ public:
     VideoWallService(const VideoWallService&) = delete;
     VideoWallService& operator=(const VideoWallService&) = delete;
 
-    /// Binds the port and starts the workers; returns once connections are accepted. The wall is empty then.
+    /// Binds the port and starts the workers; returns once connections are accepted. The wall is empty then, unless a
+    /// platform has kept one.
     ///
     /// @param error  on false, what an operator can act on.
     bool Start(std::string& error);

@@ -17,8 +17,7 @@
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 #include "nexwire/host/HostError.h"
-#include "nexwire/host/HttpRequestExecutor.h"
-#include "nexwire/host/RetryingExecutor.h"
+#include "nexwire/host/MakeExecutor.h"
 #include "simulator/Platform.h"
 #include "simulator/VideoWallService.h"
 #include "tools/Commands.h"
@@ -101,6 +100,13 @@ public:
 private:
     std::unique_ptr<IRequestExecutor> inner_;
 };
+
+void ShowStep(const host::TraceStep& step)
+{
+    char when[32];
+    std::snprintf(when, sizeof when, "%10.1f ms  ", static_cast<double>(step.microseconds) / 1000.0);
+    std::fputs((when + Padded(step.part, 11) + Shown(step.text) + "\n").c_str(), stderr);
+}
 
 /// A command line that cannot be carried out; carries what to tell the user.
 struct UsageError {
@@ -325,6 +331,8 @@ public:
             return;
         }
         std::unique_ptr<IRequestExecutor> executor;
+        host::ExecutorOptions parts;
+        parts.transportName = options.replayFile.empty() ? "http" : "replay";
         if (!options.replayFile.empty()) {
             auto replay = std::make_unique<host::ReplayExecutor>(options.replayFile);
             if (!replay->Valid()) {
@@ -338,16 +346,19 @@ public:
             auto recording = std::make_unique<host::RecordingExecutor>(std::move(executor), options.recordFile);
             recording_ = recording.get();
             executor = std::move(recording);
+            parts.transportName = "recording > " + parts.transportName;
         }
         if (options.verbose) {
             executor = std::make_unique<WatchingExecutor>(std::move(executor));
         }
         if (options.retries > 0) {
-            host::RetryOptions retry;
-            retry.attempts = options.retries + 1;
-            executor = std::make_unique<host::RetryingExecutor>(std::move(executor), retry);
+            parts.retry = host::RetryOptions();
+            parts.retry->attempts = options.retries + 1;
         }
-        executor = std::make_unique<host::ScopedExecutor>(std::move(executor));
+        if (options.trace) {
+            parts.trace = ShowStep;
+        }
+        executor = host::MakeExecutor(std::move(executor), parts);
         if (options.timeoutMs > 0) {
             executor = std::make_unique<TimeoutExecutor>(std::move(executor), options.timeoutMs);
         }
@@ -431,7 +442,7 @@ private:
     {
         if (!options.headers.empty() || options.timeoutMs > 0 || options.insecure || !options.caFile.empty() ||
             !options.certificateFile.empty() || !options.keyFile.empty() || !options.proxy.empty() || options.verbose ||
-            !options.recordFile.empty() || !options.replayFile.empty() || options.retries > 0 ||
+            options.trace || !options.recordFile.empty() || !options.replayFile.empty() || options.retries > 0 ||
             options.deadlineMs > 0) {
             throw UsageError{"video wall functions send for themselves; of the transport only --server can be chosen"};
         }

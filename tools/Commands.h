@@ -48,6 +48,7 @@ struct CallOptions {
     bool merge = false;               ///< Read structures that are given in part, and change only that.
     bool quiet = false;               ///< Nothing on standard error unless something went wrong.
     bool verbose = false;             ///< The exchanges, too.
+    bool trace = false;               ///< The steps of each exchange: attempts, waits, times.
     std::vector<std::string> headers; ///< "name=value".
     std::int32_t timeoutMs = 0;       ///< 0 keeps the function's own.
     std::int32_t deadlineMs = 0;      ///< For all exchanges of the call together; 0 none.
@@ -71,7 +72,11 @@ struct PlatformOptions {
     bool verbose = false;
     bool wall = false; ///< Run the video wall service, too.
     std::uint16_t wallPort = 0;
-    bool coverage = false; ///< Say how functions are answered instead of running.
+    std::string faultsFile;           ///< Rules for faults; empty for none.
+    std::string seedFile;             ///< Documents to write first; empty for none.
+    std::string listen = "127.0.0.1"; ///< Address.
+    std::string token;                ///< Only @env: or @file:; empty makes one where one is needed.
+    bool coverage = false;            ///< Say how functions are answered instead of running.
 };
 int RunPlatform(const PlatformOptions& options);
 

@@ -137,6 +137,8 @@ private:
         call->add_flag("-q,--quiet", call_.quiet, "Say nothing on standard error when all went well");
         call->add_flag("-v,--verbose", call_.verbose, "Show the exchanges on standard error, secrets as ***")
             ->excludes("--quiet");
+        call->add_flag("--trace", call_.trace, "Show each step on standard error: attempts, waits, outcomes, times")
+            ->excludes("--quiet");
         call->add_option("--header", call_.headers, "Header field for every request; may be given again")
             ->type_name("NAME=VALUE")
             ->take_all()
@@ -180,8 +182,9 @@ private:
 
     void AddPlatform()
     {
-        CLI::App* const platform =
-            app_.add_subcommand("platform", "The local platform on 127.0.0.1, until interrupted; prints its address");
+        CLI::App* const platform = app_.add_subcommand(
+            "platform",
+            "The local platform on 127.0.0.1, until interrupted; prints its address, where its page is, too");
         platform->add_option("--port", platform_.port, "Port; 0 takes a free one")->capture_default_str();
         platform->add_option("--db", platform_.database, "Database; none: in memory")->type_name("FILE");
         platform->add_option("--time-scale", platform_.timeScale, "How fast devices work; 100: a hundred times")
@@ -193,6 +196,17 @@ private:
         CLI::Option* const wall = platform->add_option(
             "--wall-port", platform_.wallPort,
             "Run the video wall service, too, on this port; its address is printed behind the other");
+        platform->add_option("--faults", platform_.faultsFile, "Rules for faults, JSON; - is standard input")
+            ->type_name("FILE");
+        platform->add_option("--seed", platform_.seedFile, "Documents to write at the start, JSON; - is standard input")
+            ->type_name("FILE");
+        platform
+            ->add_option("--listen", platform_.listen, "Address to listen on; any but a loopback one asks for a token")
+            ->type_name("ADDRESS")
+            ->capture_default_str();
+        platform->add_option(
+            "--token", platform_.token,
+            "What every request has to bring: @env:VARIABLE or @file:PATH; none: one is made if needed");
         platform->add_flag("--coverage", platform_.coverage,
                            "Only list how it answers each function: with behaviour, kept state or a sample");
         platform->add_flag("--verbose", platform_.verbose, "One line per exchange on standard error");

@@ -97,6 +97,7 @@ public:
         }
         Tags(all);
         Paths(all);
+        Further();
         Components();
         rapidjson::StringBuffer buffer;
         rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
@@ -162,6 +163,7 @@ private:
         Value info = Object();
         Add(info, "title", "Security-management platform, as the nexwire library speaks to it");
         Add(info, "version", NEXWIRE_VERSION);
+        Add(info, "contact", Json(R"({"name": "The nexwire project"})"));
         Add(info, "license", Json(R"({"name": "MIT", "identifier": "MIT"})"));
         Add(info, "description",
             "Every request of the library, found by running its functions. Functions that share a path and a verb "
@@ -378,12 +380,12 @@ private:
         return headers;
     }
 
-    /// The schema of what a function was seen to send; members that its record has, too, are told as there.
+    /// The schema of what a function was seen to send or to read; members that its record has, too, are told as there.
     Value ShownSchema(const Value& shown, const std::string& record)
     {
         if (shown.IsArray()) {
             Value list = OfType("array");
-            Add(list, "items", shown.Empty() ? Object() : ShownSchema(shown[0], ""));
+            Add(list, "items", shown.Empty() ? Object() : ShownSchema(shown[0], record));
             return list;
         }
         if (!shown.IsObject()) {
@@ -396,14 +398,15 @@ private:
         Value properties = Object();
         for (const auto& member : shown.GetObject()) {
             const std::string key = member.name.GetString();
-            Value seen = ShownSchema(member.value, "");
-            for (const catalogue::MemberView& known : view.members) {
-                if (known.key == key && (known.list || !member.value.IsArray()) &&
-                    (known.structure.empty() ? !HoldsObjects(member.value) : HoldsObjects(member.value))) {
-                    seen = MemberSchema(known);
-                }
-            }
-            Add(properties, key, std::move(seen));
+            const auto known = std::find_if(view.members.begin(), view.members.end(), [&](const auto& each) {
+                return each.key == key && (each.list || !member.value.IsArray()) &&
+                       each.structure.empty() != HoldsObjects(member.value);
+            });
+            // Of a record inside, too, only what was seen: each operation has its own part of it.
+            Add(properties, key,
+                known == view.members.end() ? ShownSchema(member.value, record)
+                : known->structure.empty()  ? MemberSchema(*known)
+                                            : ShownSchema(member.value, known->structure));
         }
         Value schema = OfType("object");
         Add(schema, "properties", std::move(properties));
@@ -434,7 +437,10 @@ private:
             const auto is = [&](const catalogue::Choice& choice) { return text == choice.value; };
             if (limits.closed && std::none_of(limits.values.begin(), limits.values.end(), is) &&
                 !(text.empty() && limits.empty)) {
-                value = Text(limits.values.data[0].value);
+                const bool first = limits.values.data[0].value[0] != '\0' || limits.values.count == 1;
+                value = Text(limits.values.data[first ? 0 : 1].value);
+            } else if (limits.maxLength.set && text.size() > static_cast<std::size_t>(limits.maxLength.value)) {
+                value = Text(text.substr(0, static_cast<std::size_t>(limits.maxLength.value)));
             } else if (limits.minLength.set && text.size() < static_cast<std::size_t>(limits.minLength.value) &&
                        !(text.empty() && limits.empty)) {
                 value = Text(std::string(static_cast<std::size_t>(limits.minLength.value), '1'));
@@ -477,6 +483,62 @@ private:
         return example;
     }
 
+    /// Gives texts that are empty something to say, and device texts theirs.
+    void Fill(Value& value, const std::string& outBuffer)
+    {
+        if (value.IsString() && value.GetStringLength() == 0) {
+            value = Text("text");
+        } else if (value.IsArray()) {
+            for (Value& element : value.GetArray()) {
+                Fill(element, outBuffer);
+            }
+        } else if (value.IsObject()) {
+            for (auto& member : value.GetObject()) {
+                const std::string key = member.name.GetString();
+                if (key == "outBuffer") {
+                    member.value = Text(outBuffer);
+                } else if (key != "outBufferEncoding") { // Empty for plain text.
+                    Fill(member.value, outBuffer);
+                }
+            }
+        }
+    }
+
+    /// A structure with a value for each member.
+    Value FilledSample(const std::string& structure, const std::string& outBuffer = "")
+    {
+        Value sample = Json(Sample(structure));
+        Fill(sample, outBuffer);
+        Fit(sample, structure);
+        return sample;
+    }
+
+    /// An answer of a device as the platform hands it on.
+    Value RelayedExample(const catalogue::Observed& observed)
+    {
+        Value device = FilledSample(observed.outputStructure);
+        const std::string root = catalogue::ViewOf(observed.outputStructure).rootName;
+        if (!root.empty()) {
+            Value inside = Object();
+            Add(inside, root, std::move(device));
+            device = std::move(inside);
+        }
+        rapidjson::StringBuffer buffer;
+        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+        device.Accept(writer);
+        Value envelope = Json(R"({"code": "0-0", "msg": ""})");
+        Add(envelope, "data", FilledSample(RelayOf(observed), buffer.GetString()));
+        Value example = Object();
+        Add(example, "summary", "Command " + std::to_string(observed.command) + ", " + observed.name);
+        Add(example, "value", std::move(envelope));
+        return example;
+    }
+
+    static std::string RelayOf(const catalogue::Observed& observed)
+    {
+        return observed.path.find("/batch") != std::string::npos ? "BatchPassThroughRspData" : "DagPassThroughRspData";
+    }
+
     Value BodySchema(const catalogue::Observed& observed)
     {
         if (observed.direct) {
@@ -492,6 +554,20 @@ private:
         Push(required, Text(root));
         Value schema = OfType("object");
         Add(schema, "required", std::move(required));
+        Add(schema, "properties", std::move(properties));
+        return schema;
+    }
+
+    /// The parts of an upload by name.
+    Value PartsSchema(const std::string& body)
+    {
+        const std::string mark = "; name=\"";
+        Value properties = Object();
+        for (std::size_t at = body.find(mark); at != std::string::npos; at = body.find(mark, at)) {
+            at += mark.size();
+            Add(properties, body.substr(at, body.find('"', at) - at), OfType("string"));
+        }
+        Value schema = OfType("object");
         Add(schema, "properties", std::move(properties));
         return schema;
     }
@@ -535,7 +611,9 @@ private:
             const std::string mediaType = type.substr(0, type.find(';'));
             const std::string structure = observed->direct ? observed->inputStructure : observed->bodyStructure;
             if (seen.insert(mediaType + " " + structure).second) {
-                schemas[mediaType].push_back(json ? BodySchema(*observed) : OfType("string"));
+                schemas[mediaType].push_back(json                                 ? BodySchema(*observed)
+                                             : mediaType == "multipart/form-data" ? PartsSchema(observed->request.body)
+                                                                                  : OfType("string"));
             }
             if (json) {
                 Value example = Object();
@@ -554,6 +632,10 @@ private:
             AddBuffer(media, "x-nexwire-inBuffer", group, [](const catalogue::Observed& observed) {
                 return observed.deviceInput.empty() ? std::string() : observed.inputStructure;
             });
+            AddBuffer(media, "x-nexwire-condBuffer", group, [](const catalogue::Observed& observed) {
+                return IsJson(observed.condition) && observed.deviceInput.empty() ? observed.inputStructure
+                                                                                  : std::string();
+            });
             const auto example = examples.find(schema.first);
             if (example != examples.end()) {
                 Add(media, "examples", std::move(example->second));
@@ -570,56 +652,60 @@ private:
     Value DataSchema(const catalogue::Observed& observed)
     {
         if (observed.passThrough) {
-            const bool batch = observed.path.find("/batch") != std::string::npos;
-            return Reference(batch ? "BatchPassThroughRspData" : "DagPassThroughRspData");
+            return Reference(RelayOf(observed));
         }
-        for (const Argument& argument : observed.function->Arguments()) {
-            if (argument.output && argument.type->shape == Shape::Structure) {
-                return Reference(argument.type->name());
-            }
-            if (argument.output && argument.type->shape == Shape::StructureList) {
-                Link(argument.type->name());
-            }
+        if (observed.direct) {
+            return ShownSchema(Json(observed.wallData), observed.outputStructure);
         }
-        std::string read;
-        for (const Argument& argument : observed.function->Arguments()) {
-            if (argument.output) {
-                read += (read.empty() ? "" : ", ") + argument.name;
-            }
-        }
-        Value object = OfType("object");
-        Add(object, "description", "What the function reads into " + read + ".");
-        return object;
+        return Reference(DataOf(observed));
     }
 
-    /// Whether a function reads anything of an answer but whether there is one.
+    /// What "data" is read into. A function that reads its answer by other means has its result's shape.
+    static std::string DataOf(const catalogue::Observed& observed)
+    {
+        const bool own = observed.dataStructure.empty() && observed.handsOut.empty() && !observed.outputIsList;
+        return own ? observed.outputStructure : observed.dataStructure;
+    }
+
     static bool ReadsData(const catalogue::Observed& observed)
     {
-        const std::vector<Argument>& all = observed.function->Arguments();
-        return observed.passThrough ||
-               std::any_of(all.begin(), all.end(), [](const Argument& argument) { return argument.output; });
+        return observed.direct ? observed.wallData != "{}" : observed.passThrough || !DataOf(observed).empty();
+    }
+
+    /// Whether the body is what a function hands out, whatever it is: pictures and files. An "answer" is an envelope.
+    static bool HandsOutBytes(const catalogue::Observed& observed)
+    {
+        return !observed.handsOut.empty() && observed.handsOut != "answer";
     }
 
     Value Response(const Group& group)
     {
         std::vector<Value> data;
         std::set<std::string> seen;
+        bool needed = true;
         for (const catalogue::Observed* observed : group) {
             if (!ReadsData(*observed)) {
+                needed = false;
                 continue;
             }
-            const std::string key = observed->passThrough ? WithoutNames(observed->path) : observed->outputStructure;
+            needed = needed && observed->needsData;
+            const std::string key = observed->passThrough ? WithoutNames(observed->path)
+                                    : observed->direct    ? observed->wallData
+                                                          : DataOf(*observed);
             if (seen.insert(key).second) {
                 data.push_back(DataSchema(*observed));
             }
         }
         const bool direct = group.front()->direct;
-        const bool read = !direct && !data.empty();
+        const bool read = !data.empty();
         Value own = OfType("object");
         if (read) {
             Value properties = Object();
             Add(properties, "data", AnyOf(std::move(data)));
             Add(own, "properties", std::move(properties));
+            if (needed) {
+                Add(own, "required", Json(R"(["data"])"));
+            }
         }
         Value all = Array();
         Value envelope = Object();
@@ -632,13 +718,23 @@ private:
         Add(schema, "allOf", std::move(all));
         Value media = Object();
         Add(media, "schema", std::move(schema));
-        AddBuffer(media, "x-nexwire-outBuffer", group, [](const catalogue::Observed& observed) {
-            return observed.deviceInput.empty() ? observed.outputStructure : std::string();
-        });
+        AddBuffer(media, "x-nexwire-outBuffer", group,
+                  [](const catalogue::Observed& observed) { return observed.outputStructure; });
+        Value examples = Object();
+        for (const catalogue::Observed* observed : group) {
+            if (observed->passThrough && !observed->outputStructure.empty()) {
+                Add(examples, OperationId(*observed), RelayedExample(*observed));
+            }
+        }
+        if (!examples.ObjectEmpty()) {
+            Add(media, "examples", std::move(examples));
+        }
         Value content = Object();
-        Add(content, "application/json", std::move(media));
+        const bool bytes = std::all_of(group.begin(), group.end(),
+                                       [](const catalogue::Observed* observed) { return HandsOutBytes(*observed); });
+        Add(content, bytes ? "application/octet-stream" : "application/json", bytes ? Object() : std::move(media));
         Value response = Object();
-        Add(response, "description", "The envelope, for failures, too");
+        Add(response, "description", bytes ? "What was asked for, as it is" : "The envelope, for failures, too");
         Add(response, "content", std::move(content));
         return response;
     }
@@ -663,11 +759,17 @@ private:
     void AddLimits(Value& schema, const catalogue::Limits& limits)
     {
         Value values = Array();
+        bool empty = limits.closed && limits.empty;
         for (const catalogue::Choice& choice : limits.values) {
+            if (*choice.value == '\0') {
+                empty = true;
+                continue;
+            }
             Push(values,
                  limits.numbers ? Value(static_cast<std::int64_t>(std::stoll(choice.value))) : Text(choice.value));
         }
-        if (limits.closed && limits.empty) {
+        // Last: who makes an answer of the document takes the first.
+        if (empty) {
             Push(values, Text(""));
         }
         if (!values.Empty()) {
@@ -734,6 +836,43 @@ private:
         return element;
     }
 
+    /// Structures that no operation holds: of functions that send nothing or leave one out, and those for functions
+    /// that take one of the caller's choice.
+    void Further()
+    {
+        const std::vector<std::string> held =
+            catalogue::Reachable(std::vector<std::string>(used_.begin(), used_.end()));
+        std::set<std::string> seen(held.begin(), held.end());
+        const auto list = [&](const std::vector<std::string>& names) {
+            Value references = Array();
+            for (const std::string& name : catalogue::Reachable(names)) {
+                if (seen.insert(name).second) {
+                    Push(references, Reference(name));
+                }
+            }
+            return references;
+        };
+        Value further = Object();
+        for (const catalogue::Function& function : catalogue::All()) {
+            std::vector<std::string> names;
+            for (const Argument& argument : function.Arguments()) {
+                if (argument.type->fields() != nullptr) {
+                    names.push_back(argument.type->name());
+                }
+            }
+            Value references = list(names);
+            if (!references.Empty()) {
+                Add(further, catalogue::UniqueName(function), std::move(references));
+            }
+        }
+        std::vector<std::string> rest;
+        for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+            rest.push_back(structure.name);
+        }
+        Add(further, "any", list(rest));
+        Add(document_, "x-nexwire-further-structures", std::move(further));
+    }
+
     void Components()
     {
         Value schemas = Object();
@@ -752,16 +891,18 @@ private:
             "description": "What every answer of the video wall service is.",
             "required": ["code"],
             "properties": {
-                "code": {"type": "integer", "format": "int32", "description": "0 for success."},
-                "module": {"type": "integer", "format": "int32", "description": "Part of the service that answers."},
+                "code": {"type": "integer", "format": "int32", "examples": [0], "description": "0 for success."},
+                "module": {"type": "integer", "format": "int32", "examples": [0],
+                           "description": "Part of the service that answers."},
                 "msg": {"type": "string", "description": "Text for the user."},
                 "data": {"description": "The result."}
             }})"));
         for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
             used_.insert(structure.name);
         }
-        const std::vector<std::string> all = catalogue::Reachable(std::vector<std::string>(used_.begin(), used_.end()));
-        for (const std::string& name : std::set<std::string>(all.begin(), all.end())) {
+        const std::vector<std::string> names =
+            catalogue::Reachable(std::vector<std::string>(used_.begin(), used_.end()));
+        for (const std::string& name : std::set<std::string>(names.begin(), names.end())) {
             const catalogue::StructureView view = catalogue::ViewOf(name);
             Value schema = OfType("object");
             if (!view.doc.empty()) {

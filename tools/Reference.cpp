@@ -288,7 +288,33 @@ std::string Escaped(const std::string& text)
     return escaped;
 }
 
-/// What stands on the page until a script takes over: all functions with their declarations and comments.
+/// Comments for a page without scripts: what stands in backticks is code.
+std::string Prose(const std::string& text)
+{
+    std::string prose;
+    bool code = false;
+    for (const char c : Escaped(text)) {
+        code = code != (c == '`');
+        prose += c == '`' ? (code ? "<code>" : "</code>") : c == '\n' ? "</p><p>" : std::string(1, c);
+    }
+    return prose + (code ? "</code>" : "");
+}
+
+std::string StaticModules()
+{
+    std::string links;
+    std::string module;
+    for (const catalogue::Function& function : catalogue::All()) {
+        if (function.Module() != module) {
+            module = function.Module();
+            links += "<a href=\"#" + module + "\">" + module + "</a>";
+        }
+    }
+    return links + "<a href=\"#structures\">Structures</a>";
+}
+
+/// What stands on the page until a script takes over: all functions with their declarations and comments, and the
+/// members of all structures.
 std::string StaticPage()
 {
     std::string page = "<h1>Request functions</h1>\n";
@@ -297,12 +323,22 @@ std::string StaticPage()
         const catalogue::FunctionDoc doc = catalogue::DocOfFunction(function);
         if (function.Module() != module) {
             module = function.Module();
-            page += "<h2>" + module + "</h2>\n";
+            page += "<h2 id=\"" + module + "\">" + module + "</h2>\n";
         }
         page += "<h3>" + Escaped(catalogue::UniqueName(function)) + "</h3><p>" +
-                Escaped(doc.text.empty() ? catalogue::DocOfClass(function.ClassName()) : doc.text) +
+                Prose(doc.text.empty() ? catalogue::DocOfClass(function.ClassName()) : doc.text) +
                 "</p><pre>#include &lt;" + function.Header() + "&gt;\n" + Escaped(catalogue::DeclarationOf(function)) +
                 "</pre>\n";
+    }
+    page += "<h2 id=\"structures\">Structures</h2>\n";
+    for (const catalogue::StructureInfo& structure : catalogue::Structures()) {
+        const catalogue::StructureView view = catalogue::ViewOf(structure.name);
+        page += "<h3>" + Escaped(view.name) + "</h3><p>" + Prose(view.doc) + "</p><table class=\"members\">";
+        for (const catalogue::MemberView& member : view.members) {
+            page += "<tr><td class=\"mono\">" + Escaped(member.key) + "</td><td>" + Escaped(member.type) + "</td><td>" +
+                    Prose(member.doc) + "</td></tr>";
+        }
+        page += "</table>\n";
     }
     return page;
 }
@@ -326,6 +362,7 @@ std::string ReferencePage()
         data.replace(at, 2, "<\\/");
     }
     ReplaceOnce(page, "@VERSION@", NEXWIRE_VERSION);
+    ReplaceOnce(page, "@MODULES@", StaticModules());
     ReplaceOnce(page, "@FUNCTIONS@", StaticPage());
     ReplaceOnce(page, "@DATA@", data);
     return page;

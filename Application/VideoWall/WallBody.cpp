@@ -2,7 +2,20 @@
 
 #include <cstdint>
 
+#include "core/AnswerReads.h"
+
 namespace nexwire::videowall {
+
+namespace {
+
+void Note(const std::string& path, core::Kind kind)
+{
+    if (auto* const watched = core::WatchedAnswers()) {
+        watched->paths.push_back({path, kind});
+    }
+}
+
+} // namespace
 
 bool Key::WriteTo(proto::CRapidJsonProto& body) const
 {
@@ -27,6 +40,7 @@ Keys Join(Keys first, const Keys& second)
 
 bool Answer::Read(const std::string& path, std::string& text, Also also) const
 {
+    Note(path, core::Kind::Text);
     std::int64_t number = 0;
     if (json_.Get(path, text)) {
         return true;
@@ -40,6 +54,7 @@ bool Answer::Read(const std::string& path, std::string& text, Also also) const
 
 bool Answer::Read(const std::string& path, int& number, Also also) const
 {
+    Note(path, core::Kind::Int);
     std::int32_t value = 0;
     bool flag = false;
     if (json_.Get(path, value)) {
@@ -55,7 +70,14 @@ bool Answer::Read(const std::string& path, int& number, Also also) const
 
 bool Answer::Read(const std::string& path, bool& flag, Also) const
 {
+    Note(path, core::Kind::Bool);
     return json_.Get(path, flag);
+}
+
+std::size_t Answer::Size(const std::string& path) const
+{
+    Note(path, core::Kind::StructList);
+    return json_.ArraySize(path);
 }
 
 } // namespace nexwire::videowall

@@ -135,7 +135,7 @@ public:
         return records;
     }
 
-    std::size_t Size(const std::string& path) const { return json_.ArraySize(path); }
+    std::size_t Size(const std::string& path) const;
 
 private:
     proto::CRapidJsonProto json_;

@@ -259,9 +259,11 @@ void Rows::WriteType(std::ostream& out, const Type& type, std::size_t number) co
 {
     const std::string n = std::to_string(number);
     std::string rows;
+    const bool allRequired = type.doc.find("All members are required.") != std::string::npos;
     for (std::size_t i = 0; i < type.members.size(); ++i) {
         const Member& member = type.members[i];
-        const Vocabulary& said = member.vocabulary;
+        Vocabulary said = member.vocabulary;
+        said.required = said.required || allRequired;
         const std::string own = n + "_" + std::to_string(i);
         if (said.Any()) {
             if (!said.values.empty()) {

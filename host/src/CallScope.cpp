@@ -8,6 +8,7 @@
 
 #include "HostFailure.h"
 #include "TransferFailure.h"
+#include "Waiting.h"
 
 namespace nexwire {
 namespace host {
@@ -119,7 +120,7 @@ bool ScopedExecutor::Execute(RspInfos& response, const RequestParams& request, i
     if (scope == nullptr) {
         return m_inner->Execute(response, request, flag);
     }
-    try {
+    return Guarded(response, [&] {
         const auto refuse = [&](HostError error, const char* why) {
             response = RspInfos();
             return Fail(error, Printable(request.url, kQuotedBytes) + ": not sent: " + why);
@@ -132,18 +133,14 @@ bool ScopedExecutor::Execute(RspInfos& response, const RequestParams& request, i
             scoped.headers[name] = value;
         }
         if (scope->HasDeadline()) {
-            const auto left =
-                std::chrono::duration_cast<std::chrono::milliseconds>(scope->Deadline() - CallScope::Clock::now());
-            if (left.count() <= 0) {
+            const std::int32_t left = MsUntil(scope->Deadline());
+            if (left <= 0) {
                 return refuse(HostError::DeadlinePassed, "the time of this scope is over");
             }
-            const std::int32_t own = request.timeoutMs > 0 ? request.timeoutMs : RequestParams::kDefaultTimeoutMs;
-            scoped.timeoutMs = static_cast<std::int32_t>(std::min<std::int64_t>(left.count(), own));
+            scoped.timeoutMs = std::min(left, AllowedMs(request));
         }
         return m_inner->Execute(response, scoped, flag);
-    } catch (const std::exception&) {
-        return FailWithoutMemory(response);
-    }
+    });
 }
 
 } // namespace host

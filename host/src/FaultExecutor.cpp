@@ -1,5 +1,6 @@
 #include "nexwire/host/FaultExecutor.h"
 
+#include <algorithm>
 #include <chrono>
 #include <mutex>
 #include <optional>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "HostFailure.h"
+#include "Trace.h"
 #include "TransferFailure.h"
 #include "Waiting.h"
 
@@ -16,9 +18,9 @@ namespace host {
 struct FaultExecutor::State {
     std::unique_ptr<IRequestExecutor> inner;
     std::vector<FaultRule> rules;
-    mutable std::mutex mutex;
-    std::vector<std::uint64_t> struck;
     std::mt19937 generator;
+    std::vector<std::uint64_t> struck = std::vector<std::uint64_t>(rules.size());
+    mutable std::mutex mutex{};
 
     /// The delay that strikes, and the fault; null for none.
     const FaultRule* Draw(const RequestParams& request, std::int32_t& delayMs)
@@ -49,18 +51,26 @@ struct FaultExecutor::State {
         const auto name = [&] { return Printable(request.url, kQuotedBytes) + ": "; };
         std::int32_t delayMs = 0;
         const FaultRule* const rule = Draw(request, delayMs);
+        if (rule != nullptr || delayMs > 0) {
+            Tell("faults", [&] {
+                return (rule == nullptr ? std::string("delayed")
+                                        : "rule " + std::to_string(rule - rules.data() + 1) + " strikes" +
+                                              (delayMs > 0 ? ", delayed" : "")) +
+                       (delayMs > 0 ? " by " + std::to_string(delayMs) + " ms" : "");
+            });
+        }
         std::optional<RequestParams> hurried;
         if (delayMs > 0) {
-            const bool late = request.timeoutMs > 0 && delayMs >= request.timeoutMs;
-            const std::int32_t wait = late ? request.timeoutMs : delayMs;
-            if (!WaitUntil(std::chrono::steady_clock::now() + std::chrono::milliseconds(wait))) {
+            const std::int32_t allowed = AllowedMs(request);
+            const bool late = delayMs >= allowed;
+            if (!WaitUntil(std::chrono::steady_clock::now() + std::chrono::milliseconds(std::min(delayMs, allowed)))) {
                 return Fail(HostError::Aborted, name() + "cancelled during a delay by rule");
             }
             if (late) {
                 return Fail(HostError::DeadlinePassed, name() + "delayed by rule beyond its time");
             }
             hurried = request;
-            hurried->timeoutMs = request.timeoutMs > 0 ? request.timeoutMs - delayMs : request.timeoutMs;
+            hurried->timeoutMs = allowed - delayMs;
         }
         if (rule != nullptr && rule->fault == FaultRule::Fault::Unsent) {
             return Fail(rule->error, name() + "not sent, by rule");
@@ -85,23 +95,15 @@ struct FaultExecutor::State {
 };
 
 FaultExecutor::FaultExecutor(std::unique_ptr<IRequestExecutor> inner, std::vector<FaultRule> rules, std::uint32_t seed)
-    : m_state(new State)
+    : m_state(new State{std::move(inner), std::move(rules), std::mt19937(seed)})
 {
-    m_state->inner = std::move(inner);
-    m_state->struck.resize(rules.size());
-    m_state->rules = std::move(rules);
-    m_state->generator.seed(seed);
 }
 
 FaultExecutor::~FaultExecutor() = default;
 
 bool FaultExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    try {
-        return m_state->Perform(response, request, flag);
-    } catch (const std::exception&) {
-        return FailWithoutMemory(response);
-    }
+    return Guarded(response, [&] { return m_state->Perform(response, request, flag); });
 }
 
 std::vector<std::uint64_t> FaultExecutor::Struck() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <string>
 
 #include "nexwire/RequestRecords.h"
@@ -17,6 +18,17 @@ bool FailStatus(long status, const std::string& text);
 
 /// Empties the response, stores `HostError::OutOfMemory` as far as memory allows, and returns false.
 bool FailWithoutMemory(RspInfos& response) noexcept;
+
+/// What `perform` returns. What it throws is a failure: nothing but memory runs out here.
+template <class Perform>
+bool Guarded(RspInfos& response, const Perform& perform)
+{
+    try {
+        return perform();
+    } catch (const std::exception&) {
+        return FailWithoutMemory(response);
+    }
+}
 
 /// The first `limit` bytes of `text` as `Keel::StringUtil::SingleLine` has them: a cut is marked with "...", and no
 /// UTF-8 sequence is cut in two.

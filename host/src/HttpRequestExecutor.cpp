@@ -18,6 +18,7 @@
 #include "HostFailure.h"
 #include "RequestCheck.h"
 #include "TransferFailure.h"
+#include "Waiting.h"
 #include "nexwire/host/CallScope.h"
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
@@ -67,14 +68,14 @@ struct HttpRequestExecutor::State {
     void Abort();
     bool Perform(RspInfos& response, const RequestParams& request);
 
-    struct Call;
+    struct Turn;
 };
 
 /// One call of `Execute`: its place among the active ones, in the slow lane, and its connection.
-struct HttpRequestExecutor::State::Call {
-    Call(State& state, bool isSlow) : m_state(state), m_slow(isSlow) {}
-    Call(const Call&) = delete;
-    Call& operator=(const Call&) = delete;
+struct HttpRequestExecutor::State::Turn {
+    Turn(State& state, bool isSlow) : m_state(state), m_slow(isSlow) {}
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
 
     enum class Entry { Admitted, Aborted, Late };
 
@@ -140,7 +141,7 @@ struct HttpRequestExecutor::State::Call {
         }
     }
 
-    ~Call()
+    ~Turn()
     {
         Connections done; // Closed after the lock is gone.
         const std::lock_guard<std::mutex> lock(m_state.mutex);
@@ -352,23 +353,23 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
         return Fail(HostError::RequestRefused, name() + "not sent: " + reason);
     }
 
-    const std::int32_t allowed = request.timeoutMs > 0 ? request.timeoutMs : RequestParams::kDefaultTimeoutMs;
-    const std::string within = " within " + std::to_string(allowed) + " ms";
+    const std::int32_t allowed = AllowedMs(request);
     const Clock::time_point deadline = entry + std::chrono::milliseconds(allowed);
-    Call call(*this, IsSlow(request));
+    Turn turn(*this, IsSlow(request));
     std::optional<CancelWatch> watch;
     if (CallScope::Current() != nullptr) {
-        watch.emplace([&call] { call.Wake(); });
+        watch.emplace([&turn] { turn.Wake(); });
     }
-    switch (call.Enter(deadline)) {
-    case Call::Entry::Admitted:
+    switch (turn.Enter(deadline)) {
+    case Turn::Entry::Admitted:
         break;
-    case Call::Entry::Aborted:
+    case Turn::Entry::Aborted:
         return Fail(HostError::Aborted, name() + "not sent: the executor was aborted");
-    case Call::Entry::Late:
-        return Fail(HostError::DeadlinePassed, name() + "not sent: no place in the slow lane" + within);
+    case Turn::Entry::Late:
+        return Fail(HostError::DeadlinePassed,
+                    name() + "not sent: no place in the slow lane within " + std::to_string(allowed) + " ms");
     }
-    Connection* const connection = call.Get();
+    Connection* const connection = turn.Get();
     if (connection == nullptr) {
         return Fail(HostError::Internal, name() + "no handle from libcurl");
     }
@@ -384,7 +385,7 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     into.bodyLimit = options.maxResponseBytes;
     // Woken by Abort().
     const httpcore::Ending ending =
-        wire.Run(into, request.method == kRead, [&call] { return call.Aborted() ? -1 : kLongestWaitMs; });
+        wire.Run(into, request.method == kRead, [&turn] { return turn.Aborted() ? -1 : kLongestWaitMs; });
     if (wire.LostKept()) {
         trust.Lost(server);
         Connections done; // Closed after the lock is gone.
@@ -427,11 +428,7 @@ bool HttpRequestExecutor::Execute(RspInfos& response, const RequestParams& reque
 {
     response.headers.clear();
     response.body.clear();
-    try {
-        return m_state->Perform(response, request);
-    } catch (const std::exception&) {
-        return FailWithoutMemory(response); // Nothing else can happen here.
-    }
+    return Guarded(response, [&] { return m_state->Perform(response, request); });
 }
 
 void HttpRequestExecutor::Abort()

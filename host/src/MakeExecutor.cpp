@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Trace.h"
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 
@@ -10,18 +11,34 @@ namespace host {
 
 std::unique_ptr<IRequestExecutor> MakeExecutor(const ExecutorOptions& options, ObservingExecutor** observing)
 {
-    std::unique_ptr<IRequestExecutor> made = std::make_unique<HttpRequestExecutor>(options.http);
+    return MakeExecutor(std::make_unique<HttpRequestExecutor>(options.http), options, observing);
+}
+
+std::unique_ptr<IRequestExecutor> MakeExecutor(std::unique_ptr<IRequestExecutor> transport,
+                                               const ExecutorOptions& options, ObservingExecutor** observing)
+{
+    std::unique_ptr<IRequestExecutor> made = std::move(transport);
+    std::string parts = options.transportName;
+    const auto put = [&](std::unique_ptr<IRequestExecutor> part, const std::string& name) {
+        made = std::move(part);
+        parts = name + " > " + parts;
+    };
+    if (options.trace) {
+        made = TraceAttempts(std::move(made));
+    }
     if (!options.faults.empty()) {
-        made = std::make_unique<FaultExecutor>(std::move(made), options.faults, options.faultSeed);
+        put(std::make_unique<FaultExecutor>(std::move(made), options.faults, options.faultSeed),
+            "faults (rules: " + std::to_string(options.faults.size()) + ")");
     }
     if (!options.recordTo.empty()) {
-        made = std::make_unique<RecordingExecutor>(std::move(made), options.recordTo);
+        put(std::make_unique<RecordingExecutor>(std::move(made), options.recordTo), "recording");
     }
     if (options.retry) {
-        made = std::make_unique<RetryingExecutor>(std::move(made), *options.retry);
+        put(std::make_unique<RetryingExecutor>(std::move(made), *options.retry),
+            "retry (at most " + std::to_string(options.retry->attempts) + " attempts)");
     }
     if (options.token) {
-        made = std::make_unique<TokenExecutor>(std::move(made), *options.token);
+        put(std::make_unique<TokenExecutor>(std::move(made), *options.token), "session");
     }
     if (observing != nullptr) {
         *observing = nullptr;
@@ -31,9 +48,14 @@ std::unique_ptr<IRequestExecutor> MakeExecutor(const ExecutorOptions& options, O
         if (observing != nullptr) {
             *observing = counting.get();
         }
-        made = std::move(counting);
+        put(std::move(counting), "counts");
     }
-    return std::make_unique<ScopedExecutor>(std::move(made));
+    put(std::make_unique<ScopedExecutor>(std::move(made)), "scope");
+    if (options.trace) {
+        options.trace({"parts", parts, 0});
+        made = std::make_unique<TracingExecutor>(std::move(made), options.trace);
+    }
+    return made;
 }
 
 } // namespace host

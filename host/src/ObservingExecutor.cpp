@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "HostFailure.h"
+#include "keel/Error.h"
 #include "nexwire/host/CallScope.h"
 
 namespace nexwire {
@@ -129,8 +130,8 @@ struct ObservingExecutor::State {
 
     std::unique_ptr<IRequestExecutor> inner;
     ObserveOptions options;
-    mutable std::mutex mutex;
-    std::map<Key, CallStatistics> calls;
+    mutable std::mutex mutex{};
+    std::map<Key, CallStatistics> calls{};
 
     void Count(const RequestParams& request, const ObservedCall& call)
     {
@@ -148,7 +149,16 @@ struct ObservingExecutor::State {
             found->second.method = key.second;
         }
         CallStatistics& counted = found->second;
-        counted.failures += call.success ? 0 : 1;
+        if (!call.success) {
+            ++counted.failures;
+            const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
+            const auto is = [&](HostError which) {
+                return error.category == kHostErrorCategory && error.number == static_cast<std::int32_t>(which);
+            };
+            counted.statuses += error.category == kHttpStatusCategory ? 1 : 0;
+            counted.late += is(HostError::DeadlinePassed) ? 1 : 0;
+            counted.cancelled += is(HostError::Aborted) ? 1 : 0;
+        }
         counted.bytesOut += request.body.size();
         counted.bytesIn += call.bytesIn;
         counted.latency.Add(call.microseconds);
@@ -156,10 +166,8 @@ struct ObservingExecutor::State {
 };
 
 ObservingExecutor::ObservingExecutor(std::unique_ptr<IRequestExecutor> inner, const ObserveOptions& options)
-    : m_state(new State)
+    : m_state(new State{std::move(inner), options})
 {
-    m_state->inner = std::move(inner);
-    m_state->options = options;
 }
 
 ObservingExecutor::~ObservingExecutor() = default;
@@ -213,15 +221,26 @@ std::string ObservingExecutor::Prometheus() const
         return "{path=" + Quoted(each.path) + ",method=\"" + std::to_string(each.method) + "\"";
     };
     std::string text;
-    const auto counters = [&](const char* name, const char* help, auto value) {
+    const auto head = [&](const char* name, const char* help) {
         text += std::string("# HELP ") + name + " " + help + "\n# TYPE " + name + " counter\n";
+    };
+    const auto counters = [&](const char* name, const char* help, auto value) {
+        head(name, help);
         for (const CallStatistics& each : all) {
             text += name + labels(each) + "} " + std::to_string(value(each)) + "\n";
         }
     };
     counters("nexwire_calls_total", "Calls.", [](const CallStatistics& each) { return each.latency.Count(); });
-    counters("nexwire_call_failures_total", "Calls without an answer.",
-             [](const CallStatistics& each) { return each.failures; });
+    head("nexwire_call_failures_total", "Calls without an answer.");
+    for (const CallStatistics& each : all) {
+        const std::uint64_t named = each.statuses + each.late + each.cancelled;
+        for (const auto& [reason, count] :
+             {std::make_pair("status", each.statuses), std::make_pair("late", each.late),
+              std::make_pair("cancelled", each.cancelled), std::make_pair("other", each.failures - named)}) {
+            text += "nexwire_call_failures_total" + labels(each) + ",reason=\"" + reason + "\"} " +
+                    std::to_string(count) + "\n";
+        }
+    }
     counters("nexwire_request_bytes_total", "Bodies of requests.",
              [](const CallStatistics& each) { return each.bytesOut; });
     counters("nexwire_answer_bytes_total", "Bodies of answers.",

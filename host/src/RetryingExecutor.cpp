@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <mutex>
 #include <random>
 #include <string>
 #include <utility>
 
+#include <curl/curl.h>
+
 #include "HostFailure.h"
+#include "Trace.h"
 #include "Waiting.h"
 #include "keel/Error.h"
 #include "keel/StringUtil.h"
@@ -48,21 +52,26 @@ Remedy RemedyFor(const Keel::Error::ErrorCode& error)
     }
 }
 
-/// Milliseconds that the server asks to wait; -1 when it does not. Dates are not read.
+/// Milliseconds that the server asks to wait, in seconds or as a date; -1 when it does not.
 std::int64_t RetryAfter(const RspInfos& response)
 {
     for (const auto& [name, value] : response.headers) {
-        if (Keel::StringUtil::LowerCase(name) != "retry-after") {
+        if (Keel::StringUtil::LowerCase(name) != "retry-after" || value.empty()) {
             continue;
         }
         std::int64_t seconds = 0;
-        for (const char c : value) {
-            if (c < '0' || c > '9') {
+        if (value.find_first_not_of("0123456789") == std::string::npos) {
+            for (const char c : value) {
+                seconds = std::min<std::int64_t>(seconds * 10 + (c - '0'), kLongestWaitMs / 1000);
+            }
+        } else {
+            const std::int64_t when = curl_getdate(value.c_str(), nullptr);
+            if (when < 0) {
                 return -1;
             }
-            seconds = std::min<std::int64_t>(seconds * 10 + (c - '0'), kLongestWaitMs / 1000);
+            seconds = std::clamp<std::int64_t>(when - std::time(nullptr), 0, kLongestWaitMs / 1000);
         }
-        return value.empty() ? -1 : seconds * 1000;
+        return seconds * 1000;
     }
     return -1;
 }
@@ -78,7 +87,7 @@ double Random()
 struct RetryingExecutor::State {
     std::unique_ptr<IRequestExecutor> inner;
     RetryOptions options;
-    std::mutex mutex;
+    std::mutex mutex{};
     double budget = kFirstBudget;
 
     void Earn()
@@ -107,32 +116,51 @@ struct RetryingExecutor::State {
         return std::max(asked, static_cast<std::int64_t>(most * share));
     }
 
+    /// Why there is no further attempt; null when there is one. Then it is paid for.
+    const char* WhyNot(const Keel::Error::ErrorCode& error, const RequestParams& request, std::int32_t tried,
+                       std::int64_t delayMs, Clock::time_point deadline)
+    {
+        const Remedy remedy = RemedyFor(error);
+        if (remedy == Remedy::None) {
+            return "that would not mend it";
+        }
+        if (remedy == Remedy::WhenSafe && options.methods.count(request.method) == 0) {
+            return "it may have been carried out";
+        }
+        if (tried >= options.attempts) {
+            return "that was the last attempt";
+        }
+        if (Clock::now() + std::chrono::milliseconds(delayMs) >= deadline) {
+            return "its time would be over";
+        }
+        return Spend() ? nullptr : "too many calls are repeated already";
+    }
+
     bool Perform(RspInfos& response, const RequestParams& request, int flag)
     {
-        const std::int32_t allowed = request.timeoutMs > 0 ? request.timeoutMs : RequestParams::kDefaultTimeoutMs;
-        const Clock::time_point deadline = Clock::now() + std::chrono::milliseconds(allowed);
+        const Clock::time_point deadline = DeadlineOf(request);
         Earn();
         if (inner->Execute(response, request, flag)) {
             return true;
         }
         RequestParams again = request;
-        std::int32_t tried = 1;
-        for (;; ++tried) {
+        for (std::int32_t tried = 1;; ++tried) {
             const Keel::Error::ErrorCode error = Keel::Error::GetLastError();
-            const Remedy remedy = RemedyFor(error);
-            const bool may =
-                remedy == Remedy::Always || (remedy == Remedy::WhenSafe && options.methods.count(request.method) != 0);
-            const Clock::time_point next = Clock::now() + std::chrono::milliseconds(Delay(tried, response));
-            if (!may || tried >= options.attempts || next >= deadline || !Spend()) {
+            const std::int64_t delayMs = Delay(tried, response);
+            if (const char* const why = WhyNot(error, request, tried, delayMs, deadline)) {
+                Tell("retry", [&] { return std::string("not tried again: ") + why; });
                 return Told(error, tried);
             }
-            if (!WaitUntil(next)) {
+            Tell("retry", [&] {
+                return "waits " + std::to_string(delayMs) + " ms, then attempt " + std::to_string(tried + 1) +
+                       " of at most " + std::to_string(options.attempts);
+            });
+            if (!WaitUntil(Clock::now() + std::chrono::milliseconds(delayMs))) {
                 Told(error, tried);
                 return Fail(HostError::Aborted,
                             "cancelled before it was tried again: " + Keel::Error::GetLastError().text);
             }
-            const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-            again.timeoutMs = static_cast<std::int32_t>(std::max<std::int64_t>(left.count(), 1));
+            again.timeoutMs = std::max<std::int32_t>(MsUntil(deadline), 1);
             if (inner->Execute(response, again, flag)) {
                 return true;
             }
@@ -150,21 +178,15 @@ struct RetryingExecutor::State {
 };
 
 RetryingExecutor::RetryingExecutor(std::unique_ptr<IRequestExecutor> inner, const RetryOptions& options)
-    : m_state(new State)
+    : m_state(new State{std::move(inner), options})
 {
-    m_state->inner = std::move(inner);
-    m_state->options = options;
 }
 
 RetryingExecutor::~RetryingExecutor() = default;
 
 bool RetryingExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    try {
-        return m_state->Perform(response, request, flag);
-    } catch (const std::exception&) {
-        return FailWithoutMemory(response);
-    }
+    return Guarded(response, [&] { return m_state->Perform(response, request, flag); });
 }
 
 } // namespace host

@@ -39,7 +39,7 @@ struct NEXWIRE_API StatisticsCalcCondition : IInboundData {
     NEXWIRE_JSON
 };
 
-/// A person's day. All members are in every element.
+/// A person's day. All members are required.
 struct NEXWIRE_API StatisticsCalc : IReturnData {
     std::string personnelID;
     std::string personnelCode;
@@ -66,7 +66,7 @@ struct NEXWIRE_API StatisticsCalc : IReturnData {
     NEXWIRE_JSON
 };
 
-/// A page of results.
+/// A page of results. All members are required.
 struct NEXWIRE_API StatisticsCalcData : IReturnData {
     std::int32_t total = 0; ///< Of all pages.
     std::int32_t pageSize = 0;
@@ -75,6 +75,7 @@ struct NEXWIRE_API StatisticsCalcData : IReturnData {
     NEXWIRE_JSON
 };
 
+/// All members are required.
 struct NEXWIRE_API StatisticsCalcDataData : IReturnData {
     StatisticsCalcData statisticsCalcData;
     NEXWIRE_JSON

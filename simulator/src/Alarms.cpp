@@ -421,6 +421,15 @@ void Raise(Handling& handling, const Event& event)
                       .Take());
 }
 
+void EachAlarmSource(Handling& handling, const std::string& device, const std::function<void(const Event&)>& each)
+{
+    for (const Origin& origin : kOrigins) {
+        EachPart(handling, PartOf(origin.collection), device, [&](const std::string& key, Json& part) {
+            each({origin.type, origin.sourceType, device, key, std::string(AsText(Member(part, origin.name))), 0});
+        });
+    }
+}
+
 void EndAlarms(Handling& handling, std::string_view source)
 {
     handling.Each({kLogs,

@@ -352,6 +352,19 @@ void Import(Handling& handling)
 
 } // namespace
 
+void EachCalculation(Handling& handling, const WorkSink& each)
+{
+    handling.Each({kTask}, [&](const std::string&, Json& task) {
+        const std::int64_t start = AsInt(Member(task, "startMs"));
+        const std::int64_t finish = AsInt(Member(task, "finishMs"));
+        const bool done = handling.nowMs >= finish;
+        const std::int64_t percent = done ? 100 : (handling.nowMs - start) * 100 / (finish - start);
+        const std::int64_t total = AsInt(Member(task, "personTotal"));
+        each({std::string(AsText(Member(task, "taskID"))), "attendance", "", done ? "done" : "running",
+              total * percent / 100, total, percent});
+    });
+}
+
 void AddAttendance(Services& services, double timeScale)
 {
     services["attendance.arrange"] = Arrange;

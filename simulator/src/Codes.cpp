@@ -20,6 +20,8 @@ constexpr ReasonRow kReasons[] = {
     {Reason::kWrongType, "wrongType", "A field has the wrong type"},
     {Reason::kUnknownField, "unknownField", "A field is not known here"},
     {Reason::kOutOfRange, "outOfRange", "A field is outside its vocabulary or range"},
+    {Reason::kForeignPage, "foreignPage", "Only requests to the platform's own address are answered"},
+    {Reason::kNoToken, "noToken", "The platform asks for its token"},
     {Reason::kUnknownGuid, "unknownGuid", "Nothing has this identifier"},
     {Reason::kUnknownDevice, "unknownDevice", "No device has this identifier"},
     {Reason::kDuplicate, "duplicate", "It exists already"},

@@ -21,6 +21,8 @@ enum class Reason {
     kWrongType = 8,
     kUnknownField = 9,
     kOutOfRange = 10,
+    kForeignPage = 11,
+    kNoToken = 12,
     // What it talks about.
     kUnknownGuid = 20,
     kUnknownDevice = 21,

@@ -1,111 +1,13 @@
 #include "src/Description.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <stdexcept>
+
+#include "src/Entry.h"
+#include "src/Routes.h"
 
 namespace nexwire::simulator {
 namespace {
-
-std::vector<std::string> Texts(const Json* list)
-{
-    std::vector<std::string> texts;
-    if (list == nullptr) {
-        return texts;
-    }
-    if (list->IsString()) {
-        texts.emplace_back(AsText(list));
-        return texts;
-    }
-    if (!list->IsArray()) {
-        throw std::runtime_error("expected a text or a list of texts");
-    }
-    for (const Json& text : list->GetArray()) {
-        if (!text.IsString()) {
-            throw std::runtime_error("expected a list of texts");
-        }
-        texts.emplace_back(AsText(&text));
-    }
-    return texts;
-}
-
-// A misspelled member would be a rule that silently does not hold.
-void OnlyMembers(const Json& object, std::initializer_list<std::string_view> allowed)
-{
-    if (!object.IsObject()) {
-        throw std::runtime_error("expected an object");
-    }
-    for (const auto& member : object.GetObject()) {
-        const std::string_view name = AsText(&member.name);
-        if (std::find(allowed.begin(), allowed.end(), name) == allowed.end()) {
-            throw std::runtime_error("unknown member \"" + std::string(name) + "\"");
-        }
-    }
-}
-
-std::string NeedText(const Json& object, std::string_view name)
-{
-    const std::string_view text = AsText(Member(object, name));
-    if (text.empty()) {
-        throw std::runtime_error("missing \"" + std::string(name) + "\"");
-    }
-    return std::string(text);
-}
-
-template <class Each>
-void ForEach(const Json* list, const Each& each)
-{
-    if (list == nullptr) {
-        return;
-    }
-    if (!list->IsArray()) {
-        throw std::runtime_error("expected a list");
-    }
-    for (const Json& entry : list->GetArray()) {
-        each(entry);
-    }
-}
-
-template <class Each>
-void ForMembers(const Json* object, const Each& each)
-{
-    if (object == nullptr) {
-        return;
-    }
-    if (!object->IsObject()) {
-        throw std::runtime_error("expected an object");
-    }
-    for (const auto& member : object->GetObject()) {
-        each(std::string(AsText(&member.name)), member.value);
-    }
-}
-
-FilterRule MakeFilter(const std::string& field, const Json& entry)
-{
-    static constexpr std::pair<std::string_view, Test> kTests[] = {
-        {"equals", Test::kEquals},         {"contains", Test::kContains}, {"startsWith", Test::kStartsWith},
-        {"oneOf", Test::kOneOf},           {"atLeast", Test::kAtLeast},   {"atMost", Test::kAtMost},
-        {"hasElement", Test::kHasElement},
-    };
-    FilterRule rule;
-    rule.field = field;
-    if (!entry.IsObject()) {
-        rule.value = &entry;
-        return rule;
-    }
-    OnlyMembers(entry, {"element", "equals", "contains", "startsWith", "oneOf", "atLeast", "atMost", "hasElement"});
-    rule.element = AsText(Member(entry, "element"));
-    for (const auto& [name, test] : kTests) {
-        if (const Json* value = Member(entry, name)) {
-            rule.value = value;
-            rule.test = test;
-        }
-    }
-    if (rule.value == nullptr) {
-        throw std::runtime_error("filter on \"" + rule.field + "\" has no test");
-    }
-    return rule;
-}
 
 constexpr std::pair<std::string_view, Role> kRoles[] = {
     {"reply", Role::kReply}, {"add", Role::kAdd},       {"all", Role::kFind},      {"find", Role::kFind},
@@ -123,15 +25,6 @@ Role RoleNamed(std::string_view name)
     throw std::runtime_error("unknown role \"" + std::string(name) + "\"");
 }
 
-std::vector<Reference> References(const Json* entry)
-{
-    std::vector<Reference> references;
-    ForMembers(entry, [&](const std::string& path, const Json& collection) {
-        references.push_back({path, std::string(AsText(&collection))});
-    });
-    return references;
-}
-
 // Names separated by commas that stand outside brackets.
 std::vector<std::string> SplitNames(const std::string& names)
 {
@@ -146,59 +39,6 @@ std::vector<std::string> SplitNames(const std::string& names)
         }
     }
     return all;
-}
-
-std::vector<std::string_view> Segments(std::string_view path)
-{
-    std::vector<std::string_view> segments;
-    while (!path.empty()) {
-        path.remove_prefix(1); // The slash.
-        const std::size_t slash = path.find('/');
-        segments.push_back(path.substr(0, slash));
-        path = slash == std::string_view::npos ? std::string_view() : path.substr(slash);
-    }
-    return segments;
-}
-
-/// A segment of a pattern: a text, or an identifier between two texts.
-struct Segment {
-    std::string_view before;
-    std::string_view name;
-    std::string_view after;
-    bool identifier = false;
-
-    explicit Segment(std::string_view text) : before(text)
-    {
-        const std::size_t open = text.find('{');
-        const std::size_t close = text.find('}');
-        if (open != std::string_view::npos && close != std::string_view::npos && close > open) {
-            identifier = true;
-            before = text.substr(0, open);
-            name = text.substr(open + 1, close - open - 1);
-            after = text.substr(close + 1);
-        }
-    }
-
-    bool Fits(std::string_view text) const
-    {
-        return text.size() > before.size() + after.size() && text.substr(0, before.size()) == before &&
-               text.substr(text.size() - after.size()) == after;
-    }
-    std::string_view Taken(std::string_view text) const
-    {
-        return text.substr(before.size(), text.size() - before.size() - after.size());
-    }
-};
-
-// The number of codes under a path: of its first segment that names a module.
-int CategoryOf(std::string_view path)
-{
-    for (const std::string_view segment : Segments(path)) {
-        if (const int category = ModuleCategory(segment)) {
-            return category;
-        }
-    }
-    return ModuleCategory("system");
 }
 
 // The structure of the list, or else of the object, that an answer holds.
@@ -226,12 +66,6 @@ const WireMember* Collection::Find(std::string_view member) const
     const WireMember* found = element == nullptr ? nullptr : element->Find(member);
     return found != nullptr || source == nullptr ? found : source->Find(member);
 }
-
-struct Description::Node {
-    std::map<std::string, std::unique_ptr<Node>, std::less<>> literals;
-    std::map<std::string, std::unique_ptr<Node>, std::less<>> identifiers; ///< By what stands around them.
-    std::map<std::string, std::vector<Endpoint*>, std::less<>> verbs;
-};
 
 Description::Description(std::string_view document, const std::vector<ResourceFile>& files)
     : wire_(document), routes_(std::make_unique<Node>())
@@ -298,89 +132,6 @@ void Description::AddBody(Endpoint& endpoint, const WireStructure& body)
     }
     endpoint.body = merged.get();
     merged_.push_back(std::move(merged));
-}
-
-Endpoint& Description::EndpointOf(const std::string& verb, const std::string& path, const std::string& root)
-{
-    if (path.empty() || path.front() != '/') {
-        throw std::runtime_error("a path begins with a slash");
-    }
-    Node* node = routes_.get();
-    Node* above = node;
-    std::vector<std::string_view> names;
-    std::vector<std::string> parents;
-    std::optional<std::size_t> device;
-    bool last = false;
-    std::string_view previous;
-    for (const std::string_view text : Segments(path)) {
-        const Segment segment(text);
-        last = segment.identifier && segment.before.empty() && segment.after.empty();
-        if (segment.identifier) {
-            if (!device && (previous == "devices" || segment.before == "devices" || segment.name == "deviceGuid")) {
-                device = names.size();
-            }
-            names.push_back(segment.name);
-            parents.emplace_back(segment.before.empty() ? previous : segment.before);
-        }
-        previous = text;
-        std::unique_ptr<Node>& next =
-            segment.identifier ? node->identifiers[std::string(segment.before) + "{}" + std::string(segment.after)]
-                               : node->literals[std::string(text)];
-        if (next == nullptr) {
-            next = std::make_unique<Node>();
-        }
-        above = node;
-        node = next.get();
-    }
-    auto& same = node->verbs[verb];
-    const auto found = std::find_if(same.begin(), same.end(), [&](const Endpoint* each) { return each->root == root; });
-    const bool fresh = found == same.end();
-    if (fresh) {
-        endpoints_.push_back(std::make_unique<Endpoint>());
-    }
-    Endpoint& endpoint = fresh ? *endpoints_.back() : **found;
-    if (fresh) {
-        endpoint.verb = verb;
-        endpoint.path = path;
-        endpoint.root = root;
-        endpoint.category = CategoryOf(path);
-        endpoint.parents = std::move(parents);
-        endpoint.endsWithIdentifier = last;
-        endpoint.device = device;
-        same.push_back(&endpoint);
-        // An identifier at the end of a text may be nothing.
-        const Segment end(Segments(path).back());
-        if (end.identifier && !end.before.empty() && end.after.empty()) {
-            std::unique_ptr<Node>& bare = above->literals[std::string(end.before)];
-            if (bare == nullptr) {
-                bare = std::make_unique<Node>();
-            }
-            bare->verbs[verb].push_back(&endpoint);
-        }
-    }
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        endpoint.names.emplace(names[i], i);
-        endpoint.names.emplace(std::to_string(i + 1), i);
-    }
-    return endpoint;
-}
-
-// All endpoints of a verb and pattern; null when there are none.
-const std::vector<Endpoint*>* Description::Below(const std::string& verb, const std::string& path) const
-{
-    const Node* node = routes_.get();
-    for (const std::string_view text : Segments(path)) {
-        const Segment segment(text);
-        const auto& children = segment.identifier ? node->identifiers : node->literals;
-        const auto next = children.find(
-            segment.identifier ? std::string(segment.before) + "{}" + std::string(segment.after) : std::string(text));
-        if (next == children.end()) {
-            return nullptr;
-        }
-        node = next->second.get();
-    }
-    const auto found = node->verbs.find(verb);
-    return found == node->verbs.end() ? nullptr : &found->second;
 }
 
 const Collection& Description::NeedCollection(std::string_view name) const
@@ -600,76 +351,6 @@ void Description::LoadAction(const std::string& names, const Json& entry, Action
     }
 }
 
-void Description::LoadRefinements(const Json& entry, Action& action) const
-{
-    action.given = Member(entry, "if");
-    action.key = Member(entry, "key");
-    if (const Json* items = Member(entry, "items")) {
-        action.noItems = items->IsBool() && !items->GetBool();
-        action.items = AsText(items);
-    }
-    action.by = Texts(Member(entry, "by"));
-    action.set = Member(entry, "set");
-    action.need = Texts(Member(entry, "need"));
-    action.references = References(Member(entry, "references"));
-    for (const Reference& reference : action.references) {
-        NeedCollection(reference.collection);
-    }
-    const Json* keys = Member(entry, "listKeys");
-    ForMembers(Member(entry, "lists"), [&](const std::string& from, const Json& target) {
-        ListRule rule;
-        rule.remove = from.front() == '-';
-        rule.from = from.substr(rule.remove ? 1 : 0);
-        rule.target = AsText(&target);
-        rule.by = keys == nullptr ? std::vector<std::string>() : Texts(Member(*keys, rule.target));
-        action.lists.push_back(std::move(rule));
-    });
-    ForEach(Member(entry, "marks"), [&](const Json& rule) {
-        OnlyMembers(rule, {"when", "set"});
-        action.marks.push_back({Texts(Member(rule, "when")), Member(rule, "set")});
-        if (action.marks.back().values == nullptr) {
-            throw std::runtime_error("a mark sets nothing");
-        }
-    });
-    ForEach(Member(entry, "refuse"), [&](const Json& rule) {
-        OnlyMembers(rule, {"when", "has", "reason"});
-        const Reason reason = ReasonByName(NeedText(rule, "reason"));
-        action.refusals.push_back({Texts(Member(rule, "when")), Member(rule, "has"), reason});
-        if (reason == Reason::kNone || action.refusals.back().has == nullptr) {
-            throw std::runtime_error("a refusal without \"has\" or with an unknown reason");
-        }
-    });
-    ForEach(Member(entry, "touch"), [&](const Json& rule) {
-        OnlyMembers(rule, {"collection", "field", "has", "set"});
-        action.touches.push_back(
-            {{NeedText(rule, "collection"), NeedText(rule, "field")}, Member(rule, "has"), Member(rule, "set")});
-        if (action.touches.back().values == nullptr) {
-            throw std::runtime_error("a touch sets nothing");
-        }
-    });
-    // "devices.name by deviceGuid", or a list of them
-    ForMembers(Member(entry, "join"), [&](const std::string& member, const Json& rule) {
-        for (const std::string& text : Texts(&rule)) {
-            const std::size_t dot = text.find('.');
-            const std::size_t by = text.find(" by ");
-            if (dot == std::string::npos || by == std::string::npos || dot > by) {
-                throw std::runtime_error("a join reads \"collection.member by member\"");
-            }
-            action.joins.push_back({member, NeedCollection(text.substr(0, dot)).name,
-                                    text.substr(dot + 1, by - dot - 1), text.substr(by + 4)});
-        }
-    });
-    ForMembers(Member(entry, "filter"),
-               [&](const std::string& field, const Json& rule) { action.filters.push_back(MakeFilter(field, rule)); });
-    action.any = AsBool(Member(entry, "any"));
-    action.narrow = AsBool(Member(entry, "narrow"), true);
-    action.countBy = AsText(Member(entry, "countBy"));
-    action.replace = AsBool(Member(entry, "replace"));
-    action.merge = AsBool(Member(entry, "merge"));
-    action.reach = Member(entry, "reach");
-    action.answer = Member(entry, "answer");
-}
-
 void Description::Attach(Endpoint& endpoint, std::unique_ptr<Action> action, const Json& file)
 {
     for (const auto& other : endpoint.actions) {
@@ -726,52 +407,6 @@ void Description::Learn(const Endpoint& endpoint, const Action& action)
     } else if (action.role == Role::kFind && endpoint.result != nullptr && collection.element == nullptr) {
         collection.element = ElementOf(endpoint.result);
     }
-}
-
-const std::vector<Endpoint*>* Description::Walk(const Node& node, const std::vector<std::string_view>& segments,
-                                                std::size_t at, std::string_view verb, Route& route)
-{
-    if (at == segments.size()) {
-        route.pathKnown = route.pathKnown || !node.verbs.empty();
-        const auto found = node.verbs.find(verb);
-        return found == node.verbs.end() ? nullptr : &found->second;
-    }
-    const auto literal = node.literals.find(segments[at]);
-    if (literal != node.literals.end()) {
-        if (const auto* endpoints = Walk(*literal->second, segments, at + 1, verb, route)) {
-            return endpoints;
-        }
-    }
-    for (const auto& [text, next] : node.identifiers) {
-        const Segment segment(text);
-        if (!segment.Fits(segments[at])) {
-            continue;
-        }
-        if (const auto* endpoints = Walk(*next, segments, at + 1, verb, route)) {
-            return endpoints;
-        }
-    }
-    return nullptr;
-}
-
-Description::Route Description::Find(std::string_view verb, std::string_view path) const
-{
-    Route route;
-    if (path.empty() || path.front() != '/') {
-        return route;
-    }
-    const std::vector<std::string_view> segments = Segments(path);
-    if (const auto* endpoints = Walk(*routes_, segments, 0, verb, route)) {
-        route.endpoints.assign(endpoints->begin(), endpoints->end());
-        const std::vector<std::string_view> pattern = Segments(endpoints->front()->path);
-        for (std::size_t i = 0; i < pattern.size(); ++i) {
-            const Segment segment(pattern[i]);
-            if (segment.identifier) {
-                route.identifiers.emplace_back(segment.Fits(segments[i]) ? segment.Taken(segments[i]) : "");
-            }
-        }
-    }
-    return route;
 }
 
 const Collection* Description::FindCollection(std::string_view name) const

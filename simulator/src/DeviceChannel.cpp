@@ -202,8 +202,11 @@ public:
     Device(Handling& handling, const Commands& commands, const DeviceServices& services)
         : handling_(handling), commands_(commands), services_(services)
     {
-        if (AsBool(Member(*handling_.Named("device"), "_offline"))) {
-            throw Refusal(Reason::kDeviceOffline, "\"" + std::string(handling_.Identifier("1")) + "\"");
+        const Json& device = *handling_.Named("device");
+        const bool away = AsBool(Member(device, "_offline"));
+        if (away || AsBool(Member(device, "_refusing"))) {
+            throw Refusal(away ? Reason::kDeviceOffline : Reason::kDeviceRefused,
+                          "\"" + std::string(handling_.Identifier("1")) + "\"");
         }
     }
 

@@ -106,8 +106,9 @@ std::string EntryText(const Json& entry)
 void CheckReach(Handling& handling)
 {
     const std::string_view device = handling.Identifier("1");
-    if (OutOfReach(handling, device) == Reason::kDeviceOffline) {
-        throw Refusal(Reason::kDeviceOffline, "\"" + std::string(device) + "\"");
+    const Reason reason = Unwilling(handling, device);
+    if (reason == Reason::kDeviceOffline || reason == Reason::kDeviceRefused) {
+        throw Refusal(reason, "\"" + std::string(device) + "\"");
     }
 }
 

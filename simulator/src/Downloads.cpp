@@ -187,7 +187,7 @@ int DeviceError(const Json& device, std::int64_t attempt)
     if (AsBool(Member(device, "_offline"))) {
         return static_cast<int>(Reason::kDeviceOffline);
     }
-    const std::int64_t failures = AsInt(Member(device, "_failDownloads"));
+    const std::int64_t failures = AsBool(Member(device, "_refusing")) ? -1 : AsInt(Member(device, "_failDownloads"));
     return failures < 0 || attempt <= failures ? static_cast<int>(Reason::kDeviceRefused) : 0;
 }
 
@@ -612,6 +612,18 @@ void HeldCards(Handling& handling)
 }
 
 } // namespace
+
+void EachDownload(Handling& handling, const WorkSink& each)
+{
+    static constexpr const char* kStates[] = {"done", "waiting", "running", "done", "failed", "stopped"};
+    handling.Each({kDownloads}, [&](const std::string& group, Json& download) {
+        for (const Json& device : Elements(Member(download, "devices"))) {
+            const DeviceView view = View(download, device, handling.nowMs);
+            each({group, "download", std::string(AsText(Member(device, "deviceGuid"))),
+                  kStates[std::clamp(view.state, 0, 5)], view.through, view.total, view.progress});
+        }
+    });
+}
 
 void AddDownloads(Services& services, double timeScale)
 {

@@ -29,7 +29,8 @@ Answer Refuse(unsigned status, int category, const Refusal& refusal)
     Answer answer;
     answer.status = status;
     answer.code = std::to_string(category) + "-" + std::to_string(static_cast<int>(refusal.Why()));
-    answer.body = Envelope(answer.code, refusal.what(), nullptr);
+    answer.message = refusal.what();
+    answer.body = Envelope(answer.code, answer.message, nullptr);
     return answer;
 }
 
@@ -109,6 +110,15 @@ Answer RefuseOutright(unsigned status, Reason reason, std::string_view detail)
     return Refuse(status, ModuleCategory("platform"), Refusal(reason, detail));
 }
 
+Answer RefuseWith(std::string code, std::string message)
+{
+    Answer answer;
+    answer.body = Envelope(code, message, nullptr);
+    answer.code = std::move(code);
+    answer.message = std::move(message);
+    return answer;
+}
+
 Engine::Engine(const Description& description, Store& store, std::function<std::int64_t()> now,
                std::map<std::string, Service, std::less<>> services, Notice notice)
     : description_(description), store_(store), now_(std::move(now)), services_(std::move(services)),
@@ -173,6 +183,8 @@ Answer Engine::Handle(const Request& request)
             answer = std::move(*handling.bytes);
         }
         answer.code = "0-0";
+        answer.message = kSuccess;
+        answer.delayMs = handling.delayMs;
         if (notice_) {
             notice_(transaction, {*endpoint, request, route.identifiers, answer.code, nowMs});
         }
@@ -215,6 +227,7 @@ void Engine::Run(Handling& handling)
         std::string& guid = handling.identifiers[*endpoint.device];
         BySerialNumber(handling, guid);
         handling.Define("device", handling.Need(*handling.description.FindCollection(kDevices), guid));
+        handling.delayMs = AsInt(Member(*handling.Named("device"), "_slowMs"));
     }
     if (handling.body != nullptr && endpoint.body != nullptr) {
         const bool part = std::any_of(endpoint.functions.begin(), endpoint.functions.end(),

@@ -23,12 +23,30 @@ struct Request {
     std::string body;
 };
 
+/// What happens to an answer on its way.
+enum class Damage {
+    kNone,
+    kDrip,        ///< It comes in pieces.
+    kTorn,        ///< Its body ends half way.
+    kResetBefore, ///< The connection is reset in its place.
+    kResetAfter,  ///< The connection is reset behind it.
+};
+
+/// What a connection goes on sending behind an answer's head, asked every 50 ms; false ends the connection.
+using Stream = std::function<bool(std::string& out)>;
+
 struct Answer {
     unsigned status = 200;
     std::string code;
     std::string body; ///< The envelope, or bytes.
     std::string type = "application/json; charset=utf-8";
-    std::string range{}; ///< Content-Range, when a part of the bytes was asked for.
+    std::string range{};   ///< Content-Range, when a part of the bytes was asked for.
+    std::string message{}; ///< Of the envelope.
+    std::string fields{};  ///< Further header fields, each with its line end.
+    Stream stream{};       ///< In place of a body.
+    std::int64_t delayMs = 0;
+    Damage damage = Damage::kNone;
+    std::string fault{}; ///< The rule that did this; empty without one.
 };
 
 /// What one request works with. Lives for one handler inside one transaction.
@@ -48,6 +66,7 @@ public:
     Document scratch;            ///< Owns everything built on the way.
     Json data;                   ///< The envelope's data; an object.
     std::optional<Answer> bytes; ///< Set when the answer is no envelope.
+    std::int64_t delayMs = 0;    ///< How much slower a device makes the answer.
 
     Allocator& Memory() { return scratch.GetAllocator(); }
 
@@ -88,6 +107,8 @@ using Service = std::function<void(Handling&)>;
 
 /// The envelope of a refusal that no endpoint stands for.
 Answer RefuseOutright(unsigned status, Reason reason, std::string_view detail);
+/// The same with a code of one's own, status 200.
+Answer RefuseWith(std::string code, std::string message);
 
 /// What one request came to.
 struct Outcome {

@@ -347,7 +347,7 @@ void EachPart(Handling& handling, const Part& part, const std::string& device,
 
 void NeedReach(Handling& handling, std::string_view device)
 {
-    const Reason reason = OutOfReach(handling, device);
+    const Reason reason = Unwilling(handling, device);
     if (reason != Reason::kNone) {
         throw Refusal(reason, "\"" + std::string(device) + "\"");
     }

@@ -55,6 +55,9 @@ struct Event {
 };
 /// Logs an alarm with a picture where a channel sees it, unless its link or its device's guard says no.
 void Raise(Handling& handling, const Event& event);
+/// Calls `each` with what may happen at a device, a kind of event per part of it.
+void EachAlarmSource(Handling& handling, const std::string& device,
+                     const std::function<void(const Event& event)>& each);
 /// Notes the end of the alarms of a source that last.
 void EndAlarms(Handling& handling, std::string_view source);
 

@@ -239,6 +239,28 @@ void GetBytes(Handling& handling)
     handling.bytes = std::move(answer);
 }
 
+/// Quotes hold commas, and quotes that are doubled.
+std::vector<std::string> Cells(std::string_view line)
+{
+    std::vector<std::string> cells(1);
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            const bool doubled = quoted && i + 1 < line.size() && line[i + 1] == '"';
+            if (doubled) {
+                cells.back() += line[++i];
+            } else {
+                quoted = !quoted;
+            }
+        } else if (line[i] == ',' && !quoted) {
+            cells.emplace_back();
+        } else if (line[i] != '\r') {
+            cells.back() += line[i];
+        }
+    }
+    return cells;
+}
+
 } // namespace
 
 void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier)
@@ -262,12 +284,22 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
     return true;
 }
 
-std::string LastFile(Handling& handling, const std::string& plan)
+std::vector<std::vector<std::string>> LastTable(Handling& handling, const std::string& plan)
 {
     const Json last = handling.Load(kLast, plan);
     const std::string key(AsText(Member(last, "key")));
     const Json file = handling.Load(kFiles, key);
-    return file.IsObject() ? Stored(handling, key, file, 0, AsInt(Member(file, "size"))) : std::string();
+    if (!file.IsObject()) {
+        throw Refusal(Reason::kUnknownGuid, "no file has been uploaded");
+    }
+    const std::string text = Stored(handling, key, file, 0, AsInt(Member(file, "size")));
+    std::vector<std::vector<std::string>> lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines.push_back(Cells(std::string_view(text).substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return lines;
 }
 
 void AddFiles(Services& services)

@@ -2,6 +2,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/strand.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -30,6 +31,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kReadSize = 64u * 1024u;
 constexpr std::uint32_t kHeaderLimit = 64u * 1024u;
+constexpr std::size_t kDrops = 16; // Of an answer that drips.
+constexpr std::chrono::milliseconds kStreamStep(50);
 
 std::string Text(beast::string_view view)
 {
@@ -53,7 +56,8 @@ using Next = std::function<void(beast::error_code, std::size_t)>;
 // One connection. All its handlers run on its strand, so it needs no lock.
 class Session : public std::enable_shared_from_this<Session> {
 public:
-    Session(tcp::socket socket, const Shared& shared) : stream_(std::move(socket)), shared_(shared)
+    Session(tcp::socket socket, const Shared& shared)
+        : stream_(std::move(socket)), timer_(stream_.get_executor()), shared_(shared)
     {
         beast::error_code ignored;
         stream_.socket().set_option(tcp::no_delay(true), ignored);
@@ -98,11 +102,10 @@ private:
         }
     }
 
-    void Write(std::string head, std::string body, std::function<void()> then)
+    void Write(std::string head, std::string_view body, std::function<void()> then)
     {
         head_ = std::move(head);
-        body_ = std::move(body);
-        const std::array<asio::const_buffer, 2> both = {asio::buffer(head_), asio::buffer(body_)};
+        const std::array<asio::const_buffer, 2> both = {asio::buffer(head_), asio::buffer(body.data(), body.size())};
         asio::async_write(stream_, both, Next([self = shared_from_this(), then](beast::error_code error, std::size_t) {
                               if (!error) {
                                   then();
@@ -110,61 +113,143 @@ private:
                           }));
     }
 
+    void Wait(std::chrono::steady_clock::duration time, std::function<void()> then)
+    {
+        timer_.expires_after(time);
+        timer_.async_wait([self = shared_from_this(), then](beast::error_code error) {
+            if (!error) {
+                then();
+            }
+        });
+    }
+
     void Handle()
     {
-        const auto begin = Clock::now();
+        begin_ = Clock::now();
         auto& message = parser_->get();
-        Request request;
+        Request& request = done_.request;
+        request = Request();
         request.verb = Text(message.method_string());
-        const std::string target = Text(message.target());
-        const std::size_t mark = target.find('?');
-        request.path = target.substr(0, mark);
-        request.query = mark == std::string::npos ? std::string() : target.substr(mark + 1);
+        done_.target = Text(message.target());
+        const std::size_t mark = done_.target.find('?');
+        request.path = done_.target.substr(0, mark);
+        request.query = mark == std::string::npos ? std::string() : done_.target.substr(mark + 1);
         for (const auto& field : message) {
             request.headers[LowerCase(field.name_string())] = Text(field.value());
         }
         request.body = std::move(message.body());
-        const Answer answer = shared_.handler(request);
-        HttpServer::Done done;
-        done.verb = request.verb;
-        done.target = Text(message.target());
-        done.requestBytes = request.body.size();
-        Send(answer, message.keep_alive(), message.method() == http::verb::head, begin, std::move(done));
+        keepAlive_ = message.keep_alive();
+        answer_ = shared_.handler(request);
+        if (message.method() == http::verb::head) {
+            answer_.body.clear();
+        }
+        if (answer_.delayMs > 0 && answer_.damage != Damage::kDrip) {
+            Wait(std::chrono::milliseconds(answer_.delayMs), [this] { Send(); });
+        } else {
+            Send();
+        }
     }
 
     // The peer said something that is not HTTP, or too much of it.
     void Broken(beast::error_code error)
     {
         const bool tooLarge = error == http::error::body_limit || error == http::error::header_limit;
-        const Answer answer = tooLarge ? RefuseOutright(413, Reason::kBodyTooLarge, error.message())
-                                       : RefuseOutright(400, Reason::kMalformedHttp, error.message());
-        HttpServer::Done done;
-        done.verb = "-";
-        done.target = "-";
+        answer_ = tooLarge ? RefuseOutright(413, Reason::kBodyTooLarge, error.message())
+                           : RefuseOutright(400, Reason::kMalformedHttp, error.message());
+        done_.request = Request();
+        done_.request.verb = "-";
+        done_.target = "-";
         if (parser_->is_header_done()) {
-            done.verb = Text(parser_->get().method_string());
-            done.target = Text(parser_->get().target());
+            done_.request.verb = Text(parser_->get().method_string());
+            done_.target = Text(parser_->get().target());
         }
-        Send(answer, false, false, Clock::now(), std::move(done));
+        begin_ = Clock::now();
+        keepAlive_ = false;
+        Send();
     }
 
-    void Send(const Answer& answer, bool keepAlive, bool noBody, Clock::time_point begin, HttpServer::Done done)
+    void Send()
     {
         const auto field = [](const char* name, const std::string& value) {
             return value.empty() ? std::string() : std::string(name) + ": " + value + "\r\n";
         };
-        std::string body = noBody ? std::string() : answer.body;
-        std::string head = "HTTP/1.1 " + std::to_string(answer.status) + " " +
-                           Text(http::obsolete_reason(static_cast<http::status>(answer.status))) + "\r\n" +
-                           field("Content-Type", answer.type) + field("Content-Range", answer.range) +
-                           field("Connection", keepAlive ? "" : "close") +
-                           field("Content-Length", std::to_string(body.size())) + "\r\n";
-        done.status = answer.status;
-        done.code = answer.code;
-        done.answerBytes = body.size();
-        done.milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
-        shared_.observer(done);
-        Write(std::move(head), std::move(body), [this, keepAlive] { keepAlive ? Read() : Close(); });
+        const bool streams = static_cast<bool>(answer_.stream);
+        const bool closes = !keepAlive_ || streams || answer_.damage == Damage::kTorn;
+        body_ = std::make_shared<const std::string>(std::move(answer_.body));
+        std::string head = "HTTP/1.1 " + std::to_string(answer_.status) + " " +
+                           Text(http::obsolete_reason(static_cast<http::status>(answer_.status))) + "\r\n" +
+                           field("Content-Type", answer_.type) + field("Content-Range", answer_.range) +
+                           answer_.fields + field("Connection", closes ? "close" : "") +
+                           (streams ? std::string() : field("Content-Length", std::to_string(body_->size()))) + "\r\n";
+        const Damage damage = answer_.damage;
+        Tell(head);
+        stream_.expires_after(std::chrono::seconds(shared_.settings.idleSeconds)); // A delay may have taken longer.
+        if (damage == Damage::kResetBefore) {
+            Reset();
+        } else if (streams) {
+            stream_.expires_never();
+            Write(std::move(head), {}, [this] { Go(); });
+        } else if (damage == Damage::kDrip) {
+            stream_.expires_never();
+            Write(std::move(head), {}, [this] { Drip(0); });
+        } else if (damage == Damage::kTorn) {
+            Write(std::move(head), std::string_view(*body_).substr(0, body_->size() / 2), [this] { Close(); });
+        } else if (damage == Damage::kResetAfter) {
+            // What is still on its way would be lost with the connection.
+            Write(std::move(head), *body_, [this] { Wait(std::chrono::milliseconds(20), [this] { Reset(); }); });
+        } else {
+            Write(std::move(head), *body_, [this] { keepAlive_ ? Read() : Close(); });
+        }
+    }
+
+    void Tell(const std::string& head)
+    {
+        done_.requestBytes = done_.request.body.size();
+        done_.sent = std::make_shared<const std::string>(std::move(done_.request.body));
+        done_.answer = body_;
+        done_.head = head;
+        done_.status = answer_.status;
+        done_.code = std::move(answer_.code);
+        done_.message = std::move(answer_.message);
+        done_.type = std::move(answer_.type);
+        done_.fault = std::move(answer_.fault);
+        done_.answerBytes = body_->size();
+        done_.milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - begin_).count();
+        shared_.observer(std::move(done_));
+    }
+
+    // One piece after the other, spread over the time of the delay.
+    void Drip(std::size_t drop)
+    {
+        if (drop == kDrops) {
+            keepAlive_ ? Read() : Close();
+            return;
+        }
+        const std::size_t begin = body_->size() * drop / kDrops;
+        const std::size_t end = body_->size() * (drop + 1) / kDrops;
+        Wait(std::chrono::milliseconds(answer_.delayMs) / kDrops, [this, begin, end, drop] {
+            Write({}, std::string_view(*body_).substr(begin, end - begin), [this, drop] { Drip(drop + 1); });
+        });
+    }
+
+    // Asks what there is to say and says it, until nobody listens.
+    void Go()
+    {
+        std::string more;
+        if (!answer_.stream(more)) {
+            Close();
+        } else if (more.empty()) {
+            Wait(kStreamStep, [this] { Go(); });
+        } else {
+            Write(std::move(more), {}, [this] { Wait(kStreamStep, [this] { Go(); }); });
+        }
+    }
+
+    void Reset()
+    {
+        beast::error_code ignored;
+        stream_.socket().set_option(asio::socket_base::linger(true, 0), ignored);
+        stream_.socket().close(ignored);
     }
 
     // Says goodbye and reads what still comes for a moment: closing with unread bytes would reset the connection
@@ -188,12 +273,17 @@ private:
     }
 
     beast::tcp_stream stream_;
+    asio::steady_timer timer_;
     const Shared& shared_;
     beast::flat_buffer buffer_;
     std::optional<http::request_parser<http::string_body>> parser_;
     bool headRead_ = false;
-    std::string head_; ///< Of the answer that is going out, like the body.
-    std::string body_;
+    bool keepAlive_ = false;
+    Clock::time_point begin_;
+    Answer answer_;
+    HttpServer::Done done_; ///< Of the request that is being answered.
+    std::string head_;      ///< Of the answer that is going out, like the body.
+    std::shared_ptr<const std::string> body_;
     std::array<char, 4096> rest_{};
 };
 
@@ -208,7 +298,7 @@ public:
 
     void Start()
     {
-        const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), shared_.settings.port);
+        const tcp::endpoint endpoint(asio::ip::make_address(shared_.settings.address), shared_.settings.port);
         acceptor_.open(endpoint.protocol());
 #ifndef _WIN32
         // Elsewhere the option would let a second server take the same port.

@@ -204,25 +204,11 @@ bool HandsOut(const WireStructure* result, const WireStructure* body)
 /// not fit.
 void Rows(Handling& handling, const std::string& plan, const std::function<void(const Json&)>& each)
 {
-    const std::string text = LastFile(handling, plan);
-    if (text.empty()) {
-        throw Refusal(Reason::kUnknownGuid, "no file has been uploaded");
-    }
     const Json* done = Member(*handling.action->plan, "done");
     const Collection* collection =
         done == nullptr ? nullptr : handling.description.FindCollection(AsText(Member(*done, "collection")));
     std::vector<std::string> names;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        std::vector<std::string> cells(1);
-        for (std::size_t at = begin; at < end; ++at) {
-            if (text[at] == ',') {
-                cells.emplace_back();
-            } else if (text[at] != '\r') {
-                cells.back() += text[at];
-            }
-        }
-        begin = end + 1;
+    for (const std::vector<std::string>& cells : LastTable(handling, plan)) {
         if (names.empty()) {
             names = cells;
             continue;
@@ -364,6 +350,21 @@ void Stop(Handling& handling)
 }
 
 } // namespace
+
+void EachJob(Handling& handling, const WorkSink& each)
+{
+    static constexpr const char* kNames[kStates] = {"waiting", "running", "done", "failed", "stopped"};
+    std::vector<std::string> keys;
+    handling.store.Select({kJobs}, [&](const std::string& key, const std::string&) { keys.push_back(key); });
+    for (const std::string& key : keys) {
+        if (EndsWith(key, "/latest")) {
+            continue; // Again, under another name.
+        }
+        const View view = Look(handling, key);
+        each({std::string(AsText(Member(view.job, "guid"))), key.substr(0, key.find('/')), "", kNames[view.state],
+              view.through, view.total, view.percent});
+    }
+}
 
 void AddJobs(Services& services, double timeScale)
 {

@@ -96,15 +96,21 @@ Json NeedJob(Handling& handling, const std::string& guid)
     return job;
 }
 
+/// How many of its elements a job is through with.
+std::int64_t Through(const Json& job, std::int64_t nowMs)
+{
+    const Json* stopped = Member(job, "stoppedMs");
+    const std::int64_t until = stopped == nullptr ? nowMs : AsInt(stopped);
+    const double elapsed = static_cast<double>(until - AsInt(Member(job, "startedMs")));
+    return std::min(std::int64_t{Member(job, "items")->Size()},
+                    static_cast<std::int64_t>(elapsed / Member(job, "itemMs")->GetDouble()));
+}
+
 /// Takes what the job has come to since somebody looked last.
 void Advance(Handling& handling, const std::string& guid, Json& job)
 {
-    const Json* stopped = Member(job, "stoppedMs");
-    const std::int64_t until = stopped == nullptr ? handling.nowMs : AsInt(stopped);
     const Json& items = *Member(job, "items");
-    const double elapsed = static_cast<double>(until - AsInt(Member(job, "startedMs")));
-    const auto through =
-        std::min(std::int64_t{items.Size()}, static_cast<std::int64_t>(elapsed / Member(job, "itemMs")->GetDouble()));
+    const std::int64_t through = Through(job, handling.nowMs);
     for (std::int64_t done = AsInt(Member(job, "done")); done < through; ++done) {
         if (AsBool(Member(job, "keep"))) {
             Take(handling, job, items[static_cast<rapidjson::SizeType>(done)]);
@@ -221,27 +227,6 @@ void TakeFromStations(Handling& handling)
 
 // ---- Files ----
 
-std::vector<std::string> Cells(std::string_view line)
-{
-    std::vector<std::string> cells(1);
-    bool quoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
-            const bool doubled = quoted && i + 1 < line.size() && line[i + 1] == '"';
-            if (doubled) {
-                cells.back() += line[++i];
-            } else {
-                quoted = !quoted;
-            }
-        } else if (line[i] == ',' && !quoted) {
-            cells.emplace_back();
-        } else if (line[i] != '\r') {
-            cells.back() += line[i];
-        }
-    }
-    return cells;
-}
-
 std::string Cell(std::string_view text)
 {
     if (text.find_first_of(",\"\n") == std::string_view::npos) {
@@ -254,30 +239,11 @@ std::string Cell(std::string_view text)
     return cell + "\"";
 }
 
-/// The file that came last.
-std::string LastUpload(Handling& handling)
-{
-    const std::string begin = std::string(kUploads) + "?";
-    std::string last;
-    handling.store.Select({"_files"}, [&](const std::string& key, const std::string&) {
-        last = BeginsWith(key, begin) ? key.substr(begin.size()) : last;
-    });
-    std::string text;
-    if (!ReadFile(handling, kUploads, last, text, false)) {
-        throw Refusal(Reason::kUnknownGuid, "nobody has uploaded a file of persons");
-    }
-    return text;
-}
-
 void Parse(Handling& handling, double timeScale)
 {
-    const std::string text = LastUpload(handling);
     std::vector<std::string> head;
     Json items(rapidjson::kArrayType);
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        const std::vector<std::string> cells = Cells(std::string_view(text).substr(begin, end - begin));
-        begin = end + 1;
+    for (const std::vector<std::string>& cells : LastTable(handling, kUploads)) {
         if (head.empty()) {
             head = cells;
             continue;
@@ -332,6 +298,20 @@ void Export(Handling& handling, double timeScale)
 }
 
 } // namespace
+
+void EachPersonJob(Handling& handling, const WorkSink& each)
+{
+    handling.Each({kJobs}, [&](const std::string& guid, Json& job) {
+        const Json* stopped = Member(job, "stoppedMs");
+        const std::int64_t total = Elements(Member(job, "items")).Size();
+        const std::int64_t done = Through(job, handling.nowMs);
+        each({guid, "persons", "",
+              done == total        ? "done"
+              : stopped != nullptr ? "stopped"
+                                   : "running",
+              done, total, total == 0 ? 100 : done * 100 / total});
+    });
+}
 
 void AddPersonJobs(Services& services, double timeScale)
 {

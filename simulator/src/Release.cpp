@@ -502,6 +502,17 @@ std::string AskReleaseServer(Handling& handling, std::int64_t command, const std
     return {};
 }
 
+void EachRelease(Handling& handling, const WorkSink& each)
+{
+    handling.Each({kWork}, [&](const std::string& key, Json& work) {
+        for (const Json& terminal : Elements(Member(work, "terminals"))) {
+            const Stage stage = Look(work, terminal, handling.nowMs);
+            each({key, key.substr(key.find('/') + 1), std::string(AsText(Member(terminal, "guid"))), stage.state,
+                  stage.percent, 100, stage.percent});
+        }
+    });
+}
+
 void AddRelease(Services& services, double timeScale)
 {
     services["release.addMaterial"] = [](Handling& handling) { KeepMaterial(handling, Add); };

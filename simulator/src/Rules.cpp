@@ -322,13 +322,20 @@ Reason OutOfReach(Handling& handling, std::string_view guid)
                                                               : Reason::kNone;
 }
 
+Reason Unwilling(Handling& handling, std::string_view guid)
+{
+    const Reason reason = OutOfReach(handling, guid);
+    const bool refusing = reason == Reason::kNone && AsBool(Member(handling.Load(kDevices, guid), "_refusing"));
+    return refusing ? Reason::kDeviceRefused : reason;
+}
+
 void Reach(Handling& handling)
 {
     const Json devices = handling.Fill(*handling.action->reach);
     Json results(rapidjson::kArrayType);
     if (devices.IsArray()) {
         for (const Json& guid : devices.GetArray()) {
-            const Reason reason = OutOfReach(handling, AsText(&guid));
+            const Reason reason = Unwilling(handling, AsText(&guid));
             results.PushBack(
                 MakeResult(handling, AsText(&guid), reason, reason == Reason::kNone ? kSuccess : ReasonText(reason)),
                 handling.Memory());

@@ -41,6 +41,8 @@ void Present(Handling& handling, const std::string& key, Json& document);
 void Reach(Handling& handling);
 /// Why a device cannot be reached; `kNone` when it can.
 Reason OutOfReach(Handling& handling, std::string_view device);
+/// Why a device does not do what it is told to: out of reach, or refusing.
+Reason Unwilling(Handling& handling, std::string_view device);
 
 /// Result of one element.
 Json MakeResult(Handling& handling, std::string_view guid, Reason reason, std::string_view message);

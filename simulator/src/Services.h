@@ -11,6 +11,33 @@ namespace nexwire::simulator {
 
 using Services = std::map<std::string, Service, std::less<>>;
 
+/// Work that takes time, at one moment.
+struct Work {
+    std::string job;
+    std::string kind;
+    std::string device; ///< Empty where it is of none.
+    const char* state;  ///< "waiting", "running", "done", "failed" or "stopped".
+    std::int64_t done = 0;
+    std::int64_t total = 0;
+    std::int64_t percent = 0;
+};
+using WorkSink = std::function<void(const Work& work)>;
+void EachDownload(Handling& handling, const WorkSink& each);
+void EachJob(Handling& handling, const WorkSink& each);
+void EachPersonJob(Handling& handling, const WorkSink& each);
+void EachRelease(Handling& handling, const WorkSink& each);
+void EachCalculation(Handling& handling, const WorkSink& each);
+/// All of these.
+inline void EachWork(Handling& handling, const WorkSink& each)
+{
+    for (const auto& of : {EachDownload, EachJob, EachPersonJob, EachRelease, EachCalculation}) {
+        of(handling, each);
+    }
+}
+
+/// The video wall as its service keeps it; one document.
+constexpr const char* kWallCollection = "_videoWall";
+
 void AddEncryption(Services& services, std::shared_ptr<const Cipher> cipher);
 
 /// @param timeScale  how much faster than a real controller devices take persons; more than 0.
@@ -57,8 +84,9 @@ bool ReadFile(Handling& handling, const std::string& plan, std::string_view uplo
 /// Removes the file of a plan whose path has that one identifier.
 void EraseFile(Handling& handling, const std::string& plan, std::string_view identifier);
 
-/// The bytes of the file that was written last under that plan; empty when there is none.
-std::string LastFile(Handling& handling, const std::string& plan);
+/// The file that was written last under that plan, as a table: lines, taken apart at their commas. Refuses where there
+/// is none.
+std::vector<std::vector<std::string>> LastTable(Handling& handling, const std::string& plan);
 
 /// Arrangements, clock records and what they come to.
 /// @param timeScale  as with `AddDownloads`.

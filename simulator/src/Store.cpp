@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace nexwire::simulator {
 namespace {
 
@@ -236,7 +238,9 @@ void Store::Open(const std::string& path)
         Execute("PRAGMA journal_mode=WAL");
         Execute("PRAGMA synchronous=NORMAL");
     } catch (const StoreError& error) {
-        throw StoreError("cannot use database \"" + path + "\": " + error.what());
+        const bool held = sqlite3_errcode(database) == SQLITE_BUSY;
+        throw StoreError("cannot use database \"" + path + "\": " + error.what() +
+                         (held ? "; another process works with it: one platform a file" : ""));
     }
 }
 
@@ -256,12 +260,40 @@ void Store::Transaction::Commit()
 {
     store_.Execute("COMMIT");
     done_ = true;
+    if (!touched_.empty()) {
+        const std::lock_guard<std::mutex> lock(store_.changesMutex_);
+        ++store_.moment_;
+        for (const std::string& collection : touched_) {
+            store_.changes_[collection] = store_.moment_;
+        }
+    }
+}
+
+void Store::Transaction::Touch(std::string_view collection)
+{
+    if (std::find(touched_.begin(), touched_.end(), collection) == touched_.end()) {
+        touched_.emplace_back(collection);
+    }
+}
+
+std::vector<std::string> Store::ChangedSince(std::uint64_t& moment) const
+{
+    const std::lock_guard<std::mutex> lock(changesMutex_);
+    std::vector<std::string> changed;
+    for (const auto& [collection, when] : changes_) {
+        if (when > moment) {
+            changed.push_back(collection);
+        }
+    }
+    moment = moment_;
+    return changed;
 }
 
 bool Store::Transaction::Insert(std::string_view collection, std::string_view key, std::string_view document)
 {
     Statement insert(store_, "INSERT OR IGNORE INTO documents(collection,name,body) VALUES(?,?,?)");
     insert.Bind(collection).Bind(key).Bind(document).Step();
+    Touch(collection);
     return sqlite3_changes(store_.database_.get()) > 0;
 }
 
@@ -285,12 +317,14 @@ void Store::Transaction::Write(std::string_view collection, std::string_view key
     Statement write(store_, "INSERT INTO documents(collection,name,body) VALUES(?,?,?)"
                             " ON CONFLICT(collection,name) DO UPDATE SET body=excluded.body");
     write.Bind(collection).Bind(key).Bind(document).Step();
+    Touch(collection);
 }
 
 bool Store::Transaction::Erase(std::string_view collection, std::string_view key)
 {
     Statement erase(store_, "DELETE FROM documents WHERE collection=? AND name=?");
     erase.Bind(collection).Bind(key).Step();
+    Touch(collection);
     return sqlite3_changes(store_.database_.get()) > 0;
 }
 

@@ -86,10 +86,16 @@ public:
                  const std::function<void(const StoreRow& row)>& each = {});
 
     private:
+        void Touch(std::string_view collection);
+
         Store& store_;
         std::unique_lock<std::mutex> lock_;
+        std::vector<std::string> touched_;
         bool done_ = false;
     };
+
+    /// Collections that were written to since a moment, which becomes now; 0 is the beginning.
+    std::vector<std::string> ChangedSince(std::uint64_t& moment) const;
 
 private:
     class Statement;
@@ -104,6 +110,9 @@ private:
         void operator()(sqlite3_stmt* statement) const;
     };
     std::mutex mutex_;
+    mutable std::mutex changesMutex_;
+    std::uint64_t moment_ = 0;
+    std::map<std::string, std::uint64_t, std::less<>> changes_; ///< When collections were written to last.
     std::unique_ptr<sqlite3, Close> database_;
     std::map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>, std::less<>> statements_;
 };

@@ -40,6 +40,11 @@ public:
     /// Does what `path` stands for; refuses paths that stand for nothing.
     void Handle(const std::string& path, const WallInput& input, WallOutput& output);
 
+    /// Everything that it knows, to be kept (VideoWallKeeping.cpp).
+    Json Save(Allocator& memory) const;
+    /// What was saved; only into one that knows nothing yet.
+    void Load(const Json& saved);
+
 private:
     enum class Login { kWaiting = 0, kDone = 1, kRefused = 2, kUnreachable = 3 };
     enum class Run { kStopped = 0, kRunning = 1, kSuspended = 2, kDisturbed = 3 };

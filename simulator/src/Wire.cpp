@@ -203,6 +203,23 @@ const WireStructure* Wire::Merged(const WireStructure& first, const WireStructur
     return examples_.back().get();
 }
 
+// "{name}" stands for an argument.
+std::string Wire::Patterned(std::string_view text)
+{
+    std::string pattern;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t end = text.find_first_not_of(
+            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_", text[i] == '{' ? i + 1 : text.size());
+        if (end != std::string_view::npos && end > i + 1 && text[end] == '}') {
+            pattern += '*';
+            i = end;
+        } else {
+            pattern += text[i];
+        }
+    }
+    return pattern;
+}
+
 void Wire::ReadFunction(const Json& entry)
 {
     const auto text = [&](const char* key) { return std::string(AsText(Member(entry, key))); };
@@ -220,7 +237,11 @@ void Wire::ReadFunction(const Json& entry)
         if (!structure.empty()) {
             function.structures.emplace_back(structure);
         }
+        function.arguments.push_back({std::string(AsText(Member(argument, "name"))),
+                                      std::string(AsText(Member(argument, "type"))), std::string(structure),
+                                      AsBool(Member(argument, "input")), AsBool(Member(argument, "output"))});
     }
+    function.method = static_cast<int>(AsInt(Member(entry, "method")));
     function.verb = text("verb");
     function.direct = AsBool(Member(entry, "direct"));
     function.root = text("root");
@@ -234,6 +255,9 @@ void Wire::ReadFunction(const Json& entry)
     }
     const Json* sample = Member(entry, "sample");
     const Json* root = sample == nullptr || function.direct ? sample : Member(*sample, function.root);
+    if (root != nullptr && root->IsObject()) {
+        function.sample = Patterned(PrintJson(*root));
+    }
     if (function.direct && root != nullptr && root->IsObject()) {
         // What is sent is not quite the record: some members have other keys or none.
         function.body = Merged(*FromExample(*root), function.body);

@@ -59,16 +59,27 @@ struct WireStructure {
     const WireMember* Find(std::string_view key) const;
 };
 
+struct WireArgument {
+    std::string name;
+    std::string type;      ///< As declared, without const and reference.
+    std::string structure; ///< Empty for anything else.
+    bool input = false;
+    bool output = false;
+};
+
 /// A request function as it reaches the wire.
 struct WireFunction {
     std::string module;
     std::string name; ///< "Class::function".
     std::string signature;
     std::vector<std::string> structures; ///< Of its arguments, by name.
-    std::string verb;                    ///< GET, PUT, POST, DELETE.
-    std::string path;                    ///< Identifiers by name, in braces.
-    std::string root;                    ///< Empty: no body.
+    std::vector<WireArgument> arguments;
+    int method = 0;   ///< Code of the verb.
+    std::string verb; ///< GET, PUT, POST, DELETE.
+    std::string path; ///< Identifiers by name, in braces.
+    std::string root; ///< Empty: no body.
     const WireStructure* body = nullptr;
+    std::string sample;   ///< What it sends under its root, as JSON, "*" in place of what it is called with.
     bool partial = false; ///< Sends some members of its body's structure only.
     const WireStructure* result = nullptr;
     bool direct = false;                   ///< Goes to the video wall service.
@@ -98,6 +109,7 @@ private:
     const WireStructure* FromExample(const Json& example);
     const WireStructure* Merged(const WireStructure& first, const WireStructure* second);
     void ReadStructure(std::string_view name, const Json& entry);
+    static std::string Patterned(std::string_view text);
     void ReadFunction(const Json& entry);
 
     std::map<std::string, std::unique_ptr<WireStructure>, std::less<>> structures_;

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <memory>
 #include <numeric>
 
 #include <keel/Error.h>
@@ -13,10 +11,8 @@
 #include "nexwire/Attendance/Setting.h"
 #include "nexwire/Attendance/Shift.h"
 #include "nexwire/LastExchange.h"
-#include "nexwire/Nexwire.h"
 #include "nexwire/Statistics/Statistics.h"
-#include "nexwire/host/HttpRequestExecutor.h"
-#include "simulator/Platform.h"
+#include "support/AtPlatform.h"
 #include "support/TempFolder.h"
 
 // The library against the local platform; what comes out was worked out by hand.
@@ -34,40 +30,9 @@ std::string Person(int number)
     return "9E00000000000000000000000000000" + std::to_string(number);
 }
 
-/// Fails a chosen exchange.
-class Failing : public IRequestExecutor {
-public:
-    Failing(const std::string& base, std::atomic<int>& countdown) : countdown_(countdown)
-    {
-        host::HttpExecutorOptions options;
-        options.baseAddress = base;
-        inner_ = std::make_unique<host::HttpRequestExecutor>(options);
-    }
-
-    bool Execute(RspInfos& response, const RequestParams& request, int flag) override
-    {
-        return --countdown_ != 0 && inner_->Execute(response, request, flag);
-    }
-
-private:
-    std::unique_ptr<IRequestExecutor> inner_;
-    std::atomic<int>& countdown_;
-};
-
-class AttendancePlatform : public testing::Test {
+class AttendancePlatform : public test::AtPlatform {
 protected:
-    AttendancePlatform()
-    {
-        simulator::Options options;
-        options.now = [this] { return now_.load(); };
-        platform_ = std::make_unique<simulator::Platform>(options);
-        std::string error;
-        EXPECT_TRUE(platform_->Start(error)) << error;
-        NexwireInitParams params;
-        params.executor = new Failing("http://127.0.0.1:" + std::to_string(platform_->Port()), failIn_);
-        NexwireInit(params);
-    }
-    ~AttendancePlatform() override { NexwireUnInit(); }
+    AttendancePlatform() : AtPlatform(1772323200000) {}
 
     static std::string AddPeriod(const protocol::AddPeriod& period)
     {
@@ -147,7 +112,7 @@ protected:
         protocol::ManualResultData result;
         EXPECT_TRUE(CalculateComm::manualCalculate(result, condition));
         calculated_ = result.manualResult.personTotal;
-        now_ += 10000;
+        now += 10000;
         protocol::CalculateStatusData status;
         EXPECT_TRUE(CalculateComm::queryCalculateStatus(status));
         EXPECT_EQ(status.calculateStatus.taskID, result.manualResult.taskID);
@@ -187,9 +152,6 @@ protected:
         return result.handleResultList.empty() ? "" : result.handleResultList.front().handleID;
     }
 
-    std::atomic<std::int64_t> now_{1772323200000};
-    std::atomic<int> failIn_{0};
-    std::unique_ptr<simulator::Platform> platform_;
     int calculated_ = -1;
 };
 
@@ -237,7 +199,7 @@ TEST_F(AttendancePlatform, AnUploadThatStoppedIsNotImported)
     protocol::ImportAttendanceFiles order;
     const auto progress = std::make_shared<int>(0);
     const std::string file = folder.Write("records.csv", std::string(2u << 20u, ' ') + "\n001001,,2026-03-02 08:55\n");
-    failIn_ = 2;
+    failIn = 2;
     EXPECT_FALSE(FileImportEventCommAtt::requestUploadByAttendance(progress, order.uploadGuid, file));
     EXPECT_EQ(*progress, 49);
     protocol::FileImportReturnData result;
@@ -555,7 +517,7 @@ TEST_F(AttendancePlatform, ACalculationTakesTime)
         EXPECT_EQ(status.calculateStatus.finishTime.empty(), status.calculateStatus.status == 1);
         EXPECT_GT(status.calculateStatus.progress, last);
         last = status.calculateStatus.progress;
-        now_ += 31;
+        now += 31;
     }
     EXPECT_EQ(last, 100);
     condition.endDate = "2026-02-28";

@@ -6,21 +6,21 @@
 #include <keel/Error.h>
 #include <keel/FileSlice.h>
 
+#include "loopback/RawServer.h"
 #include "nexwire/DeviceManagement/EventImport.h"
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"
-#include "support/RawServer.h"
 #include "support/TempFolder.h"
 
 namespace {
 
 using namespace nexwire;
 using namespace std::chrono_literals;
-using test_support::RawRequest;
-using test_support::RawServer;
-using test_support::Reply;
+using nexwire::loopback::RawRequest;
+using nexwire::loopback::RawServer;
+using nexwire::loopback::Reply;
 
 constexpr std::size_t kSlice = Keel::FileUtil::CFileSlice::kDefaultSliceBytes;
 const std::string kDone = R"({"code":"0-0","msg":"taken"})";

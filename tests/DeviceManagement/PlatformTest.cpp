@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <atomic>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,9 +13,7 @@
 #include "nexwire/DeviceManagement/EventImport.h"
 #include "nexwire/DeviceManagement/Resource.h"
 #include "nexwire/LastExchange.h"
-#include "nexwire/Nexwire.h"
-#include "nexwire/host/HttpRequestExecutor.h"
-#include "simulator/Platform.h"
+#include "support/AtPlatform.h"
 #include "support/TempFolder.h"
 
 // Devices and alarms through the library, the ready-made transport and the local platform.
@@ -31,25 +28,16 @@ const std::string kChannel = "C1000000000000000000000000150001";
 const std::string kPanel = "AC000000000000000000000000000016";
 const std::string kSiren = "C3000000000000000000000000160001";
 
-class Building : public testing::Test {
+simulator::Options With(double alarmsPerMinute)
+{
+    simulator::Options options;
+    options.alarmsPerMinute = alarmsPerMinute;
+    return options;
+}
+
+class Building : public test::AtPlatform {
 protected:
-    explicit Building(double alarmsPerMinute = 0)
-    {
-        simulator::Options options;
-        options.alarmsPerMinute = alarmsPerMinute;
-        options.now = [this] { return now.load(); };
-        platform = std::make_unique<simulator::Platform>(options);
-        std::string error;
-        if (!platform->Start(error)) {
-            throw std::runtime_error(error);
-        }
-        host::HttpExecutorOptions transport;
-        transport.baseAddress = "http://127.0.0.1:" + std::to_string(platform->Port());
-        NexwireInitParams params;
-        params.executor = new host::HttpRequestExecutor(transport);
-        NexwireInit(params);
-    }
-    ~Building() override { NexwireUnInit(); }
+    explicit Building(double alarmsPerMinute = 0) : AtPlatform(1704067200000, With(alarmsPerMinute)) {}
 
     protocol::DeviceResult Add(const std::string& address, const std::string& password = "Device-1234")
     {
@@ -105,9 +93,6 @@ protected:
         EXPECT_TRUE(CGetAlarmLogs::request(result, condition));
         return result.alarmLogResponseData;
     }
-
-    std::atomic<std::int64_t> now{1704067200000};
-    std::unique_ptr<simulator::Platform> platform;
 };
 
 TEST_F(Building, DevicesAreAddedWithCheckedCredentialsAndBringTheirParts)

@@ -1,5 +1,3 @@
-#include <atomic>
-
 #include <gtest/gtest.h>
 #include <keel/Error.h>
 
@@ -7,9 +5,7 @@
 #include "nexwire/ElectronicMap/EmapRadar.h"
 #include "nexwire/InformationRelease/ReleaseDevice.h"
 #include "nexwire/LibraryErrors.h"
-#include "nexwire/Nexwire.h"
-#include "nexwire/host/HttpRequestExecutor.h"
-#include "simulator/Platform.h"
+#include "support/AtPlatform.h"
 #include "support/TempFolder.h"
 
 // Release servers, maps and radars through the library, the ready-made transport and the local platform.
@@ -22,27 +18,9 @@ using Release = CInformationReleaseDeviceComm;
 const std::string kServer = "5E000000000000000000000000000001";
 const std::string kRadar = "4A000000000000000000000000000001";
 
-class Site : public testing::Test {
+class Site : public test::AtPlatform {
 protected:
-    Site()
-    {
-        simulator::Options options;
-        options.now = [this] { return now.load(); };
-        platform = std::make_unique<simulator::Platform>(options);
-        std::string error;
-        if (!platform->Start(error)) {
-            throw std::runtime_error(error);
-        }
-        host::HttpExecutorOptions transport;
-        transport.baseAddress = "http://127.0.0.1:" + std::to_string(platform->Port());
-        NexwireInitParams params;
-        params.executor = new host::HttpRequestExecutor(transport);
-        NexwireInit(params);
-    }
-    ~Site() override { NexwireUnInit(); }
-
-    std::atomic<std::int64_t> now{1767225600000}; // 2026-01-01.
-    std::unique_ptr<simulator::Platform> platform;
+    Site() : AtPlatform(1767225600000) {} // 2026-01-01.
 };
 
 /// Reads a capability and hands it out.

@@ -11,7 +11,7 @@ namespace {
 
 using namespace nexwire;
 using namespace std::chrono_literals;
-using test_support::Reply;
+using nexwire::loopback::Reply;
 
 using Answers = Wall;
 
@@ -171,11 +171,11 @@ TEST_F(Answers, SilenceAndLatenessEndAtTheTimeOut)
 
 TEST_F(Answers, NobodyListens)
 {
-    CTWDeviceCommon::init("127.0.0.1", std::to_string(test_support::ClosedPort()));
+    CTWDeviceCommon::init("127.0.0.1", std::to_string(nexwire::loopback::ClosedPort()));
     EXPECT_LT(Time([] { EXPECT_FALSE(CTWDeviceCommon::notifyLoginStatus(true)); }), 900ms);
     EXPECT_EQ(LastError(), kNetworkError);
 
-    const test_support::DeafListener deaf;
+    const nexwire::loopback::DeafListener deaf;
     if (deaf.Works()) {
         CTWDeviceCommon::init("127.0.0.1", std::to_string(deaf.Port()));
         EXPECT_GE(Time([] { EXPECT_FALSE(CTWDeviceCommon::notifyLoginStatus(true)); }), 990ms);
@@ -207,7 +207,7 @@ TEST_F(Answers, HttpSendAppliesItsTimeOutNotesItAndSetsNoError)
 
 TEST_F(Answers, ThreadsHaveTheirOwnErrors)
 {
-    server.SetHandler([](const test_support::RawRequest& request) {
+    server.SetHandler([](const nexwire::loopback::RawRequest& request) {
         const std::string number = request.body.substr(9, request.body.size() - 11);
         return Reply::Json(R"({"code":)" + number + R"(,"module":)" + number + R"(,"msg":")" + number + R"("})");
     });

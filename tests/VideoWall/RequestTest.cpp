@@ -155,7 +155,7 @@ TEST_F(Requests, BytesOfCredentialsNeedNotBeText)
 
 TEST_F(Requests, InitLeadsToAnotherService)
 {
-    test_support::RawServer other;
+    nexwire::loopback::RawServer other;
     EXPECT_FALSE(CTWDeviceCommon::refreshDevice("a"));
     CTWDeviceCommon::init("127.0.0.1", std::to_string(other.Port()));
     EXPECT_FALSE(CTWDeviceCommon::refreshDevice("b"));

@@ -8,9 +8,9 @@
 #include <keel/Error.h>
 #include <keel/Log.h>
 
+#include "loopback/RawServer.h"
 #include "nexwire/VideoWall/VideoWall.h"
 #include "support/LogCapture.h"
-#include "support/RawServer.h"
 
 namespace wall_test {
 
@@ -36,9 +36,9 @@ protected:
     }
 
     /// The answer that every request gets from now on.
-    void Answer(const std::string& body) { server.SetDefault(test_support::Reply::Json(body)); }
+    void Answer(const std::string& body) { server.SetDefault(nexwire::loopback::Reply::Json(body)); }
 
-    test_support::RawServer server;
+    nexwire::loopback::RawServer server;
 };
 
 /// The last error as "code module message".

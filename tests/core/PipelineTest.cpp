@@ -154,6 +154,17 @@ TEST(Envelope, ReadsCodeMessageAndDataIntoAnOwnedStructure)
     protocol::ReturnData untyped;
     EXPECT_TRUE(untyped.Parse(R"({"code":[],"data":{"name":1}})"));
     EXPECT_EQ(untyped.code.number, 0);
+
+    struct Counting : sample::Result {
+        int parses = 0;
+        void Parse(const cJSON*) override { ++parses; }
+    };
+    const auto counting = std::make_shared<Counting>();
+    protocol::ReturnData without(counting);
+    EXPECT_TRUE(without.Parse(R"({"code":"0-0","msg":""})"));
+    EXPECT_EQ(counting->parses, 0);
+    EXPECT_TRUE(without.Parse(R"({"code":"0-0","data":{}})"));
+    EXPECT_EQ(counting->parses, 1);
 }
 
 TEST(Endings, JudgedFamiliesRefuseANonZeroNumberAndMakeItTheLastError)

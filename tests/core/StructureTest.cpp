@@ -57,7 +57,7 @@ TEST(Structure, BodyIsOneIndentedObjectUnderTheRootNameInDeclarationOrder)
     sample::All all;
     all.text = "a\"\\/\n\xE9\x97\xA8";
     all.number = INT32_MIN;
-    all.large = 9007199254740991;
+    all.large = 9007199254740993;
     all.part.id = "p";
     all.texts = {"x", ""};
     all.numbers = {1, -2};
@@ -66,7 +66,7 @@ TEST(Structure, BodyIsOneIndentedObjectUnderTheRootNameInDeclarationOrder)
               "{\n\t\"all\":\t{\n"
               "\t\t\"text\":\t\"a\\\"\\\\/\\n\xE9\x97\xA8\",\n"
               "\t\t\"number\":\t-2147483648,\n"
-              "\t\t\"large\":\t9007199254740991,\n"
+              "\t\t\"large\":\t9007199254740993,\n"
               "\t\t\"real\":\t0.5,\n"
               "\t\t\"flag\":\ttrue,\n"
               "\t\t\"part\":\t{\n\t\t\t\"id\":\t\"p\",\n\t\t\t\"number\":\t0,\n\t\t\t\"tags\":\t[]\n\t\t},\n"

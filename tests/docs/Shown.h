@@ -17,10 +17,12 @@
 #include "nexwire/LastExchange.h"
 #include "nexwire/Nexwire.h"
 #include "nexwire/ParseJSONUtil.h"
+#include "nexwire/Personnel/Person.h"
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 #include "nexwire/host/MakeExecutor.h"
+#include "nexwire/host/Pages.h"
 #include "nexwire/host/Pool.h"
 #include "simulator/Platform.h"
 

@@ -49,8 +49,8 @@ TEST(ExecutorTls, CertificatesAreJudged)
             ExpectFailure(outcome, HostError::TlsFailed, row.failure);
         }
     }
-    EXPECT_EQ(server.Requests(), 1U) << "nothing was said to a server that was not trusted";
-    EXPECT_EQ(elsewhere.Requests(), 1U);
+    EXPECT_EQ(server.Requests().size(), 1U) << "nothing was said to a server that was not trusted";
+    EXPECT_EQ(elsewhere.Requests().size(), 1U);
 
     RawServer plain;
     plain.SetOnAccept(Reply().Send("HTTP/1.1 400 Bad Request\r\n\r\n").Close());
@@ -74,7 +74,7 @@ TEST(ExecutorTls, ClientShowsItsCertificate)
     const Outcome outcome = Call(wrong, Request(0, "/p"));
     ExpectFailure(outcome, HostError::TlsFailed, "client certificate or its key cannot be used");
     EXPECT_THAT(outcome.error.text, Not(HasSubstr("geheim")));
-    EXPECT_EQ(server.Requests(), 0U);
+    EXPECT_EQ(server.Requests().size(), 0U);
 
     options.clientKeyPassphrase = Certificates::kPassphrase;
     HttpRequestExecutor right(options);
@@ -92,9 +92,9 @@ TEST(ExecutorTls, ConnectionIsKeptAndNothingIsRepeated)
         ExpectAnswer(Call(executor, Request(0, "/p")), "secure");
     }
     EXPECT_EQ(server.Connections(), 1U);
-    server.CloseAfterReading();
+    server.SetDefault(Reply().Close());
     ExpectFailure(Call(executor, Request(1, "/once")), HostError::NotRepeated);
-    EXPECT_EQ(server.Requests(), 6U);
+    EXPECT_EQ(server.Requests().size(), 6U);
     EXPECT_EQ(server.Connections(), 1U);
 }
 
@@ -107,11 +107,11 @@ TEST(ExecutorTls, OnlyTheClosingAlertEndsAnAnswerOfUndeclaredLength)
     options.caFile = files.authority;
     HttpRequestExecutor executor(options);
     const std::string head = "HTTP/1.1 200 OK\r\n";
-    server.AnswerAndClose(head + "\r\nabc", true);
+    server.Enqueue(Reply().Send(head + "\r\nabc").SignOff());
     ExpectAnswer(Call(executor, Request(0, "/p")), "abc");
-    server.AnswerAndClose(head + "\r\nabc", false);
+    server.Enqueue(Reply().Send(head + "\r\nabc").Close());
     ExpectFailure(Call(executor, Request(0, "/p")), HostError::AnswerIncomplete);
-    server.AnswerAndClose(head + "Content-Length: 3\r\n\r\nabc", false);
+    server.Enqueue(Reply().Send(head + "Content-Length: 3\r\n\r\nabc").Close());
     ExpectAnswer(Call(executor, Request(0, "/p")), "abc");
 }
 

@@ -9,14 +9,14 @@
 #include <gtest/gtest.h>
 
 #include "keel/Error.h"
+#include "loopback/RawServer.h"
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"
-#include "support/RawServer.h"
 
 namespace host_test {
 
 using namespace std::chrono_literals;
-using namespace test_support;
+using namespace nexwire::loopback;
 using nexwire::RequestParams;
 using nexwire::RspInfos;
 using nexwire::host::HostError;

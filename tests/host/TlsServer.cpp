@@ -1,23 +1,19 @@
 #include "TlsServer.h"
 
-#include <atomic>
 #include <filesystem>
 #include <fstream>
-#include <list>
-#include <mutex>
 #include <stdexcept>
-#include <thread>
 
 #include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/read_until.hpp>
 #include <boost/asio/ssl.hpp>
-#include <boost/asio/streambuf.hpp>
 #include <boost/asio/write.hpp>
 
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/rand.h>
 #include <openssl/x509v3.h>
+
+#include "loopback/Transport.h"
 
 namespace host_test {
 
@@ -160,150 +156,62 @@ const Certificates& Certificates::Get()
     return owner.all;
 }
 
-class TlsServer::Impl {
+namespace {
+
+class TlsStream : public nexwire::loopback::Stream {
 public:
-    using Stream = asio::ssl::stream<tcp::socket>;
-    enum class Ending { None, Plain, Alert };
+    TlsStream(tcp::socket socket, asio::ssl::context& context) : m_stream(std::move(socket), context) {}
 
-    struct Session : std::enable_shared_from_this<Session> {
-        Session(Impl& server, tcp::socket socket) : impl(server), stream(std::move(socket), server.tls) {}
-
-        void Start()
-        {
-            stream.async_handshake(Stream::server, [self = shared_from_this()](const error_code& error) {
-                if (!error) {
-                    ++self->impl.connections;
-                    self->Read();
-                }
-            });
-        }
-
-        void Read()
-        {
-            asio::async_read_until(stream, input, "\r\n\r\n",
-                                   [self = shared_from_this()](const error_code& error, std::size_t size) {
-                                       if (error) {
-                                           return;
-                                       }
-                                       self->input.consume(size);
-                                       ++self->impl.requests;
-                                       if (self->impl.closing) {
-                                           self->stream.lowest_layer().close();
-                                           return;
-                                       }
-                                       self->Write();
-                                   });
-        }
-
-        void Write()
-        {
-            {
-                const std::lock_guard<std::mutex> lock(impl.mutex);
-                answer = impl.answer;
-                ending = impl.ending;
-            }
-            asio::async_write(stream, asio::buffer(answer),
-                              [self = shared_from_this()](const error_code& error, std::size_t) {
-                                  if (!error) {
-                                      self->GoOn();
-                                  }
-                              });
-        }
-
-        void GoOn()
-        {
-            switch (ending) {
-            case Ending::None:
-                Read();
-                break;
-            case Ending::Plain:
-                stream.lowest_layer().close();
-                break;
-            case Ending::Alert:
-                stream.async_shutdown([self = shared_from_this()](const error_code&) {});
-                break;
-            }
-        }
-
-        Impl& impl;
-        Stream stream;
-        asio::streambuf input;
-        std::string answer;
-        Ending ending = Ending::None;
-    };
-
-    Impl(const std::string& certificate, const std::string& key, bool askForClient)
+    tcp::socket& Socket() override { return m_stream.next_layer(); }
+    void Open(Done done) override
     {
-        tls.use_certificate_chain_file(certificate);
-        tls.use_private_key_file(key, asio::ssl::context::pem);
-        if (askForClient) {
-            tls.load_verify_file(Certificates::Get().authority);
-            tls.set_verify_mode(asio::ssl::verify_peer | asio::ssl::verify_fail_if_no_peer_cert);
-        }
-        Accept();
-        thread = std::thread([this] { io.run(); });
+        m_stream.async_handshake(asio::ssl::stream_base::server, [done](const error_code& error) { done(error, 0); });
+    }
+    void ReadSome(asio::mutable_buffer buffer, Done done) override
+    {
+        m_stream.async_read_some(asio::mutable_buffers_1(buffer), std::move(done));
+    }
+    void Write(asio::const_buffer bytes, Done done) override
+    {
+        asio::async_write(m_stream, asio::const_buffers_1(bytes), std::move(done));
+    }
+    void SignOff(Done done) override
+    {
+        m_stream.async_shutdown([done](const error_code& error) { done(error, 0); });
     }
 
-    ~Impl()
-    {
-        io.stop();
-        thread.join();
-    }
-
-    void Accept()
-    {
-        acceptor.async_accept([this](const error_code& error, tcp::socket socket) {
-            if (!error) {
-                std::make_shared<Session>(*this, std::move(socket))->Start();
-                Accept();
-            }
-        });
-    }
-
-    asio::io_context io;
-    asio::ssl::context tls{asio::ssl::context::tls_server};
-    tcp::acceptor acceptor{io, tcp::endpoint(asio::ip::address_v4::loopback(), 0)};
-    std::atomic<std::size_t> connections{0};
-    std::atomic<std::size_t> requests{0};
-    std::atomic<bool> closing{false};
-    std::mutex mutex; ///< Guards what follows.
-    std::string answer = "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure";
-    Ending ending = Ending::None;
-    std::thread thread;
+private:
+    asio::ssl::stream<tcp::socket> m_stream;
 };
 
+class TlsTransport : public nexwire::loopback::Transport {
+public:
+    TlsTransport(const std::string& certificate, const std::string& key, bool askForClient)
+    {
+        m_context.use_certificate_chain_file(certificate);
+        m_context.use_private_key_file(key, asio::ssl::context::pem);
+        if (askForClient) {
+            m_context.load_verify_file(Certificates::Get().authority);
+            m_context.set_verify_mode(asio::ssl::verify_peer | asio::ssl::verify_fail_if_no_peer_cert);
+        }
+    }
+
+    const char* Scheme() const override { return "https"; }
+    std::unique_ptr<nexwire::loopback::Stream> Wrap(tcp::socket socket) override
+    {
+        return std::make_unique<TlsStream>(std::move(socket), m_context);
+    }
+
+private:
+    asio::ssl::context m_context{asio::ssl::context::tls_server};
+};
+
+} // namespace
+
 TlsServer::TlsServer(const std::string& certificate, const std::string& key, bool askForClient)
-    : m_impl(new Impl(certificate, key, askForClient))
+    : RawServer(std::make_shared<TlsTransport>(certificate, key, askForClient))
 {
-}
-
-TlsServer::~TlsServer() = default;
-
-std::string TlsServer::Base() const
-{
-    return "https://127.0.0.1:" + std::to_string(m_impl->acceptor.local_endpoint().port());
-}
-
-std::size_t TlsServer::Connections() const
-{
-    return m_impl->connections;
-}
-
-std::size_t TlsServer::Requests() const
-{
-    return m_impl->requests;
-}
-
-void TlsServer::CloseAfterReading()
-{
-    m_impl->closing = true;
-}
-
-void TlsServer::AnswerAndClose(const std::string& bytes, bool withAlert)
-{
-    const std::lock_guard<std::mutex> lock(m_impl->mutex);
-    m_impl->answer = bytes;
-    m_impl->ending = withAlert ? Impl::Ending::Alert : Impl::Ending::Plain;
+    SetDefault(nexwire::loopback::Reply::Http(200, "secure"));
 }
 
 } // namespace host_test

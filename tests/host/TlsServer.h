@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <memory>
 #include <string>
+
+#include "loopback/RawServer.h"
 
 namespace host_test {
 
@@ -27,24 +26,11 @@ struct Certificates {
     static const Certificates& Get();
 };
 
-/// Answers every request on 127.0.0.1 over TLS with 200 and the body "secure", keeping connections.
-class TlsServer {
+/// A scripted server over TLS; answers with 200 and the body "secure" unless told otherwise.
+class TlsServer : public nexwire::loopback::RawServer {
 public:
     /// @param askForClient  refuse clients that show no certificate of the authority.
     TlsServer(const std::string& certificate, const std::string& key, bool askForClient);
-    ~TlsServer();
-
-    std::string Base() const;
-    std::size_t Connections() const; ///< Completed handshakes.
-    std::size_t Requests() const;
-    void CloseAfterReading(); ///< From the next request on.
-    /// From the next request on: answers with these bytes, then ends the connection, with TLS's closing alert or
-    /// without.
-    void AnswerAndClose(const std::string& bytes, bool withAlert);
-
-private:
-    class Impl;
-    std::unique_ptr<Impl> m_impl;
 };
 
 } // namespace host_test

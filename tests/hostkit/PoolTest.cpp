@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <deque>
@@ -10,6 +11,7 @@
 
 #include "nexwire/host/Pages.h"
 #include "nexwire/host/Pool.h"
+#include "protocol/Attendance/Calculation.h"
 
 namespace {
 
@@ -129,6 +131,46 @@ TEST(Pools, ACompletionRunsWhereTheHostWantsIt)
     EXPECT_EQ(where, std::this_thread::get_id());
 }
 
+TEST(Pools, ACompletionIsToldOfFailuresToo)
+{
+    std::mutex mutex;
+    std::vector<std::string> told;
+    const auto note = [&](const std::string& what) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        told.push_back(what);
+    };
+    const auto failed = [&](const std::exception_ptr& why) {
+        try {
+            std::rethrow_exception(why);
+        } catch (const std::exception& error) {
+            note(error.what());
+        }
+    };
+    {
+        PoolOptions options;
+        options.threads = 1;
+        Pool pool(options);
+        pool.Submit([] { throw std::runtime_error("thrown"); }, [&] { note("wrong"); }, failed);
+        pool.Submit([] {}, [&] { note("done"); }, failed);
+        while (pool.Pending() != 0) {
+            std::this_thread::sleep_for(1ms);
+        }
+        std::atomic<bool> begun{false};
+        const auto work = [&] {
+            begun = true;
+            UntilCancelled();
+        };
+        pool.Submit(work, [&] { note("ended"); });
+        while (!begun) {
+            std::this_thread::sleep_for(1ms);
+        }
+        pool.Submit([] {}, [&] { note("wrong"); }, failed);
+    }
+    ASSERT_EQ(told.size(), 4u);
+    std::sort(told.begin() + 2, told.end());
+    EXPECT_EQ(told, (std::vector<std::string>{"thrown", "done", "ended", "the pool ended"}));
+}
+
 // ---- Pages ----
 
 struct Condition {
@@ -163,6 +205,40 @@ TEST(Pages, EndWhereThePlatformEnds)
     token.Cancel();
     const CallScope scope({}, 0, token);
     EXPECT_EQ(ForEachPage<std::vector<int>>(Condition(), read, each), PagesEnd::Cancelled);
+    const CallScope late("late", 1);
+    std::this_thread::sleep_for(2ms);
+    EXPECT_TRUE(IsLate());
+}
+
+TEST(Pages, AreLeftWhereThePlatformDoesNotMove)
+{
+    int calls = 0;
+    const auto same = [&](protocol::StatisticsCalcDataData& page, const Condition& asked) {
+        ++calls;
+        page.statisticsCalcData.statisticsCalcList.resize(10);
+        page.statisticsCalcData.pageNo = std::min(asked.pageNo, 3);
+        return true;
+    };
+    int taken = 0;
+    const auto count = [&](const protocol::StatisticsCalcDataData&) {
+        ++taken;
+        return std::size_t{10};
+    };
+    EXPECT_EQ(ForEachPage<protocol::StatisticsCalcDataData>(Condition(), same, count), PagesEnd::Stuck);
+    EXPECT_EQ(calls, 4);
+    EXPECT_EQ(taken, 3) << "the page that is the same is not handed out";
+    const auto named = [&](const protocol::StatisticsCalcDataData&) { return PageSeen{10, "first"}; };
+    calls = 0;
+    EXPECT_EQ(ForEachPage<protocol::StatisticsCalcDataData>(Condition(), same, named), PagesEnd::Stuck);
+    EXPECT_EQ(calls, 2) << "it numbers its pages, and they are the same";
+    const CallScope scope("late", 30);
+    const auto slow = [&](std::vector<int>& page, const Condition&) {
+        std::this_thread::sleep_for(20ms);
+        page.resize(10);
+        return true;
+    };
+    EXPECT_EQ(ForEachPage<std::vector<int>>(Condition(), slow, [](const auto& page) { return page.size(); }),
+              PagesEnd::Late);
 }
 
 TEST(Pages, ABatchThatDoesNotMoveIsLeft)
@@ -192,6 +268,25 @@ TEST(Pages, ABatchThatDoesNotMoveIsLeft)
     empty = finishAt = 1000000;
     EXPECT_EQ(ForEachBatchPage<int>(Batch(), read, each), PagesEnd::Stuck);
     EXPECT_EQ(calls, 3);
+
+    std::string guids = "aabba";
+    const auto turning = [&](bool&, std::string& guid, std::vector<int>& items, const Batch&) {
+        guid = guids.substr(0, 1);
+        guids.erase(0, 1);
+        items = {1};
+        return true;
+    };
+    EXPECT_EQ(ForEachBatchPage<int>(Batch(), turning, each), PagesEnd::Stuck);
+    EXPECT_EQ(guids, "") << "an identifier that was given up comes again";
+    calls = 0;
+    const auto again = [&](bool&, std::string& guid, std::vector<protocol::StatisticsCalc>& items, const Batch&) {
+        ++calls;
+        guid = "b";
+        items.resize(2);
+        return true;
+    };
+    EXPECT_EQ(ForEachBatchPage<protocol::StatisticsCalc>(Batch(), again, [](const auto&) {}), PagesEnd::Stuck);
+    EXPECT_EQ(calls, 4) << "three pages that are the same as the one before";
 }
 
 } // namespace

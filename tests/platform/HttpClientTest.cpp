@@ -8,14 +8,14 @@
 
 #include <gmock/gmock.h>
 
-#include "support/RawServer.h"
+#include "loopback/RawServer.h"
 
 namespace {
 
 using namespace std::chrono_literals;
+using nexwire::loopback::RawServer;
+using nexwire::loopback::Reply;
 using std::chrono::milliseconds;
-using test_support::RawServer;
-using test_support::Reply;
 using Vela::Net::CHttpClientRequest;
 using Vela::Net::CHttpClientResponse;
 using Vela::Net::Error;
@@ -115,7 +115,7 @@ TEST(HttpClient, CarriesLargeBinaryBodiesBothWays)
         data += static_cast<char>(i % 251);
     }
     RawServer server;
-    server.SetHandler([](const test_support::RawRequest& request) { return Reply::Http(200, request.body); });
+    server.SetHandler([](const nexwire::loopback::RawRequest& request) { return Reply::Http(200, request.body); });
     const Outcome outcome = Send(Post(server.Base() + "/echo", data));
     ASSERT_TRUE(outcome.sent) << outcome.error.text;
     EXPECT_EQ(outcome.length, data.size());
@@ -259,7 +259,7 @@ TEST(HttpClient, EachTimeoutEndsItsPhase)
 
 TEST(HttpClient, ConnectionTimeoutEndsConnectingAndHandshaking)
 {
-    test_support::DeafListener deaf;
+    nexwire::loopback::DeafListener deaf;
     RawServer silent;
     silent.SetOnAccept(Reply().Hang());
     std::vector<std::string> addresses{"https://127.0.0.1:" + std::to_string(silent.Port())};
@@ -346,7 +346,7 @@ TEST(HttpClient, RefusesWhatCannotBeSentBeforeConnecting)
 
 TEST(HttpClient, RefusedConnectionIsAConnectError)
 {
-    const Outcome outcome = Send(Post("http://127.0.0.1:" + std::to_string(test_support::ClosedPort()), "{}"));
+    const Outcome outcome = Send(Post("http://127.0.0.1:" + std::to_string(nexwire::loopback::ClosedPort()), "{}"));
     EXPECT_FALSE(outcome.sent);
     EXPECT_EQ(outcome.error.code, Error::kConnect);
 }
@@ -443,7 +443,7 @@ TEST(HttpClient, BoundsTheSizeOfAnswers)
 #ifndef _WIN32
 TEST(HttpClient, IgnoresProxiesOfTheEnvironment)
 {
-    const std::string proxy = "http://127.0.0.1:" + std::to_string(test_support::ClosedPort());
+    const std::string proxy = "http://127.0.0.1:" + std::to_string(nexwire::loopback::ClosedPort());
     ASSERT_EQ(setenv("http_proxy", proxy.c_str(), 1), 0);
     ASSERT_EQ(setenv("all_proxy", proxy.c_str(), 1), 0);
     RawServer server;
@@ -456,7 +456,7 @@ TEST(HttpClient, IgnoresProxiesOfTheEnvironment)
 TEST(HttpClient, ThreadsDoNotMixTheirAnswers)
 {
     RawServer server;
-    server.SetHandler([](const test_support::RawRequest& request) { return Reply::Http(200, request.body); });
+    server.SetHandler([](const nexwire::loopback::RawRequest& request) { return Reply::Http(200, request.body); });
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 8; ++thread) {
         threads.emplace_back([&, thread] {

@@ -83,7 +83,7 @@ WallServer::WallServer()
     nexwire::CTWDeviceCommon::init("127.0.0.1", Port());
 }
 
-void WallServer::Start(const test_support::Reply& reply)
+void WallServer::Start(const nexwire::loopback::Reply& reply)
 {
     seen_ = server_.Requests().size();
     server_.SetDefault(reply);
@@ -92,7 +92,7 @@ void WallServer::Start(const test_support::Reply& reply)
 std::vector<RequestParams> WallServer::Requests()
 {
     std::vector<RequestParams> requests;
-    const std::vector<test_support::RawRequest> all = server_.Requests();
+    const std::vector<nexwire::loopback::RawRequest> all = server_.Requests();
     for (std::size_t i = seen_; i < all.size(); ++i) {
         requests.emplace_back(all[i].target, all[i].method == "POST" ? 2 : -1, all[i].body);
     }
@@ -261,7 +261,7 @@ RowRun::Made RowRun::Make(const std::string& id, const Reply& reply)
             return Execute(response, library_->wire.requests.size() - 1, id, reply);
         };
     }
-    wall_.Start(reply.success ? test_support::Reply::Json(reply.body) : test_support::Reply().Close());
+    wall_.Start(reply.success ? nexwire::loopback::Reply::Json(reply.body) : nexwire::loopback::Reply().Close());
     Keel::Error::SetLastError(kEarlier);
     made.called = true;
     made.outcome = call.Run();

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "loopback/RawServer.h"
 #include "nexwire/LastExchange.h"
 #include "requests/Catalogued.h"
 #include "requests/Row.h"
-#include "support/RawServer.h"
 #include "support/StubExecutor.h"
 
 namespace requests {
@@ -15,12 +15,12 @@ namespace requests {
 class WallServer {
 public:
     WallServer();
-    void Start(const test_support::Reply& reply);
+    void Start(const nexwire::loopback::Reply& reply);
     std::vector<nexwire::RequestParams> Requests();
     std::string Port() const { return std::to_string(server_.Port()); }
 
 private:
-    test_support::RawServer server_;
+    nexwire::loopback::RawServer server_;
     std::size_t seen_ = 0;
 };
 

@@ -36,9 +36,9 @@ protected:
     std::string Raw(const std::string& verb, const std::string& path, const std::string& fields,
                     const std::string& body = "")
     {
-        return test::SendRaw(site.Port(), verb + " /7730/v1/" + path + " HTTP/1.1\r\nHost: a\r\nConnection: close\r\n" +
-                                              fields + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
-                                              body);
+        return test::SendRaw(site.Port(), verb + " /7730/v1/" + path +
+                                              " HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n" + fields +
+                                              "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
     }
 
     std::string Dag(int command, const std::string& condition = "", const std::string& input = "")

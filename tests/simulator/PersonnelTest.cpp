@@ -305,7 +305,7 @@ TEST_F(PersonnelTest, AFileIsImportedRowByRow)
                              "Content-Type: text/csv\r\n\r\n" +
                              csv + "\r\n--" + boundary + "--\r\n";
     EXPECT_EQ(site.Put(kRegister + "configurationFiles").Code(), "5-20");
-    const std::string head = "PUT /7730/v1/personalManagement/uploadFile?uploadGuid=u1 HTTP/1.1\r\nHost: x\r\n"
+    const std::string head = "PUT /7730/v1/personalManagement/uploadFile?uploadGuid=u1 HTTP/1.1\r\nHost: localhost\r\n"
                              "Connection: close\r\nContent-Type: multipart/form-data; boundary=" +
                              boundary + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n";
     ASSERT_THAT(test::SendRaw(site.Port(), head + body), HasSubstr("\"0-0\""));

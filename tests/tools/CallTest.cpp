@@ -199,5 +199,23 @@ TEST(Replay, AnswersWhatWasRecorded)
     EXPECT_EQ("", other.out);
 }
 
+TEST(Replay, TextsOfTheServerDoNotSteerTheTerminal)
+{
+    const Folder folder;
+    const std::string file = folder.Write(
+        "exchanges",
+        R"({"time":"","method":2,"path":"/7730/v1/accessController/accessGroups","headers":{},)"
+        R"("params":{},"body":"","timeoutMs":40000,"answered":true,"elapsedMs":1,"response":{"headers":{},)"
+        R"("body":"{\"code\":\"7-9\",\"msg\":\"bad\\u001b[31m\\u000aFAKE\",\"data\":{}}"}})"
+        "\n");
+    for (const std::vector<std::string>& more : {std::vector<std::string>{}, {"-v"}, {"--json"}}) {
+        std::vector<std::string> arguments = {"call", "queryAccessGroups", "--replay", file};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const ProcessResult result = Nexwire(arguments);
+        EXPECT_EQ(4, result.code) << result.err;
+        EXPECT_THAT(result.out + result.err, AllOf(HasSubstr("bad"), Not(HasSubstr("\x1b")), Not(HasSubstr("\nFAKE"))));
+    }
+}
+
 } // namespace
 } // namespace test

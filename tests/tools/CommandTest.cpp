@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <set>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -86,6 +90,10 @@ TEST(CommandLine, AnswersWithTheRightCodeOnTheRightStream)
          "",
          "@env:"},
         {{"call", "CGetWiegands", "--server", "http://127.0.0.1:1", "--retry", "2"}, 3, "", "(tried 3 times)"},
+        {{"call", "CGetWiegands", "--server", "http://127.0.0.1:1", "--retry", "1", "--trace"},
+         3,
+         "",
+         "then attempt 2 of at most 2"},
         {{"call", "CGetWiegands", "--server", "http://127.0.0.1:1", "--retry", "90", "--deadline", "1000"},
          3,
          "",
@@ -202,7 +210,7 @@ std::vector<std::string> Completions(const std::string& words)
 {
     // The words as bash splits them: a name's colons are words of their own.
     const std::string script = "source /usr/share/bash-completion/bash_completion || exit 77\n"
-                               "source " NEXWIRE_COMPLETION "\n"
+                               "source " NEXWIRE_COMPLETIONS "/nexwire.bash\n"
                                "compopt() { :; }\n"
                                "nexwire() { " NEXWIRE_EXECUTABLE " \"$@\"; }\n"
                                "COMP_WORDS=(" +
@@ -224,6 +232,63 @@ TEST(Completion, OffersCommandsFunctionsAndArguments)
     EXPECT_THAT(Completions("nexwire call --dry-run modifyAccessGroupName ''"), ElementsAre("groupGuid=", "name="));
     EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --server http na"), ElementsAre("name="));
     EXPECT_THAT(Completions("nexwire call modifyAccessGroupName --re"), ElementsAre("--retry", "--record", "--replay"));
+}
+
+std::set<std::string> OfferedBy(const std::string& shell, const std::string& line)
+{
+    const std::string executable = NEXWIRE_EXECUTABLE;
+    ProcessOptions options;
+    options.environment = {{"PATH", executable.substr(0, executable.rfind('/')) + ":" + std::getenv("PATH")}};
+    std::vector<std::string> offered;
+    const Folder folder;
+    if (shell == "fish") {
+        const std::string script = "source " NEXWIRE_COMPLETIONS "/nexwire.fish; complete -C '" + line + "'";
+        offered = Lines(RunProgram({"fish", "--no-config", "-c", script}, options).out);
+    } else {
+        RunProgram({"zsh", "-f", NEXWIRE_ZSH_SCRIPT, NEXWIRE_COMPLETIONS, folder.Path("found"), line}, options);
+        offered = Lines(folder.Read("found"));
+    }
+    std::set<std::string> words;
+    for (const std::string& each : offered) {
+        words.insert(each.substr(0, each.find_first_of("\t=")));
+    }
+    return words;
+}
+
+TEST(Completion, OtherShellsOfferTheSame)
+{
+    for (const char* const shell : {"zsh", "fish"}) {
+        SCOPED_TRACE(shell);
+        if (RunProgram({"sh", "-c", std::string("command -v ") + shell}).code != 0) {
+            GTEST_SKIP() << shell << " is not installed";
+        }
+        EXPECT_THAT(OfferedBy(shell, "nexwire pl"), ElementsAre("platform"));
+        EXPECT_THAT(OfferedBy(shell, "nexwire call modifyAccessGroupN"), ElementsAre("modifyAccessGroupName"));
+        EXPECT_THAT(OfferedBy(shell, "nexwire call --dry-run modifyAccessGroupName "),
+                    ElementsAre("groupGuid", "name"));
+        EXPECT_THAT(OfferedBy(shell, "nexwire call modifyAccessGroupName --re"),
+                    ElementsAre("--record", "--replay", "--retry"));
+    }
+}
+
+TEST(Completion, NoShellMissesAnOption)
+{
+    for (const char* const command : {"list", "describe", "call", "platform", "demo", "openapi", "reference"}) {
+        const std::string help = Nexwire({command, "--help"}).out;
+        for (const std::string& line : Lines(help)) {
+            const std::size_t at = line.find("--");
+            if (line.compare(0, 2, "  ") != 0 || at == std::string::npos || at > 6) {
+                continue;
+            }
+            const std::string option = line.substr(at + 2, line.find_first_of(" ,", at) - at - 2);
+            for (const char* const file : {"nexwire.bash", "_nexwire", "nexwire.fish"}) {
+                std::ifstream in(NEXWIRE_COMPLETIONS + std::string("/") + file);
+                const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+                const bool fish = std::string(file) == "nexwire.fish";
+                EXPECT_THAT(text, HasSubstr((fish ? "-l " : "--") + option)) << file << ", " << command;
+            }
+        }
+    }
 }
 
 } // namespace

@@ -142,6 +142,35 @@ TEST_F(OpenApi, FunctionsThatShareAPathAndAVerbAreExamplesOfOneOperation)
     EXPECT_STREQ("PUT", document["x-nexwire-verbs"]["1"].GetString());
 }
 
+TEST_F(OpenApi, AnswersHaveTheShapeThatTheirFunctionsRead)
+{
+    const auto answer = [&](const char* path, const char* verb, const char* below) {
+        const std::string pointer =
+            std::string("/responses/200/content/application~1json/schema/allOf/1/properties/data") + below;
+        const rapidjson::Value* const found = rapidjson::Pointer(pointer.c_str()).Get(Operation(path, verb));
+        return found == nullptr ? std::string() : std::string(found->GetString());
+    };
+    // A structure that no argument shows, a record, a list of them, bytes.
+    EXPECT_EQ("#/components/schemas/AccessGroupModifyResultData",
+              answer("/7730/v1/accessController/accessGroups", "put", "/$ref"));
+    EXPECT_EQ("integer", answer("/videoWall/v1/wall/startPlay", "post", "/properties/windowId/type"));
+    EXPECT_EQ("string", answer("/videoWall/v1/wall/polling/task/get", "post",
+                               "/properties/TaskList/items/properties/cameraList/items/properties/cameraGuid/type"));
+    const rapidjson::Value& picture = Operation("/7730/v1/alarmCenter/images", "get")["responses"]["200"]["content"];
+    EXPECT_TRUE(picture.HasMember("application/octet-stream"));
+    // What a function cannot do without.
+    EXPECT_EQ(22U, document["components"]["schemas"]["StatisticsCalc"]["required"].Size());
+    EXPECT_NE(nullptr, rapidjson::Pointer("/responses/200/content/application~1json/schema/allOf/1/required")
+                           .Get(Operation("/7730/v1/attendance/statistics/calculation", "post")));
+    // No schema is told for nobody.
+    std::set<std::string> references;
+    References(document, references);
+    for (const auto& schema : document["components"]["schemas"].GetObject()) {
+        EXPECT_EQ(1U, references.count(std::string("#/components/schemas/") + schema.name.GetString()))
+            << schema.name.GetString();
+    }
+}
+
 /// Where a value does not keep to a schema; empty when it does. Knows what the document uses.
 std::string Misfit(const rapidjson::Document& document, const rapidjson::Value& value, const rapidjson::Value& schema,
                    const std::string& at)

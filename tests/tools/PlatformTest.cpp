@@ -42,6 +42,34 @@ TEST(Platform, RunsTheVideoWallServiceBesideIt)
     EXPECT_THAT(devices.out, HasSubstr("\"address\": \"10.0.0.9\""));
 }
 
+TEST(Platform, TakesFaultsSeedsAndATokenFromFilesAndHasItsDatabaseToItself)
+{
+    const Folder folder;
+    const std::string faults =
+        folder.Write("faults.json", R"([{"function":"*::queryAccessGroups","fault":"refuse","code":"3-7","times":1}])");
+    const std::string seed = folder.Write("seed.json", R"({"accessGroups":[{"accessGroupGuid":"EE","name":"Seeded"}]})");
+    const std::string token = "@file:" + folder.Write("token", "0123456789abcdef\n");
+    const std::string header = "Authorization=@file:" + folder.Write("header", "Bearer 0123456789abcdef");
+    Running platform(
+        {"platform", "--db", folder.Path("site.db"), "--faults", faults, "--seed", seed, "--token", token});
+    const std::string address = platform.Line();
+    const auto query = [&](const std::vector<std::string>& more) {
+        std::vector<std::string> arguments = {"call", "queryAccessGroups", "--server", address};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return Nexwire(arguments);
+    };
+    EXPECT_THAT(query({}).err, HasSubstr("401"));
+    EXPECT_THAT(query({"--header", header}).err, HasSubstr("3-7"));
+    EXPECT_THAT(query({"--header", header}).out, HasSubstr("Seeded"));
+
+    const ProcessResult second = Nexwire({"platform", "--db", folder.Path("site.db")});
+    EXPECT_NE(0, second.code);
+    EXPECT_THAT(second.err, HasSubstr("another process works with it"));
+    EXPECT_THAT(Nexwire({"platform", "--faults", folder.Write("bad.json", R"([{"fault":"dealy"}])")}).err,
+                HasSubstr("dealy"));
+    EXPECT_THAT(Nexwire({"platform", "--token", "0123456789abcdef"}).err, HasSubstr("@file:"));
+}
+
 TEST(Platform, SaysSoWhenItsPortIsTaken)
 {
     Running first({"platform"});

@@ -7,13 +7,19 @@
 namespace nexwire {
 namespace demo {
 
+std::string WhyNot()
+{
+    const ExchangeRecord& exchange = LastExchange();
+    const std::string& error = Keel::Error::GetLastError().text;
+    return error.empty() && exchange.parsed ? exchange.message : error;
+}
+
 bool ChapterBase::Done(bool success, const std::string& what)
 {
     if (success) {
         screen_.Result(what);
     } else {
-        const ExchangeRecord& exchange = LastExchange();
-        screen_.Wrong(what + " failed: " + (exchange.parsed ? exchange.message : Keel::Error::GetLastError().text));
+        screen_.Wrong(what + " failed: " + WhyNot());
     }
     return success;
 }

@@ -7,6 +7,9 @@
 namespace nexwire {
 namespace demo {
 
+/// Why the last call of this thread failed, in words.
+std::string WhyNot();
+
 /// What all chapters share.
 class ChapterBase {
 protected:

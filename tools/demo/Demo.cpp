@@ -12,6 +12,7 @@
 #include <keel/Log.h>
 #include <rapidjson/document.h>
 
+#include "loopback/RawServer.h"
 #include "nexwire/AccessController/AccessGroup.h"
 #include "nexwire/AccessController/Wiegand.h"
 #include "nexwire/DeviceParameters/AcsParam.h"
@@ -23,7 +24,6 @@
 #include "simulator/VideoWallService.h"
 #include "site.inc"
 #include "tools/demo/AttendanceChapter.h"
-#include "tools/demo/BadServer.h"
 #include "tools/demo/DeviceChapter.h"
 #include "tools/demo/FrameworkChapter.h"
 #include "tools/demo/PersonnelChapter.h"
@@ -456,13 +456,16 @@ private:
         untouched.accessGroupQueryResponseList.resize(1);
         screen_.Step("The answer is no envelope: something else answers at the address");
         {
-            const BadServer server(BadServer::Manner::NotJson);
+            loopback::RawServer server;
+            server.SetDefault(
+                loopback::Reply::Http(200, "<html>Sign in to the Wi-Fi</html>", {"Content-Type: text/html"}));
             const Client client(server.Port(), meter_);
             ExpectFailure(!CAccessGroupComm::queryAccessGroups(untouched));
         }
         screen_.Step("The deadline passes: the server takes the request and stays silent (300 ms are allowed)");
         {
-            const BadServer server(BadServer::Manner::Silent);
+            loopback::RawServer server;
+            server.SetDefault(loopback::Reply().Hang());
             const Client client(server.Port(), meter_);
             protocol::DagPassThroughRspData response;
             const Clock::time_point start = Clock::now();

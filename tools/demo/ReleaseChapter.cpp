@@ -16,7 +16,7 @@
 #include "nexwire/ElectronicMap/EmapElement.h"
 #include "nexwire/InformationRelease/Marquee.h"
 #include "nexwire/InformationRelease/ReleaseDevice.h"
-#include "nexwire/LastExchange.h"
+#include "tools/demo/ChapterBase.h"
 
 namespace nexwire {
 namespace demo {
@@ -81,30 +81,13 @@ private:
     fs::path path_;
 };
 
-std::string Words()
-{
-    const ExchangeRecord& exchange = LastExchange();
-    const std::string& error = Keel::Error::GetLastError().text;
-    return error.empty() && exchange.parsed ? exchange.message : error;
-}
-
-class Chapter {
+class Chapter : private ChapterBase {
 public:
-    explicit Chapter(Screen& screen) : screen_(screen) {}
+    explicit Chapter(Screen& screen) : ChapterBase(screen) {}
 
     bool Run() { return Register() && Ask() && HandOver() && Publish() && Look() && Map() && Spot() && Picture(); }
 
 private:
-    bool Done(bool success, const std::string& what)
-    {
-        if (success) {
-            screen_.Result(what);
-        } else {
-            screen_.Wrong(what + " failed: " + Words());
-        }
-        return success;
-    }
-
     bool Register()
     {
         screen_.Step("Register a release server; its password travels encrypted");
@@ -251,7 +234,7 @@ private:
         std::string why;
         std::future<bool> fetched = std::async(std::launch::async, [&] {
             const bool done = CEmapElementComm::getMapPicture(map_, target);
-            why = done ? "" : Words();
+            why = done ? "" : WhyNot();
             return done;
         });
         while (fetched.wait_for(milliseconds(10)) != std::future_status::ready) {
@@ -268,7 +251,6 @@ private:
         return Done(came == sent, "what came is what was sent, byte for byte");
     }
 
-    Screen& screen_;
     std::string server_;
     std::string terminal_;
     std::string map_;

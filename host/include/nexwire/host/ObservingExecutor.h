@@ -36,11 +36,14 @@ private:
 
 /// What became of the calls of one method code and path pattern.
 struct CallStatistics {
-    std::string path;        ///< With "*" for identifiers; "(others)" once there are too many patterns.
-    std::int32_t method = 0; ///< Method code.
-    std::uint64_t failures = 0;
-    std::uint64_t bytesOut = 0; ///< Bodies of requests.
-    std::uint64_t bytesIn = 0;  ///< Bodies of answers.
+    std::string path;            ///< With "*" for identifiers; "(others)" once there are too many patterns.
+    std::int32_t method = 0;     ///< Method code.
+    std::uint64_t failures = 0;  ///< All of the calls without a usable answer; by what stood in the way:
+    std::uint64_t statuses = 0;  ///< an HTTP status,
+    std::uint64_t late = 0;      ///< the time,
+    std::uint64_t cancelled = 0; ///< a scope that was cancelled, or an executor that was aborted. The rest is other.
+    std::uint64_t bytesOut = 0;  ///< Bodies of requests.
+    std::uint64_t bytesIn = 0;   ///< Bodies of answers.
     LatencyHistogram latency;
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <future>
 #include <memory>
@@ -26,7 +27,8 @@ struct PoolOptions {
     bool waitWhenFull = false;   ///< True: `Submit` waits for room; false: it refuses.
     std::int32_t deadlineMs = 0; ///< For each piece of work, from its beginning; 0 none.
     /// Hands a function to another thread, such as that of the window; for `Submit` with `done`. It may be called from
-    /// any thread and should return soon. Empty: `done` runs on the worker.
+    /// any thread and should return soon. Empty: `done` runs on the worker, and so does `failed`, except that refused
+    /// work is told of by the thread that refuses it.
     std::function<void(std::function<void()>)> post;
 };
 
@@ -81,23 +83,40 @@ public:
         return work;
     }
 
-    /// The same with a function that receives the result where `post` leads to, instead of a future. It is not called
-    /// for work that was refused or that threw.
-    template <class Function, class Done>
-    CancelToken Submit(Function function, Done done)
+    /// The same with a function that receives the result (nothing, where there is none) where `post` leads to, instead
+    /// of a future. `failed` receives a `std::exception_ptr` there instead: what `function` threw, or `PoolRefused`.
+    template <class Function, class Done, class Failed>
+    CancelToken Submit(Function function, Done done, Failed failed)
     {
         Task task;
         const CancelToken token = task.token;
-        task.run = [this, function = std::move(function), done = std::move(done)]() mutable {
+        const auto fail = [this, failed](std::exception_ptr why) { Post([failed, why]() mutable { failed(why); }); };
+        task.run = [this, fail, function = std::move(function), done = std::move(done)]() mutable {
+            std::function<void()> message;
             try {
-                auto result = std::make_shared<std::invoke_result_t<Function>>(function());
-                Post([done = std::move(done), result]() mutable { done(std::move(*result)); });
-            } catch (...) { // Nobody is there to hear of it.
+                if constexpr (std::is_void_v<std::invoke_result_t<Function>>) {
+                    function();
+                    message = std::move(done);
+                } else {
+                    auto result = std::make_shared<std::invoke_result_t<Function>>(function());
+                    message = [done = std::move(done), result]() mutable { done(std::move(*result)); };
+                }
+            } catch (...) {
+                fail(std::current_exception());
+                return;
             }
+            Post(std::move(message));
         };
-        task.refuse = [](const char*) {};
+        task.refuse = [fail](const char* why) { fail(std::make_exception_ptr(PoolRefused(why))); };
         Take(std::move(task));
         return token;
+    }
+
+    /// The same for whoever does not want to hear of failures.
+    template <class Function, class Done>
+    CancelToken Submit(Function function, Done done)
+    {
+        return Submit(std::move(function), std::move(done), [](const std::exception_ptr&) {});
     }
 
     /// Work that waits or runs.

@@ -1,0 +1,22 @@
+#include "core/AnswerReads.h"
+
+namespace nexwire {
+namespace core {
+namespace {
+
+thread_local AnswerReads* watched = nullptr;
+
+} // namespace
+
+void WatchAnswers(AnswerReads* reads) noexcept
+{
+    watched = reads;
+}
+
+AnswerReads* WatchedAnswers() noexcept
+{
+    return watched;
+}
+
+} // namespace core
+} // namespace nexwire
