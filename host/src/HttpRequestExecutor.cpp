@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <list>
@@ -19,6 +20,7 @@
 #include "RequestCheck.h"
 #include "TransferFailure.h"
 #include "nexwire/host/CallScope.h"
+#include <httpcore/ServerCertificate.h>
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
 
@@ -37,7 +39,7 @@ using Connections = std::list<Connection>;
 
 bool Readable(const std::string& file)
 {
-    return std::ifstream(file, std::ios::binary).good();
+    return std::ifstream(std::filesystem::u8path(file), std::ios::binary).good();
 }
 
 } // namespace
@@ -266,6 +268,10 @@ std::string HttpRequestExecutor::State::FindProblem()
         if (!file->empty() && !Readable(*file)) {
             return std::string(name) + " cannot be read: " + *file;
         }
+    }
+    if (httpcore::OnSchannel() && !options.clientKeyFile.empty()) {
+        return "clientKeyFile cannot be used with the TLS of Windows; give certificate and key in one PKCS#12 file as "
+               "clientCertificateFile";
     }
     if (options.clientCertificateFile.empty() && !options.clientKeyFile.empty()) {
         return "clientKeyFile is given without clientCertificateFile";

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "Process.h"
+#include "tests/support/Regex.h"
 
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
 namespace test {
 namespace {
@@ -16,7 +16,7 @@ TEST(Platform, PrintsItsAddressServesAndStopsOnRequest)
     for (const int signal : {SIGINT, SIGTERM}) {
         Running platform({"platform", "--port", "0", "--verbose"});
         const std::string address = platform.Line();
-        ASSERT_THAT(address, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+"));
+        ASSERT_THAT(address, IsOfForm("http://127\\.0\\.0\\.1:[0-9]+"));
         const ProcessResult call = Nexwire({"call", "queryAccessGroups", "--server", address});
         EXPECT_EQ(0, call.code) << call.err;
         platform.Signal(signal);
@@ -31,7 +31,7 @@ TEST(Platform, RunsTheVideoWallServiceBesideIt)
 {
     Running platform({"platform", "--wall-port", "0"});
     const std::string line = platform.Line();
-    ASSERT_THAT(line, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+ http://127\\.0\\.0\\.1:[0-9]+"));
+    ASSERT_THAT(line, IsOfForm("http://127\\.0\\.0\\.1:[0-9]+ http://127\\.0\\.0\\.1:[0-9]+"));
     const std::string wall = line.substr(line.find(' ') + 1);
     ProcessOptions login;
     login.input = R"({"username":"admin","password":"admin123","address":"10.0.0.9","port":8000})";
