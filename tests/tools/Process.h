@@ -29,10 +29,10 @@ ProcessResult Nexwire(const std::vector<std::string>& arguments, const ProcessOp
 /// Runs another program to its end.
 ProcessResult RunProgram(const std::vector<std::string>& command, const ProcessOptions& options = {});
 
-/// A nexwire that runs on; killed at the end of its life, when it still does.
+/// A program that runs on; killed at the end of its life, when it still does.
 class Running {
 public:
-    explicit Running(const std::vector<std::string>& arguments);
+    explicit Running(const std::vector<std::string>& command);
     ~Running();
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;

@@ -142,12 +142,12 @@ struct Running::Child {
     int err = -1;
 };
 
-Running::Running(const std::vector<std::string>& arguments) : child_(std::make_unique<Child>())
+Running::Running(const std::vector<std::string>& command) : child_(std::make_unique<Child>())
 {
     const Pipe in;
     const Pipe out;
     const Pipe err;
-    child_->pid = Start(NexwireCommand(arguments), {}, in.read, out.write, err.write);
+    child_->pid = Start(command, {}, in.read, out.write, err.write);
     close(in.read);
     close(in.write);
     close(out.write);

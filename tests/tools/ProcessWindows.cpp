@@ -148,12 +148,12 @@ struct Running::Child {
     HANDLE err = nullptr;
 };
 
-Running::Running(const std::vector<std::string>& arguments) : child_(std::make_unique<Child>())
+Running::Running(const std::vector<std::string>& command) : child_(std::make_unique<Child>())
 {
     const Pipe in(true);
     const Pipe out(false);
     const Pipe err(false);
-    child_->process = Start(NexwireCommand(arguments), {}, in.read, out.write, err.write);
+    child_->process = Start(command, {}, in.read, out.write, err.write);
     CloseHandle(in.write);
     child_->out = out.read;
     child_->err = err.read;
