@@ -32,6 +32,13 @@ die()
     exit 1
 }
 
+# cannot TEXT: what this is for cannot be set up on this machine; nothing was found wrong. Ends with 77.
+cannot()
+{
+    printf '%s: NOT RUN: %s\n' "${0##*/}" "$*" >&2
+    exit 77
+}
+
 # step TEXT: says what takes long; only where somebody watches or a CI keeps the log.
 step()
 {
@@ -113,24 +120,25 @@ build()
 
 readonly DEBIAN32=${NEXWIRE_DEBIAN32:-$ROOT/build/debian-i386}
 
-# make_debian32: sets it up, the first time. False when it cannot be had; the log says why.
+# make_debian32 GROUP: sets it up, the first time, with the packages of a group. Where it cannot be had, it says why and
+# ends with 77.
 make_debian32()
 {
-    [[ ! -e $DEBIAN32/.made ]] || return 0
-    ((EUID == 0)) || {
-        printf '%s: a Debian of 32 bit is set up by root only\n' "${0##*/}" >&2
-        return 1
-    }
-    need_packages chroot
-    step "set up a Debian of 32 bit"
-    local place release
-    place=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | head -n 1)
-    release=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
-    rm -rf "$DEBIAN32"
-    mkdir -p "$DEBIAN32"
-    quietly debian32 debootstrap --variant=minbase --arch=i386 "$release" "$DEBIAN32" "$place" || return
-    mkdir -p "$DEBIAN32$ROOT"
-    touch "$DEBIAN32/.made"
+    ((EUID == 0)) || cannot "a Debian of 32 bit is set up by root only"
+    unshare --mount -- true 2>/dev/null || cannot "mounts of its own are not allowed here"
+    (need_packages chroot) || cannot "debootstrap cannot be had"
+    if [[ ! -e $DEBIAN32/.made ]]; then
+        step "set up a Debian of 32 bit"
+        local place release
+        place=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | head -n 1)
+        release=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
+        rm -rf "$DEBIAN32"
+        mkdir -p "$DEBIAN32"
+        quietly debian32 debootstrap --variant=minbase --arch=i386 "$release" "$DEBIAN32" "$place" ||
+            cannot "debootstrap fails"
+        touch "$DEBIAN32/.made"
+    fi
+    (cd "$ROOT" && in_debian32 bash -c "source scripts/lib.sh && need_packages $1") || cannot "its packages cannot be had"
 }
 
 # in_debian32 COMMAND...: runs it there, in the folder that is the current one. The mounts are seen by nobody else.
