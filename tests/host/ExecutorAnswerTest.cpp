@@ -2,6 +2,7 @@
 #include <tuple>
 
 #include "HostTestKit.h"
+#include "support/Variable.h"
 
 namespace host_test {
 namespace {
@@ -372,13 +373,11 @@ TEST(ExecutorAnswer, DeadlineHoldsWhileTheServerDoesNotRead)
 TEST(ExecutorAnswer, EnvironmentDoesNotChooseAProxy)
 {
     const std::string dead = "http://127.0.0.1:" + std::to_string(ClosedPort());
-    ::setenv("http_proxy", dead.c_str(), 1);
-    ::setenv("all_proxy", dead.c_str(), 1);
+    const test_support::Variable http("http_proxy", dead);
+    const test_support::Variable all("all_proxy", dead);
     RawServer server;
     HttpRequestExecutor executor(At(server.Base()));
     ExpectAnswer(Call(executor, Request(0, "/p")), "{}");
-    ::unsetenv("http_proxy");
-    ::unsetenv("all_proxy");
 }
 
 TEST(ExecutorAnswer, ProxyReceivesTheWholeAddress)
