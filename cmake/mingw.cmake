@@ -16,6 +16,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ENV{PKG_CONFIG_LIBDIR} "${NEXWIRE_WINDOWS_LIBRARIES}/lib/pkgconfig")
 set(ENV{PKG_CONFIG_SYSROOT_DIR} "")
 
+# Last on every link line: what archives of third parties and Asio's headers ask for.
+set(CMAKE_CXX_STANDARD_LIBRARIES "-lmswsock -lws2_32 -lcrypt32 -lbcrypt -lkernel32 -luser32 -lshell32 -lole32 -ladvapi32")
+
 # The compiler's own run-time libraries go into each program and library; there is nothing to copy beside them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

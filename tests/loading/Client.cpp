@@ -2,7 +2,7 @@
 
 #include <keel/Error.h>
 
-#include "nexwire/AccessController/AccessGroupComm.h"
+#include "nexwire/AccessController/AccessGroup.h"
 #include "nexwire/LastExchange.h"
 
 #ifdef _WIN32

@@ -54,6 +54,9 @@ public:
             m_all.emplace_back([this, i, &use, &good] {
                 std::unique_lock<std::mutex> lock(m_mutex);
                 m_changed.wait(lock, [this] { return m_step >= 1; });
+                if (m_step > 1) {
+                    return;
+                }
                 lock.unlock();
                 good[static_cast<std::size_t>(i)] = use(i);
                 lock.lock();
@@ -63,6 +66,10 @@ public:
             });
         }
     }
+
+    ~Threads() { End(); }
+    Threads(const Threads&) = delete;
+    Threads& operator=(const Threads&) = delete;
 
     void UseIt()
     {
@@ -82,6 +89,7 @@ public:
         for (std::thread& thread : m_all) {
             thread.join();
         }
+        m_all.clear();
     }
 
 private:
