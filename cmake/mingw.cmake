@@ -22,3 +22,4 @@ set(CMAKE_CXX_STANDARD_LIBRARIES "-lmswsock -lws2_32 -lcrypt32 -lbcrypt -lkernel
 # The compiler's own run-time libraries go into each program and library; there is nothing to copy beside them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")

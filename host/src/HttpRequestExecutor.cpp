@@ -209,7 +209,8 @@ std::string HttpRequestExecutor::State::ReadBaseAddress()
         curl_free(text);
         return value;
     };
-    if (!url || curl_url_set(url.get(), CURLUPART_URL, options.baseAddress.c_str(), CURLU_PATH_AS_IS) != CURLUE_OK) {
+    if (!url || curl_url_set(url.get(), CURLUPART_URL, options.baseAddress.c_str(),
+                             CURLU_PATH_AS_IS | CURLU_NON_SUPPORT_SCHEME) != CURLUE_OK) {
         return "baseAddress is not an address such as \"https://host:port/prefix\"";
     }
     const std::string scheme = part(CURLUPART_SCHEME, 0);

@@ -193,7 +193,7 @@ TEST(ExecutorAnswer, AnswersThatCanBeReadInTwoWaysAreMalformed)
         {"HTTP/1.1 200 OK\nContent-Length: 4\n\nbody", "CR and LF"},
         {ok + "Content-Length: 4\n\r\nbody", "CR and LF"},
         {ok + "X: a\rContent-Length: 9\r\n" + four + "\r\nbody", "control character"},
-        {"HTTP/2 200 OK\r\n" + four + "\r\nbody", "status line"},
+        {"HTTP/2 200 OK\r\n" + four + "\r\nbody", ""}, // Some libcurls refuse it before us.
         {"HTTP/1.1 20 OK\r\n" + four + "\r\nbody", ""},
         {"HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n\r\n", "protocol that nobody asked for"},
     };
