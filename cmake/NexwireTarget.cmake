@@ -40,6 +40,10 @@ function(nexwire_target target)
             # gcc 12 sees overlaps in its own std::string where sizes have 32 bits.
             target_compile_options(${target} PRIVATE -Wno-restrict)
         endif()
+        get_target_property(type ${target} TYPE)
+        if(MINGW AND type MATCHES "^(EXECUTABLE|SHARED_LIBRARY|MODULE_LIBRARY)$")
+            target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/platform/mingw/ThreadEnd.cpp")
+        endif()
     endif()
 endfunction()
 
