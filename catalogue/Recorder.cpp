@@ -160,7 +160,7 @@ std::string Recorder::Stand(const Argument& argument) const
         state_->file = folder / "file.csv";
         std::ofstream(state_->file) << "content\n";
     }
-    return state_->file.string();
+    return state_->file.u8string();
 }
 
 std::string Recorder::Named(const Function& function, std::string text) const

@@ -11,15 +11,18 @@ function(nexwire_version_script target script)
     if(UNIX AND NOT APPLE)
         target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+    elseif(MINGW)
+        # What third parties mark for export stays inside as well.
+        target_link_options(${target} PRIVATE "LINKER:--exclude-libs,ALL")
     endif()
 endfunction()
 
 # A test that compares the classes and free functions a shared library exports with a list.
 function(nexwire_exports_test target list)
     get_target_property(type ${target} TYPE)
-    if(UNIX AND NOT APPLE AND type STREQUAL "SHARED_LIBRARY")
+    if(((UNIX AND NOT APPLE) OR MINGW) AND CMAKE_HOST_UNIX AND type STREQUAL "SHARED_LIBRARY")
         add_test(NAME exports.${target}
             COMMAND "${PROJECT_SOURCE_DIR}/tests/exports/check-exports" "$<TARGET_FILE:${target}>" "${list}")
-        set_tests_properties(exports.${target} PROPERTIES ENVIRONMENT "NM=${CMAKE_NM}")
+        set_tests_properties(exports.${target} PROPERTIES ENVIRONMENT "NM=${CMAKE_NM};OBJDUMP=${CMAKE_OBJDUMP}")
     endif()
 endfunction()

@@ -8,7 +8,7 @@ set(CMAKE_CXX_COMPILER "${NEXWIRE_MINGW}-g++-posix")
 set(CMAKE_RC_COMPILER "${NEXWIRE_MINGW}-windres")
 
 # Nothing of the build machine, whose headers and libraries are for another system.
-set(CMAKE_FIND_ROOT_PATH "${NEXWIRE_WINDOWS_LIBRARIES}" "/usr/${NEXWIRE_MINGW}")
+set(CMAKE_FIND_ROOT_PATH "${NEXWIRE_WINDOWS_LIBRARIES}" "/usr/${NEXWIRE_MINGW}" ${CMAKE_PREFIX_PATH})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
@@ -16,6 +16,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ENV{PKG_CONFIG_LIBDIR} "${NEXWIRE_WINDOWS_LIBRARIES}/lib/pkgconfig")
 set(ENV{PKG_CONFIG_SYSROOT_DIR} "")
 
+# Last on every link line: what archives of third parties and Asio's headers ask for.
+set(CMAKE_CXX_STANDARD_LIBRARIES "-lmswsock -lws2_32 -lcrypt32 -lbcrypt -lkernel32 -luser32 -lshell32 -lole32 -ladvapi32")
+
 # The compiler's own run-time libraries go into each program and library; there is nothing to copy beside them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")

@@ -13,6 +13,14 @@
 // F(member) uses the member's name as its key, K("Key", member) another one. A table that misses, repeats or
 // reorders a member does not compile. One interpreter reads and writes all structures from these tables.
 
+#if defined(__GNUC__)
+#define NEXWIRE_OFFSETS_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")
+#define NEXWIRE_OFFSETS_END _Pragma("GCC diagnostic pop")
+#else
+#define NEXWIRE_OFFSETS_BEGIN
+#define NEXWIRE_OFFSETS_END
+#endif
+
 namespace nexwire {
 namespace core {
 
@@ -77,6 +85,13 @@ constexpr std::size_t RoundUp(std::size_t size, std::size_t align)
     return (size + align - 1) / align * align;
 }
 
+/// What stands where the members of a structure begin. The base itself may be longer: its size counts the filter and
+/// the room behind it.
+template <class Base>
+struct Begun : Base {
+    char first;
+};
+
 /// Whether the fields cover a structure from the end of its base to the filter that stands last in it, without a
 /// gap wider than alignment asks for. (What alignment padding could hide, the sweep over all structures finds.)
 template <class T>
@@ -85,7 +100,9 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
     using Filter = protocol::SerializationIgnoreItemFeatures;
     using Base = std::conditional_t<std::is_base_of<protocol::IInboundData, T>::value, protocol::IInboundData,
                                     protocol::IReturnData>;
-    std::size_t position = sizeof(Base) - sizeof(Filter);
+    NEXWIRE_OFFSETS_BEGIN
+    std::size_t position = offsetof(Begun<Base>, first);
+    NEXWIRE_OFFSETS_END
     for (std::size_t i = 0; i < count; ++i) {
         position = RoundUp(position, fields[i].align);
         if (fields[i].offset != position) {
@@ -99,14 +116,6 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
 
 } // namespace core
 } // namespace nexwire
-
-#if defined(__GNUC__)
-#define NEXWIRE_OFFSETS_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")
-#define NEXWIRE_OFFSETS_END _Pragma("GCC diagnostic pop")
-#else
-#define NEXWIRE_OFFSETS_BEGIN
-#define NEXWIRE_OFFSETS_END
-#endif
 
 #define F(member) K(#member, member)
 #define K(key, member) ::nexwire::core::MakeField<decltype(Self::member)>(key, offsetof(Self, member))

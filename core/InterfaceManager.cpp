@@ -72,5 +72,9 @@ std::shared_ptr<ILocalDeviceStatusManager> CIInterfaceManger::GetLocalDeviceStat
 } // namespace nexwire
 
 namespace Keel {
+#ifdef _WIN32
+template class NEXWIRE_API CSingleton<nexwire::CIInterfaceManger>;
+#else
 template class CSingleton<nexwire::CIInterfaceManger>;
+#endif
 } // namespace Keel

@@ -15,7 +15,9 @@ declare -rA PACKAGES=(
     [page]="chromium nodejs"
     [package]="abigail-tools dpkg-dev file gzip lintian xz-utils"
     [ci]="ccache fish zsh"
-    [windows]="debootstrap dpkg-dev googletest make perl tcl"
+    [chroot]="debootstrap"
+    [wine]="wine wine32"
+    [windows]="dpkg-dev googletest make perl tcl"
     [windows-i686]="g++-mingw-w64-i686-posix"
     [windows-x86_64]="g++-mingw-w64-x86-64-posix"
 )
@@ -29,6 +31,13 @@ die()
 {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
     exit 1
+}
+
+# cannot TEXT: what this is for cannot be set up on this machine; nothing was found wrong. Ends with 77.
+cannot()
+{
+    printf '%s: NOT RUN: %s\n' "${0##*/}" "$*" >&2
+    exit 77
 }
 
 # step TEXT: says what takes long; only where somebody watches or a CI keeps the log.
@@ -83,11 +92,14 @@ need_packages()
     fi
 }
 
-# configure PRESET [CMAKE ARGUMENT...]
+# configure PRESET [CMAKE ARGUMENT...]; NEXWIRE_CMAKE has further arguments.
 configure()
 {
     local preset=$1
+    local -a more
     shift
+    read -ra more <<<"${NEXWIRE_CMAKE-}"
+    set -- "$@" "${more[@]}"
     if command -v ccache >/dev/null; then
         set -- -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@"
     fi
@@ -102,4 +114,52 @@ build()
     step "build $preset $*"
     configure "$preset"
     quietly "build-$preset" cmake --build "$ROOT/build/$preset" ${1+--target "$@"} || exit
+}
+
+# ---- A small Debian of 32 bit ----
+# The packages of another architecture do not go with those of this machine, so they have a folder of their own.
+
+readonly DEBIAN32=${NEXWIRE_DEBIAN32:-$ROOT/build/debian-i386}
+
+# make_debian32 GROUP: sets it up, the first time, with the packages of a group. Where it cannot be had, it says why and
+# ends with 77.
+make_debian32()
+{
+    ((EUID == 0)) || cannot "a Debian of 32 bit is set up by root only"
+    unshare --mount -- true 2>/dev/null || cannot "mounts of its own are not allowed here"
+    (need_packages chroot) || cannot "debootstrap cannot be had"
+    if [[ ! -e $DEBIAN32/.made ]]; then
+        step "set up a Debian of 32 bit"
+        local place release
+        place=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | head -n 1)
+        release=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
+        rm -rf "$DEBIAN32"
+        mkdir -p "$DEBIAN32"
+        quietly debian32 debootstrap --variant=minbase --arch=i386 "$release" "$DEBIAN32" "$place" ||
+            cannot "debootstrap fails"
+        touch "$DEBIAN32/.made"
+    fi
+    (cd "$ROOT" && in_debian32 bash -c "source scripts/lib.sh && need_packages $1") || cannot "its packages cannot be had"
+}
+
+# in_debian32 COMMAND...: runs it there, in the folder that is the current one. The mounts are seen by nobody else.
+in_debian32()
+{
+    # shellcheck disable=SC2016 # Expanded by the shells inside.
+    unshare --mount -- bash -c '
+        set -e
+        chroot=$1 root=$2 folder=$3
+        shift 3
+        mkdir -p "$chroot$root"
+        mount --rbind /dev "$chroot/dev"
+        mount -t proc proc "$chroot/proc"
+        if [[ $root != /tmp/* ]]; then
+            mount --bind /tmp "$chroot/tmp"
+        fi
+        mount --bind "$root" "$chroot$root"
+        cp /etc/resolv.conf "$chroot/etc/resolv.conf"
+        exec setarch i686 chroot "$chroot" env HOME=/root LANG=C.UTF-8 sh -c '\''
+            cd "$1"
+            shift
+            exec "$@"'\'' sh "$folder" "$@"' bash "$DEBIAN32" "$ROOT" "$PWD" "$@"
 }

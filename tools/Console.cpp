@@ -7,7 +7,13 @@
 #include <cstring>
 
 #if defined(_WIN32)
+#include <filesystem>
+
+#include <windows.h>
+
+#include <fcntl.h>
 #include <io.h>
+#include <shellapi.h>
 #else
 #include <unistd.h>
 #endif
@@ -20,14 +26,57 @@ namespace nexwire {
 namespace tools {
 namespace {
 
+#if defined(_WIN32)
+
+std::string Utf8(const wchar_t* text)
+{
+    return std::filesystem::path(text).u8string();
+}
+
+/// A console is UTF-8 and takes escape sequences while this lives.
+class Utf8Console {
+public:
+    Utf8Console() : former_(GetConsoleOutputCP())
+    {
+        SetConsoleOutputCP(CP_UTF8);
+        for (const DWORD each : {STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
+            DWORD mode = 0;
+            if (GetConsoleMode(GetStdHandle(each), &mode) != 0) {
+                SetConsoleMode(GetStdHandle(each), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+            }
+        }
+    }
+    ~Utf8Console() { SetConsoleOutputCP(former_); }
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    const UINT former_;
+};
+
 bool IsTerminal(std::FILE* stream)
 {
-#if defined(_WIN32)
     return _isatty(_fileno(stream)) != 0;
-#else
-    return isatty(fileno(stream)) != 0;
-#endif
 }
+
+std::FILE* Open(const std::string& path, const char* mode)
+{
+    return _wfopen(std::filesystem::u8path(path).c_str(), std::filesystem::path(mode).c_str());
+}
+
+#else
+
+bool IsTerminal(std::FILE* stream)
+{
+    return isatty(fileno(stream)) != 0;
+}
+
+std::FILE* Open(const std::string& path, const char* mode)
+{
+    return std::fopen(path.c_str(), mode);
+}
+
+#endif
 
 bool Wanted(const std::string& when)
 {
@@ -41,6 +90,39 @@ bool Wanted(const std::string& when)
 }
 
 } // namespace
+
+std::vector<std::string> OpenConsole(int argc, char** argv)
+{
+#if defined(_WIN32)
+    static const Utf8Console console;
+    for (std::FILE* const stream : {stdin, stdout, stderr}) {
+        _setmode(_fileno(stream), _O_BINARY);
+    }
+    // What main was given has lost the characters that the code page lacks.
+    int count = 0;
+    if (wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count)) {
+        std::vector<std::string> words;
+        for (int i = 0; i < count; ++i) {
+            words.push_back(Utf8(wide[i]));
+        }
+        LocalFree(wide);
+        return words;
+    }
+#endif
+    return std::vector<std::string>(argv, argv + argc);
+}
+
+bool FromEnvironment(const std::string& name, std::string& value)
+{
+#if defined(_WIN32)
+    const wchar_t* const found = _wgetenv(std::filesystem::u8path(name).c_str());
+    value = found != nullptr ? Utf8(found) : std::string();
+#else
+    const char* const found = std::getenv(name.c_str());
+    value = found != nullptr ? found : "";
+#endif
+    return found != nullptr;
+}
 
 Style::Style(const std::string& when) : color_(Wanted(when)) {}
 
@@ -99,7 +181,7 @@ std::string Shown(const std::string& text)
 
 bool ReadWhole(const std::string& path, std::string& content, std::string& error)
 {
-    std::FILE* const file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
+    std::FILE* const file = path == "-" ? stdin : Open(path, "rb");
     if (file == nullptr) {
         error = "cannot read " + path + ": " + std::strerror(errno);
         return false;
@@ -124,7 +206,7 @@ bool WriteWhole(const std::string& path, const std::string& content, std::string
     if (path == "-") {
         return Print(content);
     }
-    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    std::FILE* const file = Open(path, "wb");
     bool good = file != nullptr && std::fwrite(content.data(), 1, content.size(), file) == content.size();
     if (file != nullptr) {
         good = std::fclose(file) == 0 && good;

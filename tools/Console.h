@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace nexwire {
 namespace tools {
@@ -12,6 +13,13 @@ constexpr int kUsage = 2;     ///< The command line cannot be carried out.
 constexpr int kTransport = 3; ///< No answer from the server.
 constexpr int kRefused = 4;   ///< The server answered with a number other than 0.
 constexpr int kOutput = 5;    ///< Standard output cannot be written: a full disk, a reader that has gone.
+
+/// The words of the command line in UTF-8, with what main was given. From here on the standard streams pass bytes as
+/// they are, and a console shows UTF-8. Called once, before anything is read or written.
+std::vector<std::string> OpenConsole(int argc, char** argv);
+
+/// A variable of the environment in UTF-8; false when there is none.
+bool FromEnvironment(const std::string& name, std::string& value);
 
 /// How text stands out on standard output. Plain unless it goes to a terminal and NO_COLOR is not set.
 class Style {

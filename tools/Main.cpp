@@ -260,7 +260,12 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
 #endif
     try {
-        return CommandLine().Run(argc, argv);
+        std::vector<std::string> words = OpenConsole(argc, argv);
+        std::vector<char*> pointers;
+        for (std::string& word : words) {
+            pointers.push_back(word.data());
+        }
+        return CommandLine().Run(static_cast<int>(pointers.size()), pointers.data());
     } catch (const std::exception& error) {
         Complain(error.what());
         return kUsage;

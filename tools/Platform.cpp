@@ -96,6 +96,9 @@ int RunPlatform(const PlatformOptions& options)
     // Taken before anything runs, so that no signal finds the platform half started.
     boost::asio::io_context context;
     boost::asio::signal_set signals(context, SIGINT, SIGTERM);
+#if defined(SIGBREAK)
+    signals.add(SIGBREAK); // Ctrl+Break, and a console that is closed.
+#endif
     signals.async_wait([](const boost::system::error_code&, int) {});
 
     simulator::Options own;

@@ -1,7 +1,5 @@
 #include "tools/Secrets.h"
 
-#include <cstdlib>
-
 #include <keel/Redact.h>
 
 #include "catalogue/Find.h"
@@ -25,12 +23,10 @@ bool Resolve(const std::string& text, std::string& value, bool& typed, std::stri
     typed = false;
     if (text.compare(0, 5, "@env:") == 0) {
         const std::string name = text.substr(5);
-        const char* const found = std::getenv(name.c_str());
-        if (found == nullptr) {
+        if (!FromEnvironment(name, value)) {
             error = "the environment has no " + name;
             return false;
         }
-        value = found;
         return true;
     }
     if (text.compare(0, 6, "@file:") == 0) {

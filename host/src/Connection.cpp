@@ -62,21 +62,16 @@ void SetTarget(std::string& target, const std::string& prefix, const HttpExecuto
 bool Prepare(Connection& connection, const HttpExecutorOptions& options)
 {
     httpcore::Connection& wire = connection.wire;
-    const long verify = options.verifyPeer ? 1 : 0;
-    const bool good = wire.Open(httpcore::SameName(options.baseAddress.substr(0, 6), "https:")) &&
-                      wire.Set(CURLOPT_URL, options.baseAddress.c_str()) &&
-                      wire.Set(CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
-                      wire.SetText(CURLOPT_PROXY, options.proxy) &&
-                      wire.SetText(CURLOPT_USERAGENT, options.userAgent) && wire.Set(CURLOPT_SSL_VERIFYPEER, verify) &&
-                      wire.Set(CURLOPT_SSL_VERIFYHOST, verify * 2) && wire.SetText(CURLOPT_CAINFO, options.caFile) &&
-                      wire.SetText(CURLOPT_SSLCERT, options.clientCertificateFile) &&
-                      wire.SetText(CURLOPT_SSLKEY, options.clientKeyFile) &&
-                      wire.SetText(CURLOPT_KEYPASSWD, options.clientKeyPassphrase);
-    if (good && !options.caFile.empty()) {
-        // Not every TLS library has a directory of authorities to switch off.
-        (void)wire.Set(CURLOPT_CAPATH, static_cast<const char*>(nullptr));
-    }
-    return good;
+    const bool overTls = httpcore::SameName(options.baseAddress.substr(0, 6), "https:");
+    httpcore::TlsSettings tls;
+    tls.verifyPeer = options.verifyPeer;
+    tls.caFile = options.caFile;
+    tls.clientCertificateFile = options.clientCertificateFile;
+    tls.clientKeyFile = options.clientKeyFile;
+    tls.clientKeyPassphrase = options.clientKeyPassphrase;
+    return wire.Open(overTls) && (!overTls || wire.SetTls(tls)) && wire.Set(CURLOPT_URL, options.baseAddress.c_str()) &&
+           wire.Set(CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
+           wire.SetText(CURLOPT_PROXY, options.proxy) && wire.SetText(CURLOPT_USERAGENT, options.userAgent);
 }
 
 bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <list>
@@ -20,6 +21,7 @@
 #include "TransferFailure.h"
 #include "Waiting.h"
 #include "nexwire/host/CallScope.h"
+#include <httpcore/ServerCertificate.h>
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
 
@@ -38,7 +40,7 @@ using Connections = std::list<Connection>;
 
 bool Readable(const std::string& file)
 {
-    return std::ifstream(file, std::ios::binary).good();
+    return std::ifstream(std::filesystem::u8path(file), std::ios::binary).good();
 }
 
 } // namespace
@@ -208,7 +210,8 @@ std::string HttpRequestExecutor::State::ReadBaseAddress()
         curl_free(text);
         return value;
     };
-    if (!url || curl_url_set(url.get(), CURLUPART_URL, options.baseAddress.c_str(), CURLU_PATH_AS_IS) != CURLUE_OK) {
+    if (!url || curl_url_set(url.get(), CURLUPART_URL, options.baseAddress.c_str(),
+                             CURLU_PATH_AS_IS | CURLU_NON_SUPPORT_SCHEME) != CURLUE_OK) {
         return "baseAddress is not an address such as \"https://host:port/prefix\"";
     }
     const std::string scheme = part(CURLUPART_SCHEME, 0);
@@ -267,6 +270,10 @@ std::string HttpRequestExecutor::State::FindProblem()
         if (!file->empty() && !Readable(*file)) {
             return std::string(name) + " cannot be read: " + *file;
         }
+    }
+    if (httpcore::OnSchannel() && !options.clientKeyFile.empty()) {
+        return "clientKeyFile cannot be used with the TLS of Windows; give certificate and key in one PKCS#12 file as "
+               "clientCertificateFile";
     }
     if (options.clientCertificateFile.empty() && !options.clientKeyFile.empty()) {
         return "clientKeyFile is given without clientCertificateFile";

@@ -11,6 +11,7 @@ namespace host {
 
 namespace {
 
+using httpcore::CertificateFault;
 using httpcore::Ending;
 
 // libcurl's words for a failure.
@@ -36,34 +37,26 @@ std::string NameOfProxy(const std::string& address)
     return address.substr(user != std::string::npos ? user + 1 : scheme != std::string::npos ? scheme + 3 : 0);
 }
 
-// OpenSSL's numbers for what is wrong with a certificate.
-enum : long {
-    kUnspecified = 1, ///< Stands when the chain was good and the name was not.
-    kNotYetValid = 9,
-    kExpired = 10,
-    kWrongPurpose = 26
-};
-
 bool FailTls(const Connection& connection, const Attempt& attempt)
 {
     const std::string detail = Detail(connection);
     const std::string certificate = attempt.name + "certificate of " + attempt.server;
     switch (connection.wire.Code()) {
     case CURLE_PEER_FAILED_VERIFICATION:
-        switch (const long verify = connection.wire.Info(CURLINFO_SSL_VERIFYRESULT)) {
-        case kNotYetValid:
+        switch (connection.wire.Fault()) {
+        case CertificateFault::NotYetValid:
             return Fail(HostError::TlsFailed,
                         certificate + " is not valid yet; is the clock of this machine right?" + detail);
-        case kExpired:
+        case CertificateFault::Expired:
             return Fail(HostError::TlsFailed,
                         certificate + " has expired, or the clock of this machine is wrong" + detail);
-        case kWrongPurpose:
+        case CertificateFault::WrongPurpose:
             return Fail(HostError::TlsFailed, certificate + " was made for another purpose than serving" + detail);
-        default:
+        case CertificateFault::Untrusted:
             return Fail(HostError::TlsFailed,
-                        verify > kUnspecified
-                            ? certificate + " not trusted" + detail + "; give the authority that signed it as caFile"
-                            : certificate + " does not fit" + detail);
+                        certificate + " not trusted" + detail + "; give the authority that signed it as caFile");
+        default:
+            return Fail(HostError::TlsFailed, certificate + " does not fit" + detail);
         }
     case CURLE_SSL_CACERT_BADFILE:
         return Fail(HostError::TlsFailed, attempt.name + "caFile cannot be used" + detail);

@@ -47,5 +47,7 @@ private:
 } // namespace nexwire
 
 namespace Keel {
+#if !(defined(_WIN32) && defined(NEXWIRE_BUILDING)) // As in keel/Log.h.
 extern template class NEXWIRE_API CSingleton<nexwire::CIInterfaceManger>;
+#endif
 } // namespace Keel

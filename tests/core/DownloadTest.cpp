@@ -32,7 +32,7 @@ protected:
 
     bool Answer(RspInfos& response, const std::string& asked)
     {
-        const std::size_t first = std::stoull(asked.substr(asked.find('=') + 1));
+        const std::size_t first = std::stoul(asked.substr(asked.find('=') + 1));
         const std::size_t last = std::min(content.size(), first + std::min(atMost, kChunk)) - 1;
         response.body = content.substr(first, last - first + 1);
         response.headers["content-range"] =

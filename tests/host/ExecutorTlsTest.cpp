@@ -69,6 +69,12 @@ TEST(ExecutorTls, ClientShowsItsCertificate)
 
     options.clientCertificateFile = files.client;
     options.clientKeyFile = files.clientKey;
+#ifdef _WIN32
+    HttpRequestExecutor pem(options);
+    ExpectFailure(Call(pem, Request(0, "/p")), HostError::BadOptions, "one PKCS#12 file as clientCertificateFile");
+    options.clientCertificateFile = files.clientBundle;
+    options.clientKeyFile.clear();
+#endif
     options.clientKeyPassphrase = "geheim";
     HttpRequestExecutor wrong(options);
     const Outcome outcome = Call(wrong, Request(0, "/p"));

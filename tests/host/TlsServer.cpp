@@ -10,6 +10,7 @@
 
 #include <openssl/evp.h>
 #include <openssl/pem.h>
+#include <openssl/pkcs12.h>
 #include <openssl/rand.h>
 #include <openssl/x509v3.h>
 
@@ -135,7 +136,14 @@ Certificates MakeAll()
     all.elsewhere = Write(all.folder, "other.pem", issue("other", "DNS:elsewhere.example", otherKey.get()).get());
     all.elsewhereKey = Write(all.folder, "other.key", otherKey.get());
     const Key clientKey = MakeKey();
-    all.client = Write(all.folder, "client.pem", issue("client", "", clientKey.get()).get());
+    const Certificate client = issue("client", "", clientKey.get());
+    all.client = Write(all.folder, "client.pem", client.get());
+    all.clientBundle = all.folder + "/client.p12";
+    const std::unique_ptr<PKCS12, decltype(&PKCS12_free)> bundle(
+        PKCS12_create(Certificates::kPassphrase, "client", clientKey.get(), client.get(), nullptr, 0, 0, 0, 0, 0),
+        &PKCS12_free);
+    const File file(std::fopen(all.clientBundle.c_str(), "wb"));
+    Need(bundle && file && i2d_PKCS12_fp(file.get(), bundle.get()) == 1, "bundle");
     all.clientKey = Write(all.folder, "client.key", clientKey.get(), Certificates::kPassphrase);
     return all;
 }

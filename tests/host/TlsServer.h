@@ -20,7 +20,8 @@ struct Certificates {
     std::string early;      ///< Not valid yet.
     std::string forClients; ///< Made for clients only.
     std::string client;
-    std::string clientKey; ///< Opened by `kPassphrase`.
+    std::string clientKey;    ///< Opened by `kPassphrase`.
+    std::string clientBundle; ///< Both as PKCS#12, opened by the same.
 
     static constexpr const char* kPassphrase = "open sesame";
     static const Certificates& Get();

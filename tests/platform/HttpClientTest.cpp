@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "loopback/RawServer.h"
+#include "support/Variable.h"
 
 namespace {
 
@@ -440,18 +441,14 @@ TEST(HttpClient, BoundsTheSizeOfAnswers)
     EXPECT_EQ(Send(request).data, body);
 }
 
-#ifndef _WIN32
 TEST(HttpClient, IgnoresProxiesOfTheEnvironment)
 {
     const std::string proxy = "http://127.0.0.1:" + std::to_string(nexwire::loopback::ClosedPort());
-    ASSERT_EQ(setenv("http_proxy", proxy.c_str(), 1), 0);
-    ASSERT_EQ(setenv("all_proxy", proxy.c_str(), 1), 0);
+    const test_support::Variable http("http_proxy", proxy);
+    const test_support::Variable all("all_proxy", proxy);
     RawServer server;
     EXPECT_TRUE(Send(Post(server.Base(), "{}")).sent);
-    unsetenv("http_proxy");
-    unsetenv("all_proxy");
 }
-#endif
 
 TEST(HttpClient, ThreadsDoNotMixTheirAnswers)
 {

@@ -74,7 +74,7 @@ TEST_F(Pier, FlagsDecideWhatHappensToAnExistingFile)
     EXPECT_FALSE(fs::exists(path));
     Write(path, "first text", PIER_OPEN_WRITE | PIER_OPEN_CREATE | PIER_OPEN_EXCLUSIVE);
     EXPECT_EQ(Pier_OpenFile(path.c_str(), PIER_OPEN_WRITE | PIER_OPEN_CREATE | PIER_OPEN_EXCLUSIVE), nullptr);
-    EXPECT_EQ(Pier_GetLastError(), static_cast<int>(std::errc::file_exists));
+    EXPECT_EQ(std::error_code(Pier_GetLastError(), std::system_category()), std::errc::file_exists);
     Write(path, "FIRST", PIER_OPEN_WRITE | PIER_OPEN_CREATE);
     EXPECT_EQ(Read(path), "FIRST text");
     Write(path, "new");
@@ -92,7 +92,7 @@ TEST_F(Pier, RenameReplacesAndDeleteRemoves)
     EXPECT_EQ(Read(Path("target")), "complete");
     EXPECT_EQ(Pier_DeleteFile(Path("target").c_str()), 0);
     EXPECT_EQ(Pier_DeleteFile(Path("target").c_str()), -1);
-    EXPECT_EQ(Pier_GetLastError(), static_cast<int>(std::errc::no_such_file_or_directory));
+    EXPECT_EQ(std::error_code(Pier_GetLastError(), std::system_category()), std::errc::no_such_file_or_directory);
     fs::create_directory(Path("folder"));
     EXPECT_EQ(Pier_DeleteFile(Path("folder").c_str()), -1);
     EXPECT_TRUE(fs::exists(Path("folder")));
@@ -108,7 +108,7 @@ TEST_F(Pier, RefusesBadArguments)
     for (const int flags : {0, int(PIER_OPEN_CREATE), PIER_OPEN_READ | PIER_OPEN_TRUNCATE,
                             PIER_OPEN_READ | PIER_OPEN_CREATE, PIER_OPEN_WRITE | PIER_OPEN_EXCLUSIVE}) {
         EXPECT_EQ(Pier_OpenFile(Path("kept").c_str(), flags), nullptr) << flags;
-        EXPECT_EQ(Pier_GetLastError(), static_cast<int>(std::errc::invalid_argument));
+        EXPECT_EQ(std::error_code(Pier_GetLastError(), std::system_category()), std::errc::invalid_argument);
     }
     EXPECT_EQ(Read(Path("kept")), "kept");
     EXPECT_EQ(Pier_WriteFile(nullptr, "x", 1), -1);
@@ -127,7 +127,7 @@ TEST_F(Pier, FullDiskFailsTheWrite)
 {
     Pier_File* const file = Pier_OpenFile("/dev/full", PIER_OPEN_WRITE);
     EXPECT_EQ(Pier_WriteFile(file, "x", 1), -1);
-    EXPECT_EQ(Pier_GetLastError(), static_cast<int>(std::errc::no_space_on_device));
+    EXPECT_EQ(std::error_code(Pier_GetLastError(), std::system_category()), std::errc::no_space_on_device);
     EXPECT_EQ(Pier_CloseFile(file), 0);
 }
 #endif

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "Client.h"
+#include "tests/support/Regex.h"
 
 namespace {
 
@@ -19,11 +20,11 @@ using nexwire::simulator::Options;
 using nexwire::simulator::Platform;
 using test::Client;
 using test::Device;
+using test::IsOfForm;
 using test::Reply;
 using test::SendRaw;
 using test::Site;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using testing::StartsWith;
 
 const std::string kRoot = "/7730/v1/";
@@ -81,7 +82,7 @@ TEST(PlatformTest, SurvivesEveryMalformedBody)
     for (const std::string& body : bodies) {
         const Reply reply = site.Put(kGroups, body);
         EXPECT_EQ(reply.status, 200u);
-        EXPECT_THAT(reply.Code(), MatchesRegex("3-[5678]")) << body.substr(0, 60);
+        EXPECT_THAT(reply.Code(), IsOfForm("3-[5678]")) << body.substr(0, 60);
     }
     // A text may hold what JSON can escape; the first of two equal keys is checked, and it is the one that is kept.
     const std::string name = "'; DROP TABLE documents; --\\u0000\\t%s";
@@ -351,7 +352,7 @@ TEST(PlatformTest, TellsOfEveryExchange)
     EXPECT_THAT(lines[1], StartsWith(time + "POST /7730/v1/x?y=1 404 1-1 0/"));
     EXPECT_THAT(lines[2], StartsWith(time + "- - 400 1-3 0/"));
     for (const std::string& line : lines) {
-        EXPECT_THAT(line, MatchesRegex(".*/[0-9]+ B [0-9]+.[0-9] ms"));
+        EXPECT_THAT(line, IsOfForm(".*/[0-9]+ B [0-9]+.[0-9] ms"));
     }
 }
 

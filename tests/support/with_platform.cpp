@@ -4,11 +4,8 @@
 #include <string>
 #include <vector>
 
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "simulator/Platform.h"
+#include "tests/tools/Process.h"
 
 int main(int argc, char** argv)
 {
@@ -22,17 +19,10 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "with_platform: %s\n", error.c_str());
         return 1;
     }
-    std::string address = "http://127.0.0.1:" + std::to_string(platform.Port());
-
-    std::vector<char*> command(argv + 1, argv + argc);
-    command.push_back(address.data());
-    command.push_back(nullptr);
-    pid_t child = 0;
-    int status = 0;
-    if (posix_spawnp(&child, command[0], nullptr, nullptr, command.data(), environ) != 0 ||
-        waitpid(child, &status, 0) != child) {
-        std::fprintf(stderr, "with_platform: cannot run %s\n", command[0]);
-        return 1;
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+    std::vector<std::string> command(argv + 1, argv + argc);
+    command.push_back("http://127.0.0.1:" + std::to_string(platform.Port()));
+    const test::ProcessResult result = test::RunProgram(command);
+    std::fputs(result.out.c_str(), stdout);
+    std::fputs(result.err.c_str(), stderr);
+    return result.code < 0 ? 1 : result.code;
 }

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "Process.h"
+#include "tests/support/Regex.h"
 
 using testing::AllOf;
-using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -25,7 +25,7 @@ TEST(Call, PrintsTheResultAloneOnStandardOutput)
     // Numbers stay numbers, on one line for who wants that.
     const ProcessResult added = Nexwire({"call", "addAccessGroup", R"(accessGroupAddParam={"name":"n"})", "--compact"});
     EXPECT_EQ(0, added.code);
-    EXPECT_THAT(added.out, testing::MatchesRegex("\\{\"groupGuid\":\"[0-9A-F]{32}\",\"code\":0\\}\n"));
+    EXPECT_THAT(added.out, IsOfForm("\\{\"groupGuid\":\"[0-9A-F]{32}\",\"code\":0\\}\n"));
 }
 
 TEST(Call, KeepsStateInADatabaseAndTakesBodiesFromFilesAndPipes)
@@ -46,7 +46,7 @@ TEST(Call, ARefusalOfThePlatformIsFalseWithItsReason)
     const ProcessResult result = Nexwire({"call", "modifyAccessGroupName", "groupGuid=none", "name=n"});
     EXPECT_EQ(4, result.code);
     EXPECT_EQ("", result.out);
-    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false, refused"), ContainsRegex("envelope [1-9][0-9]*-[1-9]")));
+    EXPECT_THAT(result.err, AllOf(HasSubstr("returned false, refused"), HasPart("envelope [1-9][0-9]*-[1-9]")));
 }
 
 TEST(Call, AnAmbiguousOverloadIsRefusedAndListed)

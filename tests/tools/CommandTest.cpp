@@ -10,6 +10,7 @@
 
 #include "Process.h"
 #include "catalogue/Find.h"
+#include "tests/support/Regex.h"
 
 using testing::AllOf;
 using testing::ElementsAre;
@@ -159,13 +160,13 @@ TEST(Describe, ShowsWhatAFunctionSends)
 
     // Empty lists show what stands in them; members have their comments beside them.
     const std::string add = Nexwire({"describe", "addAccessGroup"}).out;
-    EXPECT_THAT(add, testing::ContainsRegex("\"objectNo\": 1, +// Number of the point on its device, from 1\\."));
+    EXPECT_THAT(add, HasPart("\"objectNo\": 1, +// Number of the point on its device, from 1\\."));
     EXPECT_THAT(add, HasSubstr("  #include <nexwire/AccessController/AccessGroup.h>\n"
                                "  bool CAccessGroupComm::addAccessGroup("));
 
     // A device's command: what the device receives is shown by itself, numbers in the condition by name.
     const std::string snap = Nexwire({"describe", "setConfigRequest(SnapConfig)"}).out;
-    EXPECT_THAT(snap, testing::ContainsRegex("\"resolution\": \"\", +// One of: \"CIF\", \"4CIF\""));
+    EXPECT_THAT(snap, HasPart("\"resolution\": \"\", +// One of: \"CIF\", \"4CIF\""));
     EXPECT_THAT(snap, HasSubstr("4250, relayed to the device"));
     EXPECT_THAT(Nexwire({"describe", "getLadderControlRelayCfg"}).out, HasSubstr("condition   {relayNo}"));
 

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "Process.h"
+#include "tests/support/Regex.h"
 
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
 namespace test {
 namespace {
@@ -14,9 +14,9 @@ namespace {
 TEST(Platform, PrintsItsAddressServesAndStopsOnRequest)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
-        Running platform({"platform", "--port", "0", "--verbose"});
+        Running platform(NexwireCommand({"platform", "--port", "0", "--verbose"}));
         const std::string address = platform.Line();
-        ASSERT_THAT(address, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+"));
+        ASSERT_THAT(address, IsOfForm("http://127\\.0\\.0\\.1:[0-9]+"));
         const ProcessResult call = Nexwire({"call", "queryAccessGroups", "--server", address});
         EXPECT_EQ(0, call.code) << call.err;
         platform.Signal(signal);
@@ -29,9 +29,9 @@ TEST(Platform, PrintsItsAddressServesAndStopsOnRequest)
 
 TEST(Platform, RunsTheVideoWallServiceBesideIt)
 {
-    Running platform({"platform", "--wall-port", "0"});
+    Running platform(NexwireCommand({"platform", "--wall-port", "0"}));
     const std::string line = platform.Line();
-    ASSERT_THAT(line, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+ http://127\\.0\\.0\\.1:[0-9]+"));
+    ASSERT_THAT(line, IsOfForm("http://127\\.0\\.0\\.1:[0-9]+ http://127\\.0\\.0\\.1:[0-9]+"));
     const std::string wall = line.substr(line.find(' ') + 1);
     ProcessOptions login;
     login.input = R"({"username":"admin","password":"admin123","address":"10.0.0.9","port":8000})";
@@ -72,7 +72,7 @@ TEST(Platform, TakesFaultsSeedsAndATokenFromFilesAndHasItsDatabaseToItself)
 
 TEST(Platform, SaysSoWhenItsPortIsTaken)
 {
-    Running first({"platform"});
+    Running first(NexwireCommand({"platform"}));
     const std::string address = first.Line();
     const ProcessResult second = Nexwire({"platform", "--port", address.substr(address.rfind(':') + 1)});
     EXPECT_EQ(3, second.code);
@@ -82,7 +82,7 @@ TEST(Platform, SaysSoWhenItsPortIsTaken)
 
 TEST(InsecureServers, AreWarnedOf)
 {
-    Running platform({"platform"});
+    Running platform(NexwireCommand({"platform"}));
     const ProcessResult call = Nexwire({"call", "queryAccessGroups", "--server", platform.Line(), "--insecure"});
     EXPECT_EQ(0, call.code);
     EXPECT_THAT(call.err, HasSubstr("warning: --insecure"));

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace test {
 
@@ -21,30 +20,33 @@ struct ProcessResult {
     std::string err;
 };
 
+/// Nexwire with arguments.
+std::vector<std::string> NexwireCommand(const std::vector<std::string>& arguments);
+
 /// Runs nexwire to its end.
 ProcessResult Nexwire(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
 
 /// Runs another program to its end.
 ProcessResult RunProgram(const std::vector<std::string>& command, const ProcessOptions& options = {});
 
-/// A nexwire that runs on; killed at the end of its life, when it still does.
+/// A program that runs on; killed at the end of its life, when it still does.
 class Running {
 public:
-    explicit Running(const std::vector<std::string>& arguments);
+    explicit Running(const std::vector<std::string>& command);
     ~Running();
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
 
     /// The next line of standard output without its end; empty when there is none.
     std::string Line();
+    /// On Windows: ends it with Ctrl+Break, whatever the number.
     void Signal(int number) const;
     /// Waits for the end; the output is what no `Line` took.
     ProcessResult Wait();
 
 private:
-    pid_t pid_ = -1;
-    int out_ = -1;
-    int err_ = -1;
+    struct Child;
+    std::unique_ptr<Child> child_;
 };
 
 /// A folder that goes with its object.

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -104,7 +105,7 @@ struct Site {
     {
         std::string text = kBuiltInSite;
         if (!path.empty()) {
-            std::ifstream file(path, std::ios::binary);
+            std::ifstream file(std::filesystem::u8path(path), std::ios::binary);
             if (!file) {
                 error = "cannot read " + path;
                 return false;

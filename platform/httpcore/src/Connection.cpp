@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <new>
 
@@ -29,6 +32,20 @@ bool MemoryIsThere()
 {
     return std::unique_ptr<char[]>(new (std::nothrow) char[kLongestLine * 4]) != nullptr;
 }
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream stream(std::filesystem::u8path(path), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+}
+
+// OpenSSL's numbers for what is wrong with a certificate.
+enum : long {
+    kUnspecified = 1, ///< Stands when the chain was good and the name was not.
+    kNotYetValid = 9,
+    kExpired = 10,
+    kWrongPurpose = 26
+};
 
 } // namespace
 
@@ -77,6 +94,33 @@ bool Connection::Open(bool overTls)
     return good;
 }
 
+bool Connection::SetTls(const TlsSettings& settings)
+{
+    const bool schannel = OnSchannel();
+    const long verify = settings.verifyPeer && !schannel ? 1 : 0;
+    bool good = Set(CURLOPT_SSL_VERIFYPEER, verify) && Set(CURLOPT_SSL_VERIFYHOST, verify * 2) &&
+                SetText(CURLOPT_KEYPASSWD, settings.clientKeyPassphrase);
+    if (schannel) {
+        m_judges = settings.verifyPeer;
+        m_hasAuthorities = !settings.caFile.empty();
+        m_authorities = m_hasAuthorities ? ReadFile(settings.caFile) : std::string();
+        if (good && !settings.clientCertificateFile.empty()) {
+            // libcurl would open the file by its name in the local code page.
+            std::string bytes = ReadFile(settings.clientCertificateFile);
+            curl_blob blob = {&bytes[0], bytes.size(), CURL_BLOB_COPY};
+            good = Set(CURLOPT_SSLCERTTYPE, "P12") && Set(CURLOPT_SSLCERT_BLOB, &blob);
+        }
+        return good;
+    }
+    good = good && SetText(CURLOPT_CAINFO, settings.caFile) &&
+           SetText(CURLOPT_SSLCERT, settings.clientCertificateFile) && SetText(CURLOPT_SSLKEY, settings.clientKeyFile);
+    if (good && !settings.caFile.empty()) {
+        // Not every TLS library has a directory of authorities to switch off.
+        (void)Set(CURLOPT_CAPATH, static_cast<const char*>(nullptr));
+    }
+    return good;
+}
+
 bool Connection::SetMethod(const std::string& verb, const std::string* body)
 {
     // Whatever carries a body or declares an empty one is a POST under another verb to libcurl.
@@ -96,9 +140,14 @@ Ending Connection::Run(const AnswerInto& into, bool repeatOnce, const std::funct
     m_answer.Begin(into);
     m_mayRepeat = repeatOnce;
     m_keepable = m_connected = m_started = m_lost = m_repeated = m_refused = m_saidGoodbye = false;
+    m_fault = CertificateFault::None;
     m_words[0] = '\0';
     bool ended = false;
     m_code = Transfer(wait, ended);
+    if (m_fault != CertificateFault::None) {
+        m_code =
+            m_fault == CertificateFault::BadAuthorities ? CURLE_SSL_CACERT_BADFILE : CURLE_PEER_FAILED_VERIFICATION;
+    }
     const Ending ending = Judge(ended);
     if (ending == Ending::Answered && !m_answer.Finish()) {
         return Ending::NoMemory;
@@ -229,8 +278,31 @@ long Connection::Info(CURLINFO info) const
     return curl_easy_getinfo(m_easy, info, &value) == CURLE_OK ? value : 0;
 }
 
+CertificateFault Connection::Fault() const
+{
+    if (m_judges) {
+        return m_fault;
+    }
+    switch (Info(CURLINFO_SSL_VERIFYRESULT)) {
+    case 0:
+    case kUnspecified:
+        return CertificateFault::OtherName;
+    case kNotYetValid:
+        return CertificateFault::NotYetValid;
+    case kExpired:
+        return CertificateFault::Expired;
+    case kWrongPurpose:
+        return CertificateFault::WrongPurpose;
+    default:
+        return CertificateFault::Untrusted;
+    }
+}
+
 std::string Connection::Why() const
 {
+    if (m_fault != CertificateFault::None) {
+        return m_faultWords;
+    }
     if (m_answer.GetFault() == AnswerReader::Fault::Malformed) {
         return m_answer.Why();
     }
@@ -259,6 +331,15 @@ bool Connection::MayAttempt()
     return !m_refused;
 }
 
+// Whether the request may go to the server. A kept connection was judged when it was made.
+bool Connection::Trusts()
+{
+    if (m_judges && m_connected) {
+        m_fault = JudgeServer(m_easy, m_hasAuthorities ? &m_authorities : nullptr, m_faultWords);
+    }
+    return m_fault == CertificateFault::None;
+}
+
 // Before a new connection is made.
 int Connection::OnSocket(void* self, curl_socket_t, curlsocktype) noexcept
 {
@@ -271,7 +352,7 @@ int Connection::OnSocket(void* self, curl_socket_t, curlsocktype) noexcept
 int Connection::OnStart(void* self, char*, char*, int, int) noexcept
 {
     auto& connection = *static_cast<Connection*>(self);
-    if (!connection.MayAttempt()) {
+    if (!connection.MayAttempt() || !connection.Trusts()) {
         return CURL_PREREQFUNC_ABORT;
     }
     connection.m_repeated = connection.m_lost;

@@ -1,8 +1,6 @@
 #include "keel/CodePage.h"
 
 #ifdef _WIN32
-#include <climits>
-
 #include <windows.h>
 #else
 #include <clocale>
@@ -10,28 +8,28 @@
 
 #include <langinfo.h>
 #include <locale.h>
+#endif
 
 #include "ConvertText.h"
-#endif
 
 namespace Keel {
 namespace {
 
 #ifdef _WIN32
 
-std::string Convert(UINT from, UINT to, const std::string& text)
+UINT LocalCodeset()
 {
-    if (text.empty() || text.size() > INT_MAX) {
-        return text;
-    }
-    const int size = static_cast<int>(text.size());
-    const int wideSize = MultiByteToWideChar(from, 0, text.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(wideSize), L'\0');
-    MultiByteToWideChar(from, 0, text.data(), size, &wide[0], wideSize);
-    const int outSize = WideCharToMultiByte(to, 0, wide.data(), wideSize, nullptr, 0, nullptr, nullptr);
-    std::string converted(static_cast<std::size_t>(outSize), '\0');
-    WideCharToMultiByte(to, 0, wide.data(), wideSize, &converted[0], outSize, nullptr, nullptr);
-    return converted;
+    return GetACP();
+}
+
+bool IsUtf8(UINT codeset)
+{
+    return codeset == details::kUtf8;
+}
+
+details::CodeSet Name(UINT codeset)
+{
+    return codeset;
 }
 
 #else
@@ -65,36 +63,38 @@ std::string LocalCodeset()
     return IsAscii(codeset.c_str()) ? "UTF-8" : codeset;
 }
 
+bool IsUtf8(const std::string& codeset)
+{
+    return codeset == details::kUtf8;
+}
+
+details::CodeSet Name(const std::string& codeset)
+{
+    return codeset.c_str();
+}
+
 #endif
 
 } // namespace
 
 std::string UTF8ToLocal(const std::string& text)
 {
-#ifdef _WIN32
-    return Convert(CP_UTF8, CP_ACP, text);
-#else
-    const std::string local = LocalCodeset();
+    const auto local = LocalCodeset();
     std::string converted;
-    if (local == "UTF-8" || !details::ConvertText("UTF-8", local.c_str(), text, "?", converted)) {
+    if (IsUtf8(local) || !details::ConvertText(details::kUtf8, Name(local), text, "?", converted)) {
         return text;
     }
     return converted;
-#endif
 }
 
 std::string LocalToUTF8(const std::string& text)
 {
-#ifdef _WIN32
-    return Convert(CP_ACP, CP_UTF8, text);
-#else
-    const std::string local = LocalCodeset();
+    const auto local = LocalCodeset();
     std::string converted;
-    if (local == "UTF-8" || !details::ConvertText(local.c_str(), "UTF-8", text, "\xEF\xBF\xBD", converted)) {
+    if (IsUtf8(local) || !details::ConvertText(Name(local), details::kUtf8, text, "\xEF\xBF\xBD", converted)) {
         return text;
     }
     return converted;
-#endif
 }
 
 } // namespace Keel

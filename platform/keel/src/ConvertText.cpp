@@ -58,14 +58,13 @@ private:
 
 } // namespace
 
-bool ConvertText(const char* from, const char* to, const std::string& text, const std::string& unknown,
-                 std::string& converted)
+bool ConvertText(CodeSet from, CodeSet to, const std::string& text, const std::string& unknown, std::string& converted)
 {
     Converter converter(from, to);
     if (!converter.IsOpen()) {
         return false;
     }
-    const bool fromUtf8 = std::string(from) == "UTF-8";
+    const bool fromUtf8 = std::string(from) == kUtf8;
     converted.clear();
     std::string source = text; // iconv's input is not const.
     char* in = &source[0];

@@ -19,6 +19,10 @@
 
 #include "LogOutput.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace Keel {
 namespace details {
 namespace {
@@ -107,6 +111,19 @@ private:
     std::shared_mutex m_mutex;
 };
 
+/// Whether the process ends and the system has killed all threads but this one, which on Windows comes before the
+/// libraries' static objects go. A lock that one of them held is never released.
+bool OthersAreKilled()
+{
+#ifdef _WIN32
+    using Ends = BOOLEAN(WINAPI*)();
+    const FARPROC ends = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlDllShutdownInProgress");
+    return ends != nullptr && reinterpret_cast<Ends>(reinterpret_cast<void*>(ends))() != FALSE;
+#else
+    return false;
+#endif
+}
+
 /// The one logger behind every `CLog`. It is never destroyed, so that a late caller finds it whole.
 class Logger {
 public:
@@ -153,6 +170,10 @@ private:
         explicit AtExit(Logger& theLogger) : logger(theLogger) {}
         ~AtExit()
         {
+            if (OthersAreKilled()) {
+                logger.m_closed = true; // Every line is in its file already.
+                return;
+            }
             const std::unique_lock<Turnstile> lock(logger.m_turnstile);
             logger.m_closed = true;
             logger.m_sink->Close();

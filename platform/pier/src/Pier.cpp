@@ -69,13 +69,13 @@ bool Open(Native& native, const char* path, int flags)
 int64_t ReadOnce(Native native, void* data, std::size_t size)
 {
     DWORD count = 0;
-    return ReadFile(native, data, static_cast<DWORD>(size), &count, nullptr) ? count : -1;
+    return ReadFile(native, data, static_cast<DWORD>(size), &count, nullptr) ? int64_t{count} : -1;
 }
 
 int64_t WriteOnce(Native native, const void* data, std::size_t size)
 {
     DWORD count = 0;
-    return WriteFile(native, data, static_cast<DWORD>(size), &count, nullptr) ? count : -1;
+    return WriteFile(native, data, static_cast<DWORD>(size), &count, nullptr) ? int64_t{count} : -1;
 }
 
 bool Close(Native native)

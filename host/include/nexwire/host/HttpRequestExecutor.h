@@ -27,9 +27,12 @@ struct HttpExecutorOptions {
     /// PEM file of the certificate authorities to trust. When given, only these are trusted; when empty, those of the
     /// system.
     std::string caFile;
-    std::string clientCertificateFile; ///< PEM file of the certificate we show the server; empty shows none.
-    std::string clientKeyFile;         ///< PEM file of its key; empty: the key is in the certificate file.
-    std::string clientKeyPassphrase;   ///< Opens the key; never appears in an error text.
+    /// PEM file of the certificate we show the server; empty shows none. Where libcurl uses the TLS of Windows: a
+    /// PKCS#12 file with certificate and key.
+    std::string clientCertificateFile;
+    /// PEM file of its key; empty: the key is in the certificate file. Not with the TLS of Windows.
+    std::string clientKeyFile;
+    std::string clientKeyPassphrase; ///< Opens the key; never appears in an error text.
     /// False accepts any server certificate, for any host name: for a bench on a trusted wire only.
     bool verifyPeer = true;
 

@@ -9,6 +9,7 @@
 #include <curl/curl.h>
 
 #include "httpcore/AnswerReader.h"
+#include "httpcore/ServerCertificate.h"
 
 namespace httpcore {
 
@@ -27,6 +28,15 @@ enum class Ending {
     Incomplete, ///< The connection ended before the answer did.
     Lost,       ///< A kept connection ended after the request went out; it may have been carried out.
     Failed      ///< Anything else; `Connection::Code` says what.
+};
+
+/// Whom a connection over TLS trusts, and as whom it appears. Files by UTF-8 path.
+struct TlsSettings {
+    bool verifyPeer = true;            ///< False: any certificate, of any host.
+    std::string caFile;                ///< PEM; the only authorities to trust. Empty: those of the system.
+    std::string clientCertificateFile; ///< PEM; on Schannel PKCS#12, with the key.
+    std::string clientKeyFile;         ///< PEM; not on Schannel.
+    std::string clientKeyPassphrase;
 };
 
 /// Initialises libcurl once a process; false when it cannot be. It is never cleaned up: other users of the process may
@@ -48,6 +58,9 @@ public:
     ///
     /// @param overTls  the server speaks TLS: the end of its connections has to be watched.
     bool Open(bool overTls);
+
+    /// Sets what the server is judged by. Without it, libcurl judges by the authorities of the system.
+    bool SetTls(const TlsSettings& settings);
 
     template <class Value>
     bool Set(CURLoption option, Value value)
@@ -82,6 +95,8 @@ public:
     std::chrono::steady_clock::time_point StartedAt() const { return m_startedAt; }
     std::uint64_t SentBytes() const; ///< Of the body.
     CURLcode Code() const { return m_code; }
+    /// What is wrong with the server's certificate, when `Code` says that something is.
+    CertificateFault Fault() const;
     long Info(CURLINFO info) const; ///< A number of libcurl's; 0 when it has none.
     /// Why it is malformed, or libcurl's words for the failure, on one line.
     std::string Why() const;
@@ -95,6 +110,7 @@ private:
     static int OnDebug(CURL*, curl_infotype type, char* text, std::size_t size, void* self) noexcept;
 
     bool MayAttempt();
+    bool Trusts();
     CURLcode Transfer(const std::function<int()>& wait, bool& ended);
     Ending Judge(bool ended);
     void NoteKept();
@@ -113,6 +129,11 @@ private:
     bool m_repeated = false;
     bool m_refused = false;     ///< The repetition.
     bool m_saidGoodbye = false; ///< The TLS connection was closed with its alert.
+    bool m_judges = false;      ///< Certificates are judged here, not by libcurl.
+    bool m_hasAuthorities = false;
+    std::string m_authorities; ///< Content of the file.
+    CertificateFault m_fault = CertificateFault::None;
+    std::string m_faultWords;
     std::chrono::steady_clock::time_point m_startedAt;
     char m_words[CURL_ERROR_SIZE] = {};
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdlib>
+#include <string>
+
+namespace test_support {
+
+/// A variable of the environment while this lives.
+class Variable {
+public:
+    Variable(const std::string& name, const std::string& value) : m_name(name) { Set(value); }
+    ~Variable() { Set(std::string()); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    void Set(const std::string& value) const
+    {
+#ifdef _WIN32
+        _putenv_s(m_name.c_str(), value.c_str()); // An empty one is taken away.
+#else
+        if (value.empty()) {
+            unsetenv(m_name.c_str());
+        } else {
+            setenv(m_name.c_str(), value.c_str(), 1);
+        }
+#endif
+    }
+
+    const std::string m_name;
+};
+
+} // namespace test_support
