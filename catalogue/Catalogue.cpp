@@ -2,8 +2,7 @@
 
 #include <cctype>
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 /// What an argument can be called besides its name: its structure with a small first letter, lists with "List" behind
@@ -53,8 +52,9 @@ Function::Function(const HeaderRows& header, const FunctionRow& row)
 {
     for (std::size_t i = 0; i < row.count; ++i) {
         const ParameterRow& parameter = row.arguments[i];
-        const TypeOps& type =
-            parameter.plain != nullptr ? parameter.plain() : NamedType(parameter.structure, parameter.list, parameter.ops);
+        const TypeOps& type = parameter.plain != nullptr
+                                  ? parameter.plain()
+                                  : NamedType(parameter.structure, parameter.list, parameter.ops);
         arguments_.push_back({parameter.name, &type, parameter.output || type.shape == Shape::Counter});
     }
 }
@@ -181,5 +181,4 @@ std::string Call::Result(const Outcome& outcome) const
     return json + "}";
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

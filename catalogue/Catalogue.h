@@ -12,8 +12,7 @@
 // Every request function by name, callable from JSON. Names, types and directions come from the headers, see README.md;
 // path, code and body form are found by running the function against a recorder, so nothing is said twice.
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 /// One argument as a person sees it.
 struct Argument {
@@ -145,5 +144,4 @@ constexpr bool NeedsName(Shape shape)
            shape != Shape::RecordList && shape != Shape::AnyStructure;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

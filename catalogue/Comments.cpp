@@ -6,8 +6,7 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/Structures.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 const TypeRow* FindType(const std::string& name)
@@ -113,5 +112,4 @@ std::vector<MemberDoc> MembersOf(const std::string& structure)
     return members;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -4,8 +4,7 @@
 #include <utility>
 #include <vector>
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 class Function;
 struct Limits;
@@ -38,5 +37,4 @@ struct MemberDoc {
 /// All members of a structure or record in declaration order; empty for unknown ones.
 std::vector<MemberDoc> MembersOf(const std::string& structure);
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -5,8 +5,7 @@
 
 #include <keel/StringUtil.h>
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 /// A name as typed, taken apart.
@@ -314,5 +313,4 @@ std::unique_ptr<Call> Prepare(const std::vector<const Function*>& candidates, co
     return fitting;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

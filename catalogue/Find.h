@@ -7,8 +7,7 @@
 
 // Functions by what a person types.
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 /// The functions that `name` can mean: "Class::function", "function", "Class", each with or without arguments in
 /// brackets to choose an overload: structures by type, others by name ("cfginterface::getConfigRequest(SnapConfig)").
@@ -40,5 +39,4 @@ struct Given {
 /// The call of the one function that what was given fits. Null with a text for the user when none or several do.
 std::unique_ptr<Call> Prepare(const std::vector<const Function*>& candidates, const Given& given, std::string& error);
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

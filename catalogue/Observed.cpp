@@ -12,8 +12,7 @@
 #include "catalogue/Find.h"
 #include "catalogue/Structures.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 namespace {
 
@@ -412,5 +411,4 @@ bool Observer::Travels(const Function& function, std::size_t index)
            before.request.body != after.request.body;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -5,8 +5,7 @@
 
 #include "catalogue/Catalogue.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 /// A member of a structure as everything that documents it shows it.
 struct MemberView {
@@ -83,5 +82,4 @@ private:
     Recorder recorder_;
 };
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

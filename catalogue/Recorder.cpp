@@ -14,8 +14,7 @@
 #include "nexwire/Nexwire.h"
 #include "nexwire/VideoWall/VideoWall.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 constexpr const char* kEmptyAnswer = R"({"code":"0-0","msg":"","data":{}})";
@@ -266,5 +265,4 @@ Trace Recorder::Run(Call& call)
     return trace;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -9,8 +9,7 @@
 
 // What the build step makes of the headers: constant tables, one object per header.
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 template <class T>
 struct Span {
@@ -155,5 +154,4 @@ const T* Bytes(void* value)
     return static_cast<const T*>(static_cast<const void*>(Slot<std::string>(value).data()));
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

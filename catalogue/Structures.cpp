@@ -5,8 +5,7 @@
 
 #include "core/Structures.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 std::unique_ptr<protocol::IInboundData> StructureInfo::makeInbound() const
 {
@@ -65,5 +64,4 @@ std::unique_ptr<protocol::IInboundData> MakeByRootName(const std::string& rootNa
     return nullptr;
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -6,8 +6,7 @@
 
 #include "core/FieldLayout.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 /// A structure that crosses the wire.
 struct StructureInfo {
@@ -31,5 +30,4 @@ const std::string& NameOf(const core::FieldTable& fields);
 /// Structures by root name: a new object, or null.
 std::unique_ptr<protocol::IInboundData> MakeByRootName(const std::string& rootName);
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

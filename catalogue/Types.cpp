@@ -13,8 +13,7 @@
 #include "catalogue/Structures.h"
 #include "nexwire/ParseJSONUtil.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
@@ -816,5 +815,4 @@ std::string WriteText(const std::string& value)
     return TextOf(rapidjson::Value(rapidjson::StringRef(value.data(), value.size())));
 }
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -15,8 +15,7 @@
 
 // What an argument of a request function can be, and how a value of it is made from text and shown as JSON.
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 
 enum class Shape {
     Text,          ///< std::string, as it is.
@@ -136,5 +135,4 @@ const TypeOps& NamedType(const std::string& name, bool list, const core::ListOps
 
 std::string WriteText(const std::string& value);
 
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <exception>
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// Thrown where reading an answer would take more memory than it may.
 class AnswerTooCostly : public std::exception {
@@ -35,5 +34,4 @@ void ChargeAnswer(std::uint64_t bytes);
 /// False. Makes `AnswerTooCostly` the last error.
 bool ReportTooCostly(std::size_t textBytes) noexcept;
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -1,7 +1,6 @@
 #include "core/AnswerReads.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 namespace {
 
 thread_local AnswerReads* watched = nullptr;
@@ -18,5 +17,4 @@ AnswerReads* WatchedAnswers() noexcept
     return watched;
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -8,8 +8,7 @@
 
 // What functions read of their answers, noted while they run, for whoever describes the library as a whole.
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// A value that was looked for by its path.
 struct PathRead {
@@ -30,5 +29,4 @@ NEXWIRE_API void WatchAnswers(AnswerReads* reads) noexcept;
 /// Where the calling thread's reading is noted; mostly null.
 AnswerReads* WatchedAnswers() noexcept;
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

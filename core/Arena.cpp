@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 void* Arena::AllocateFromNextChunk(std::size_t size)
 {
@@ -79,5 +78,4 @@ bool Arena::Owns(const void* memory) const
     return false;
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -5,8 +5,7 @@
 #include <memory>
 #include <vector>
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// Bump allocator of one thread: chunks in the order they were taken, a position in the current one.
 class Arena {
@@ -56,5 +55,4 @@ private:
     std::size_t left_ = 0;
 };
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -4,8 +4,7 @@
 #include "core/Guard.h"
 #include "core/Pipeline.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 bool Convert(std::initializer_list<std::string*> texts, CipherStep step) noexcept
 {
@@ -31,5 +30,4 @@ bool Convert(std::initializer_list<std::string*> texts, CipherStep step) noexcep
     });
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

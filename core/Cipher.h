@@ -6,8 +6,7 @@
 
 #include "nexwire/IEncryption.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 using CipherStep = bool (IEncryption::*)(std::vector<std::string>& output, const std::vector<std::string>& input,
                                          const std::string& sid);
@@ -17,5 +16,4 @@ using CipherStep = bool (IEncryption::*)(std::vector<std::string>& output, const
 /// number of texts. What the cipher sends leaves no trace in `LastExchange`.
 bool Convert(std::initializer_list<std::string*> texts, CipherStep step) noexcept;
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

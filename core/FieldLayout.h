@@ -15,8 +15,7 @@
 // The tables that say what structures look like on the wire, and what can be done with a structure by its table. How a
 // table is written: core/FieldTable.h.
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 enum class Kind : std::uint8_t { Text, Int, Int64, Real, Bool, Struct, TextList, IntList, StructList };
 
@@ -328,5 +327,4 @@ private:
     void (*append_)(void* list, protocol::IJSONStruct& element);
 };
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -21,8 +21,7 @@
 #define NEXWIRE_OFFSETS_END
 #endif
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 constexpr bool IsRoot(const char* rootName)
 {
@@ -114,8 +113,7 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
     return RoundUp(RoundUp(position, alignof(Filter)) + sizeof(Filter), alignof(T)) == sizeof(T);
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core
 
 #define F(member) K(#member, member)
 #define K(key, member) ::nexwire::core::MakeField<decltype(Self::member)>(key, offsetof(Self, member))

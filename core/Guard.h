@@ -1,7 +1,6 @@
 #pragma once
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// Runs a step that may run out of memory; nothing is thrown across the library's boundary.
 template <class Step>
@@ -19,5 +18,4 @@ bool Guard(const Step& step) noexcept
 /// @throws std::bad_alloc
 void PrepareThread();
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -140,8 +140,7 @@ try {
 
 } // namespace protocol
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller)
 try {
@@ -185,5 +184,4 @@ std::string Serialize(const protocol::IInboundData& request)
     return PrintFormatted(body.get());
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

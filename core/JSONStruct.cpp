@@ -9,8 +9,7 @@
 #include "core/FieldLayout.h"
 #include "core/JsonTree.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// The interpreter's way to what was found.
 struct StructAccess : protocol::IJSONStruct {
@@ -392,8 +391,7 @@ bool HeldValue::HandTo(IJSONStruct& structure) const
     return true;
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core
 
 namespace protocol {
 

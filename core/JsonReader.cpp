@@ -12,8 +12,7 @@
 #include "core/AnswerBudget.h"
 #include "core/FieldLayout.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 namespace {
 
 constexpr std::size_t kLongestNumber = 63; ///< cJSON reads no longer ones.
@@ -319,5 +318,4 @@ const cJSON* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& 
     return position == end ? builder.Root() : nullptr;
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

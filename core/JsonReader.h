@@ -7,8 +7,7 @@
 
 #include "core/Arena.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 struct FieldTable;
 
@@ -46,5 +45,4 @@ struct Wanted::Member {
 /// @throws std::bad_alloc, AnswerTooCostly
 const cJSON* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted = kEverything);
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -8,8 +8,7 @@
 #include "core/Arena.h"
 #include "core/JsonReader.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// Owns a cJSON tree. Only trees made inside the current `ConversionScope` of the thread go in here.
 class JsonTree {
@@ -56,5 +55,4 @@ private:
 /// The indented form with tabs and newlines; empty when memory ran out.
 std::string PrintFormatted(const cJSON* root);
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

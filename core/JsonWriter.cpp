@@ -9,8 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 namespace {
 
 /// What stands for each character inside a text: 0 itself, 'u' its number, anything else a letter behind a backslash.
@@ -186,5 +185,4 @@ bool AppendFormatted(std::string& out, const cJSON& root)
     return Append(out, root, 0);
 }
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

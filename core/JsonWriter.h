@@ -4,8 +4,7 @@
 
 #include <cjson/cJSON.h>
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// Appends what cJSON prints of a tree, byte for byte, without its detour over printf and scanf for every number.
 /// Where cJSON prints a real number that reads back as its neighbour, it gets as many digits as it takes.
@@ -13,5 +12,4 @@ namespace core {
 /// @return false when the tree holds something that only cJSON can judge; `out` is of no use then.
 bool AppendFormatted(std::string& out, const cJSON& root);
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

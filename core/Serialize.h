@@ -4,8 +4,7 @@
 
 #include "nexwire/JSONStruct.h"
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 /// What `protocol::SerializeRequest` gives; for requests on their way out, which had better not go than go without
 /// their body: throws when memory runs out.
@@ -15,5 +14,4 @@ std::string Serialize(const protocol::IInboundData& request);
 /// something else.
 bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller);
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

@@ -6,8 +6,7 @@
 
 // The tables of all structures, for whoever looks at the library as a whole. A build step lists them.
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 
 struct FieldTable;
 
@@ -28,5 +27,4 @@ struct StructureGroups {
 
 NEXWIRE_API StructureGroups AllStructures();
 
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core

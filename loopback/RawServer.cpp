@@ -15,8 +15,7 @@
 
 #include "loopback/Transport.h"
 
-namespace nexwire {
-namespace loopback {
+namespace nexwire::loopback {
 
 namespace asio = boost::asio;
 using asio::ip::tcp;
@@ -64,22 +63,19 @@ std::size_t ChunksEnd(const std::string& rest)
 
 class PlainStream : public Stream {
 public:
-    explicit PlainStream(tcp::socket socket) : m_socket(std::move(socket)) {}
+    explicit PlainStream(tcp::socket socket) : socket_(std::move(socket)) {}
 
-    tcp::socket& Socket() override { return m_socket; }
+    tcp::socket& Socket() override { return socket_; }
     void Open(Done done) override { done({}, 0); }
-    void ReadSome(asio::mutable_buffer buffer, Done done) override
-    {
-        m_socket.async_read_some(buffer, std::move(done));
-    }
+    void ReadSome(asio::mutable_buffer buffer, Done done) override { socket_.async_read_some(buffer, std::move(done)); }
     void Write(asio::const_buffer bytes, Done done) override
     {
-        asio::async_write(m_socket, asio::const_buffers_1(bytes), std::move(done));
+        asio::async_write(socket_, asio::const_buffers_1(bytes), std::move(done));
     }
     void SignOff(Done done) override { done({}, 0); }
 
 private:
-    tcp::socket m_socket;
+    tcp::socket socket_;
 };
 
 class PlainTransport : public Transport {
@@ -95,15 +91,15 @@ public:
 
 Reply& Reply::Add(Step::Kind kind, milliseconds time)
 {
-    m_steps.push_back({kind, nullptr, 0, time});
+    steps_.push_back({kind, nullptr, 0, time});
     return *this;
 }
 
 Reply& Reply::Send(std::shared_ptr<const std::string> bytes, std::size_t size)
 {
     Add(Step::Kind::Send);
-    m_steps.back().bytes = std::move(bytes);
-    m_steps.back().size = size;
+    steps_.back().bytes = std::move(bytes);
+    steps_.back().size = size;
     return *this;
 }
 
@@ -116,8 +112,8 @@ Reply& Reply::Send(std::string bytes)
 Reply& Reply::Drip(std::string bytes, milliseconds pause)
 {
     Send(std::move(bytes));
-    m_steps.back().kind = Step::Kind::Drip;
-    m_steps.back().time = pause;
+    steps_.back().kind = Step::Kind::Drip;
+    steps_.back().time = pause;
     return *this;
 }
 
@@ -202,17 +198,17 @@ std::string RawRequest::Value(const std::string& name) const
 class RawServer::Impl {
 public:
     explicit Impl(std::shared_ptr<Transport> transport)
-        : m_transport(std::move(transport)), m_acceptor(m_context, kAnyPort), m_port(m_acceptor.local_endpoint().port())
+        : transport_(std::move(transport)), acceptor_(context_, kAnyPort), port_(acceptor_.local_endpoint().port())
     {
-        m_default = Reply::Json("{}");
+        default_ = Reply::Json("{}");
         Accept();
-        m_thread = std::thread([this] { m_context.run(); });
+        thread_ = std::thread([this] { context_.run(); });
     }
 
     ~Impl()
     {
-        m_context.stop();
-        m_thread.join();
+        context_.stop();
+        thread_.join();
     }
 
     class Connection;
@@ -220,18 +216,18 @@ public:
     void Accept();
     Reply Take(RawRequest request)
     {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        const Handler handler = m_queue.empty() ? m_handler : nullptr;
+        std::unique_lock<std::mutex> lock(mutex_);
+        const Handler handler = queue_.empty() ? handler_ : nullptr;
         Reply reply;
-        if (!m_queue.empty()) {
-            reply = std::move(m_queue.front());
-            m_queue.pop_front();
+        if (!queue_.empty()) {
+            reply = std::move(queue_.front());
+            queue_.pop_front();
         } else if (!handler) {
-            reply = m_default;
+            reply = default_;
         }
-        if (m_keep) {
-            m_requests.push_back(handler ? request : std::move(request));
-            m_changed.notify_all();
+        if (keep_) {
+            requests_.push_back(handler ? request : std::move(request));
+            changed_.notify_all();
         }
         lock.unlock();
         return handler ? handler(request) : reply;
@@ -239,62 +235,62 @@ public:
 
     bool Keeps() const
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_keep;
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return keep_;
     }
 
     template <class Change>
     void Locked(Change change)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const std::lock_guard<std::mutex> lock(mutex_);
         change();
-        m_changed.notify_all();
+        changed_.notify_all();
     }
 
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    std::deque<Reply> m_queue;
-    Reply m_default;
-    Handler m_handler;
-    Reply m_onAccept;
-    int m_receiveBuffer = 0;
-    bool m_keep = true;
-    std::vector<RawRequest> m_requests;
-    std::size_t m_accepted = 0;
-    std::size_t m_open = 0;
-    const std::shared_ptr<Transport> m_transport;
+    mutable std::mutex mutex_;
+    mutable std::condition_variable changed_;
+    std::deque<Reply> queue_;
+    Reply default_;
+    Handler handler_;
+    Reply onAccept_;
+    int receiveBuffer_ = 0;
+    bool keep_ = true;
+    std::vector<RawRequest> requests_;
+    std::size_t accepted_ = 0;
+    std::size_t open_ = 0;
+    const std::shared_ptr<Transport> transport_;
 
     // Last, because connections that are still open end with it and count themselves out.
-    asio::io_context m_context;
-    tcp::acceptor m_acceptor;
-    const std::uint16_t m_port;
-    std::thread m_thread;
+    asio::io_context context_;
+    tcp::acceptor acceptor_;
+    const std::uint16_t port_;
+    std::thread thread_;
 };
 
 class RawServer::Impl::Connection : public std::enable_shared_from_this<Connection> {
 public:
     Connection(Impl& server, tcp::socket socket, std::size_t number)
-        : m_server(server), m_stream(server.m_transport->Wrap(std::move(socket))), m_timer(server.m_context),
-          m_number(number), m_piece(kPieceBytes)
+        : server_(server), stream_(server.transport_->Wrap(std::move(socket))), timer_(server.context_),
+          number_(number), piece_(kPieceBytes)
     {
-        m_server.Locked([this] { ++m_server.m_open; });
+        server_.Locked([this] { ++server_.open_; });
         error_code ignored;
-        m_stream->Socket().set_option(tcp::no_delay(true), ignored);
+        stream_->Socket().set_option(tcp::no_delay(true), ignored);
     }
 
     ~Connection()
     {
-        m_server.Locked([this] { --m_server.m_open; });
+        server_.Locked([this] { --server_.open_; });
     }
 
     void Start(Reply reply)
     {
-        m_stream->Open(IfGood([this, onAccept = std::move(reply)](std::size_t) {
+        stream_->Open(IfGood([this, onAccept = std::move(reply)](std::size_t) {
             if (onAccept.Steps().empty()) {
                 ReadHead();
                 return;
             }
-            m_reply = onAccept;
+            reply_ = onAccept;
             Run(0);
         }));
     }
@@ -316,43 +312,43 @@ private:
     template <class Then>
     void ReadMore(Then then)
     {
-        m_stream->ReadSome(asio::buffer(m_piece), IfGood([this, then](std::size_t count) {
-                               m_received.append(m_piece.data(), count);
-                               then();
-                           }));
+        stream_->ReadSome(asio::buffer(piece_), IfGood([this, then](std::size_t count) {
+                              received_.append(piece_.data(), count);
+                              then();
+                          }));
     }
 
     void ReadHead()
     {
-        m_reading = true;
-        const std::size_t end = m_received.find("\r\n\r\n");
+        reading_ = true;
+        const std::size_t end = received_.find("\r\n\r\n");
         if (end == std::string::npos) {
             ReadMore([this] { ReadHead(); });
             return;
         }
-        m_request = RawRequest();
-        m_request.connection = m_number;
-        m_request.bytes = m_received.substr(0, end + 4);
-        m_received.erase(0, end + 4);
-        ParseHead(m_request);
-        if (LowerCase(m_request.Value("Transfer-Encoding")) == "chunked") {
+        request_ = RawRequest();
+        request_.connection = number_;
+        request_.bytes = received_.substr(0, end + 4);
+        received_.erase(0, end + 4);
+        ParseHead(request_);
+        if (LowerCase(request_.Value("Transfer-Encoding")) == "chunked") {
             ReadChunks();
             return;
         }
-        const std::vector<std::string> lengths = m_request.Values("Content-Length");
-        m_bodyLeft = lengths.empty() ? 0 : std::stoul("0" + lengths.front());
-        ReadBody(m_server.Keeps());
+        const std::vector<std::string> lengths = request_.Values("Content-Length");
+        bodyLeft_ = lengths.empty() ? 0 : std::stoul("0" + lengths.front());
+        ReadBody(server_.Keeps());
     }
 
     void ReadBody(bool keep)
     {
-        const std::size_t size = std::min(m_bodyLeft, m_received.size());
+        const std::size_t size = std::min(bodyLeft_, received_.size());
         if (keep) {
-            m_request.body.append(m_received, 0, size);
+            request_.body.append(received_, 0, size);
         }
-        m_received.erase(0, size);
-        m_bodyLeft -= size;
-        if (m_bodyLeft > 0) {
+        received_.erase(0, size);
+        bodyLeft_ -= size;
+        if (bodyLeft_ > 0) {
             ReadMore([this, keep] { ReadBody(keep); });
         } else {
             Answer();
@@ -361,35 +357,35 @@ private:
 
     void ReadChunks()
     {
-        const std::size_t end = ChunksEnd(m_received);
+        const std::size_t end = ChunksEnd(received_);
         if (end == std::string::npos) {
             ReadMore([this] { ReadChunks(); });
             return;
         }
-        m_request.body = m_received.substr(0, end);
-        m_received.erase(0, end);
+        request_.body = received_.substr(0, end);
+        received_.erase(0, end);
         Answer();
     }
 
     void Answer()
     {
-        m_request.bytes += m_request.body;
-        m_reply = m_server.Take(std::move(m_request));
+        request_.bytes += request_.body;
+        reply_ = server_.Take(std::move(request_));
         Run(0);
     }
 
     void Run(std::size_t index)
     {
-        if (index == m_reply.Steps().size()) {
+        if (index == reply_.Steps().size()) {
             ReadHead();
             return;
         }
-        const Reply::Step& step = m_reply.Steps()[index];
+        const Reply::Step& step = reply_.Steps()[index];
         error_code ignored;
         switch (step.kind) {
         case Reply::Step::Kind::Send:
-            m_stream->Write(asio::buffer(step.bytes->data(), step.size),
-                            IfGood([this, index](std::size_t) { Run(index + 1); }));
+            stream_->Write(asio::buffer(step.bytes->data(), step.size),
+                           IfGood([this, index](std::size_t) { Run(index + 1); }));
             break;
         case Reply::Step::Kind::Drip:
             Drip(index, 0);
@@ -398,18 +394,18 @@ private:
             After(step.time, [self = shared_from_this(), index] { self->Run(index + 1); });
             break;
         case Reply::Step::Kind::Close:
-            m_stream->Socket().shutdown(tcp::socket::shutdown_send, ignored);
+            stream_->Socket().shutdown(tcp::socket::shutdown_send, ignored);
             Drain();
             break;
         case Reply::Step::Kind::SignOff:
-            m_stream->SignOff([self = shared_from_this()](const error_code&, std::size_t) {});
+            stream_->SignOff([self = shared_from_this()](const error_code&, std::size_t) {});
             break;
         case Reply::Step::Kind::Reset:
-            m_stream->Socket().set_option(asio::socket_base::linger(true, 0), ignored);
-            m_stream->Socket().close(ignored);
+            stream_->Socket().set_option(asio::socket_base::linger(true, 0), ignored);
+            stream_->Socket().close(ignored);
             break;
         case Reply::Step::Kind::Hang:
-            if (m_reading) {
+            if (reading_) {
                 Drain();
             } else {
                 After(std::chrono::hours(24), [self = shared_from_this()] {});
@@ -420,22 +416,22 @@ private:
 
     void Drip(std::size_t index, std::size_t at)
     {
-        const Reply::Step& step = m_reply.Steps()[index];
+        const Reply::Step& step = reply_.Steps()[index];
         if (at == step.size) {
             Run(index + 1);
             return;
         }
         After(step.time, [self = shared_from_this(), index, at] {
-            self->m_stream->Write(asio::buffer(self->m_reply.Steps()[index].bytes->data() + at, 1),
-                                  self->IfGood([self, index, at](std::size_t) { self->Drip(index, at + 1); }));
+            self->stream_->Write(asio::buffer(self->reply_.Steps()[index].bytes->data() + at, 1),
+                                 self->IfGood([self, index, at](std::size_t) { self->Drip(index, at + 1); }));
         });
     }
 
     // One type for all: each further one would compile the machinery anew.
     void After(milliseconds time, std::function<void()> then)
     {
-        m_timer.expires_after(time);
-        m_timer.async_wait([then = std::move(then)](const error_code& error) {
+        timer_.expires_after(time);
+        timer_.async_wait([then = std::move(then)](const error_code& error) {
             if (!error) {
                 then();
             }
@@ -445,33 +441,33 @@ private:
     // Reads and forgets until the client goes away; closing with unread bytes would turn into a reset.
     void Drain()
     {
-        m_received.clear();
+        received_.clear();
         ReadMore([this] { Drain(); });
     }
 
-    Impl& m_server;
-    const std::unique_ptr<Stream> m_stream;
-    asio::steady_timer m_timer;
-    const std::size_t m_number;
-    bool m_reading = false;
-    std::vector<char> m_piece;
-    std::string m_received; ///< What has not been looked at.
-    RawRequest m_request;
-    std::size_t m_bodyLeft = 0; ///< Bytes of its body that are still to come.
-    Reply m_reply;
+    Impl& server_;
+    const std::unique_ptr<Stream> stream_;
+    asio::steady_timer timer_;
+    const std::size_t number_;
+    bool reading_ = false;
+    std::vector<char> piece_;
+    std::string received_; ///< What has not been looked at.
+    RawRequest request_;
+    std::size_t bodyLeft_ = 0; ///< Bytes of its body that are still to come.
+    Reply reply_;
 };
 
 void RawServer::Impl::Accept()
 {
-    m_acceptor.async_accept([this](const error_code& error, tcp::socket socket) {
+    acceptor_.async_accept([this](const error_code& error, tcp::socket socket) {
         if (error) {
             return;
         }
         Reply onAccept;
         std::size_t number = 0;
         Locked([&] {
-            onAccept = m_onAccept;
-            number = m_accepted++;
+            onAccept = onAccept_;
+            number = accepted_++;
         });
         std::make_shared<Connection>(*this, std::move(socket), number)->Start(std::move(onAccept));
         Accept();
@@ -480,86 +476,86 @@ void RawServer::Impl::Accept()
 
 RawServer::RawServer() : RawServer(std::make_shared<PlainTransport>()) {}
 
-RawServer::RawServer(std::shared_ptr<Transport> transport) : m_impl(std::make_unique<Impl>(std::move(transport))) {}
+RawServer::RawServer(std::shared_ptr<Transport> transport) : impl_(std::make_unique<Impl>(std::move(transport))) {}
 
 RawServer::~RawServer() = default;
 
 std::uint16_t RawServer::Port() const
 {
-    return m_impl->m_port;
+    return impl_->port_;
 }
 
 std::string RawServer::Base() const
 {
-    return m_impl->m_transport->Scheme() + std::string("://127.0.0.1:") + std::to_string(Port());
+    return impl_->transport_->Scheme() + std::string("://127.0.0.1:") + std::to_string(Port());
 }
 
 void RawServer::Enqueue(Reply reply)
 {
-    m_impl->Locked([&] { m_impl->m_queue.push_back(std::move(reply)); });
+    impl_->Locked([&] { impl_->queue_.push_back(std::move(reply)); });
 }
 
 void RawServer::SetDefault(Reply reply)
 {
-    m_impl->Locked([&] { m_impl->m_default = std::move(reply); });
+    impl_->Locked([&] { impl_->default_ = std::move(reply); });
 }
 
 void RawServer::SetHandler(Handler handler)
 {
-    m_impl->Locked([&] { m_impl->m_handler = std::move(handler); });
+    impl_->Locked([&] { impl_->handler_ = std::move(handler); });
 }
 
 void RawServer::SetOnAccept(Reply reply)
 {
-    m_impl->Locked([&] { m_impl->m_onAccept = std::move(reply); });
+    impl_->Locked([&] { impl_->onAccept_ = std::move(reply); });
 }
 
 void RawServer::SetReceiveBuffer(int bytes)
 {
     // Accepted sockets inherit it from the listening one.
-    asio::post(m_impl->m_context, [this, bytes] {
+    asio::post(impl_->context_, [this, bytes] {
         error_code ignored;
-        m_impl->m_acceptor.set_option(asio::socket_base::receive_buffer_size(bytes), ignored);
-        m_impl->Locked([&] { m_impl->m_receiveBuffer = bytes; });
+        impl_->acceptor_.set_option(asio::socket_base::receive_buffer_size(bytes), ignored);
+        impl_->Locked([&] { impl_->receiveBuffer_ = bytes; });
     });
-    std::unique_lock<std::mutex> lock(m_impl->m_mutex);
-    m_impl->m_changed.wait(lock, [&] { return m_impl->m_receiveBuffer == bytes; });
+    std::unique_lock<std::mutex> lock(impl_->mutex_);
+    impl_->changed_.wait(lock, [&] { return impl_->receiveBuffer_ == bytes; });
 }
 
 void RawServer::SetKeeping(bool keep)
 {
-    m_impl->Locked([&] { m_impl->m_keep = keep; });
+    impl_->Locked([&] { impl_->keep_ = keep; });
 }
 
 std::vector<RawRequest> RawServer::TakeRequests()
 {
     std::vector<RawRequest> requests;
-    m_impl->Locked([&] { requests.swap(m_impl->m_requests); });
+    impl_->Locked([&] { requests.swap(impl_->requests_); });
     return requests;
 }
 
 std::vector<RawRequest> RawServer::Requests() const
 {
-    const std::lock_guard<std::mutex> lock(m_impl->m_mutex);
-    return m_impl->m_requests;
+    const std::lock_guard<std::mutex> lock(impl_->mutex_);
+    return impl_->requests_;
 }
 
 bool RawServer::WaitForRequests(std::size_t count, milliseconds time) const
 {
-    std::unique_lock<std::mutex> lock(m_impl->m_mutex);
-    return m_impl->m_changed.wait_for(lock, time, [&] { return m_impl->m_requests.size() >= count; });
+    std::unique_lock<std::mutex> lock(impl_->mutex_);
+    return impl_->changed_.wait_for(lock, time, [&] { return impl_->requests_.size() >= count; });
 }
 
 std::size_t RawServer::Connections() const
 {
-    const std::lock_guard<std::mutex> lock(m_impl->m_mutex);
-    return m_impl->m_accepted;
+    const std::lock_guard<std::mutex> lock(impl_->mutex_);
+    return impl_->accepted_;
 }
 
 bool RawServer::WaitForOpen(std::size_t count, milliseconds time) const
 {
-    std::unique_lock<std::mutex> lock(m_impl->m_mutex);
-    return m_impl->m_changed.wait_for(lock, time, [&] { return m_impl->m_open == count; });
+    std::unique_lock<std::mutex> lock(impl_->mutex_);
+    return impl_->changed_.wait_for(lock, time, [&] { return impl_->open_ == count; });
 }
 
 std::uint16_t ClosedPort()
@@ -570,47 +566,46 @@ std::uint16_t ClosedPort()
 
 class DeafListener::Impl {
 public:
-    Impl() : m_acceptor(m_context)
+    Impl() : acceptor_(context_)
     {
-        m_acceptor.open(tcp::v4());
-        m_acceptor.bind(kAnyPort);
-        m_acceptor.listen(0);
+        acceptor_.open(tcp::v4());
+        acceptor_.bind(kAnyPort);
+        acceptor_.listen(0);
         // The queue holds one or two whatever is asked for; fill it until an attempt stays unanswered.
-        for (int attempt = 0; attempt < 16 && !m_works; ++attempt) {
-            m_fillers.emplace_back(m_context);
+        for (int attempt = 0; attempt < 16 && !works_; ++attempt) {
+            fillers_.emplace_back(context_);
             bool done = false;
-            m_fillers.back().async_connect(m_acceptor.local_endpoint(), [&done](const error_code&) { done = true; });
-            m_context.restart();
-            m_context.run_for(milliseconds(100));
-            m_works = !done;
+            fillers_.back().async_connect(acceptor_.local_endpoint(), [&done](const error_code&) { done = true; });
+            context_.restart();
+            context_.run_for(milliseconds(100));
+            works_ = !done;
         }
     }
 
     ~Impl()
     {
         // The pending attempt refers to a local of the constructor; it is dropped, never run.
-        m_context.stop();
+        context_.stop();
     }
 
-    asio::io_context m_context;
-    tcp::acceptor m_acceptor;
-    std::deque<tcp::socket> m_fillers;
-    bool m_works = false;
+    asio::io_context context_;
+    tcp::acceptor acceptor_;
+    std::deque<tcp::socket> fillers_;
+    bool works_ = false;
 };
 
-DeafListener::DeafListener() : m_impl(std::make_unique<Impl>()) {}
+DeafListener::DeafListener() : impl_(std::make_unique<Impl>()) {}
 
 DeafListener::~DeafListener() = default;
 
 std::uint16_t DeafListener::Port() const
 {
-    return m_impl->m_acceptor.local_endpoint().port();
+    return impl_->acceptor_.local_endpoint().port();
 }
 
 bool DeafListener::Works() const
 {
-    return m_impl->m_works;
+    return impl_->works_;
 }
 
-} // namespace loopback
-} // namespace nexwire
+} // namespace nexwire::loopback

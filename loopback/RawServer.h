@@ -9,8 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace nexwire {
-namespace loopback {
+namespace nexwire::loopback {
 
 class Transport;
 
@@ -56,12 +55,12 @@ public:
         std::size_t size = 0;
         std::chrono::milliseconds time{0};
     };
-    const std::vector<Step>& Steps() const { return m_steps; }
+    const std::vector<Step>& Steps() const { return steps_; }
 
 private:
     Reply& Add(Step::Kind kind, std::chrono::milliseconds time = {});
 
-    std::vector<Step> m_steps;
+    std::vector<Step> steps_;
 };
 
 /// A request as it came over the wire.
@@ -129,7 +128,7 @@ public:
 
 private:
     class Impl;
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<Impl> impl_;
 };
 
 /// A port of 127.0.0.1 that refuses connections: it was free a moment ago and nobody listens on it.
@@ -146,8 +145,7 @@ public:
 
 private:
     class Impl;
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<Impl> impl_;
 };
 
-} // namespace loopback
-} // namespace nexwire
+} // namespace nexwire::loopback

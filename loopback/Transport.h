@@ -6,8 +6,7 @@
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/tcp.hpp>
 
-namespace nexwire {
-namespace loopback {
+namespace nexwire::loopback {
 
 /// The bytes of one connection, whatever lies between them and the socket. Used on the server's thread only.
 class Stream {
@@ -34,5 +33,4 @@ public:
     virtual std::unique_ptr<Stream> Wrap(boost::asio::ip::tcp::socket socket) = 0;
 };
 
-} // namespace loopback
-} // namespace nexwire
+} // namespace nexwire::loopback

@@ -28,8 +28,7 @@
 #include "tools/Secrets.h"
 #include "tools/Verbs.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 std::string ShownEntry(const std::string& name, const std::string& value)
@@ -632,5 +631,4 @@ int CallFunction(const CallOptions& options)
     }
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

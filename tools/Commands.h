@@ -8,8 +8,7 @@
 
 // The commands. Each answers with an exit code, see Console.h.
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 struct ListOptions {
     std::vector<std::string> words;
@@ -80,5 +79,4 @@ struct PlatformOptions {
 };
 int RunPlatform(const PlatformOptions& options);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -22,8 +22,7 @@
 
 #include "tools/Secrets.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 #if defined(_WIN32)
@@ -256,5 +255,4 @@ std::string Padded(const std::string& text, std::size_t width)
     return taken >= width ? text : text + std::string(width - taken, ' ');
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -3,8 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 // What a command answers with.
 constexpr int kDone = 0;
@@ -69,5 +68,4 @@ std::size_t Width(const std::string& text);
 /// `text` with blanks behind it up to a width.
 std::string Padded(const std::string& text, std::size_t width);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -10,8 +10,7 @@
 #include "tools/Json.h"
 #include "tools/Verbs.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 constexpr std::size_t kTextWidth = 98;
@@ -349,5 +348,4 @@ int UnknownFunction(const std::string& name)
     return kUsage;
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

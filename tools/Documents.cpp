@@ -2,8 +2,7 @@
 #include "tools/OpenApi.h"
 #include "tools/Reference.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 int Save(const std::string& file, const std::string& content)
@@ -31,5 +30,4 @@ int Reference(const std::string& file)
     return Save(file, ReferencePage());
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

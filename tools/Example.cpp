@@ -11,8 +11,7 @@
 #include "catalogue/Observed.h"
 #include "tools/Console.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 using Allocator = rapidjson::Document::AllocatorType;
@@ -272,5 +271,4 @@ std::string Commented(const std::string& json, const std::string& structure)
     return commenter.Finished();
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// JSON indented by two blanks, numbers as they stand. `json` itself when it is none.
 std::string Pretty(const std::string& json);
@@ -21,5 +20,4 @@ std::string Filled(const std::string& json, const std::string& structure);
 /// `json` indented, with what is known about its members behind them as // comments. Structure as above.
 std::string Commented(const std::string& json, const std::string& structure);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -5,8 +5,7 @@
 
 #include "catalogue/Types.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// One object of JSON, put together member by member.
 class JsonObject {
@@ -37,5 +36,4 @@ std::string JsonArray(const Values& values, const ToJson& toJson)
     return "[" + text + "]";
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

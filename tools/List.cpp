@@ -10,8 +10,7 @@
 #include "tools/Json.h"
 #include "tools/Verbs.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 bool HoldsAll(const std::string& text, const std::vector<std::string>& words)
@@ -174,5 +173,4 @@ int List(const ListOptions& options, const Style& style)
     return Output(text);
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -6,8 +6,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 using catalogue::Argument;
@@ -167,5 +166,4 @@ std::string Merged(const std::string& whole, const std::string& change)
     return Written(document);
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -6,8 +6,7 @@
 
 #include "catalogue/Find.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// A structure of a call of which only some members were given: the others go out with their defaults.
 struct PartialStructure {
@@ -29,5 +28,4 @@ std::unique_ptr<catalogue::Call> ReaderOf(const catalogue::Call& call, const Par
 /// `change` laid over `whole`: members of objects one by one, anything else replaced.
 std::string Merged(const std::string& whole, const std::string& change);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

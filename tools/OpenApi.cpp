@@ -17,8 +17,7 @@
 #include "tools/Example.h"
 #include "tools/Verbs.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 using catalogue::Argument;
@@ -949,5 +948,4 @@ std::string OpenApiDocument()
     return Writer().Document();
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// The OpenAPI 3.1 document of all functions and structures, for whoever writes the server side.
 ///
@@ -11,5 +10,4 @@ namespace tools {
 /// partial changes. They stand in one operation then, each as a named example of its body.
 std::string OpenApiDocument();
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

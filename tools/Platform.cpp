@@ -13,8 +13,7 @@
 #include "tools/OpenApi.h"
 #include "tools/Secrets.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 std::string Address(const std::string& host, std::uint16_t port)
@@ -146,5 +145,4 @@ int RunPlatform(const PlatformOptions& options)
     return kDone;
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

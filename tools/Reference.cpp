@@ -14,8 +14,7 @@
 #include "tools/Example.h"
 #include "tools/Verbs.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// The page without its data, see reference/page.html.
 extern const unsigned char kReferencePage[];
@@ -368,5 +367,4 @@ std::string ReferencePage()
     return page;
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -2,12 +2,10 @@
 
 #include <string>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// One page of HTML with all functions and structures, which needs no other file: search, light and dark, wide and
 /// narrow.
 std::string ReferencePage();
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

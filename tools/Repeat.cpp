@@ -4,8 +4,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 using rapidjson::Value;
@@ -118,5 +117,4 @@ bool ReadProgress(const std::string& result, ProgressView& progress)
     return true;
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

@@ -7,8 +7,7 @@
 
 // Calls that are made again: for the next page, or to see how far something is.
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// The page number that the call asks for; 0 when nothing that it sends has one.
 std::int64_t PageOf(const catalogue::Call& call);
@@ -29,5 +28,4 @@ struct ProgressView {
 /// @return false when the result tells no progress.
 bool ReadProgress(const std::string& result, ProgressView& progress);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

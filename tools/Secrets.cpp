@@ -6,8 +6,7 @@
 #include "catalogue/Types.h"
 #include "tools/Console.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 namespace {
 
 const Keel::CRedactor& Redactor()
@@ -66,5 +65,4 @@ std::string Redacted(const std::string& text)
     return Redactor().Redact(text);
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

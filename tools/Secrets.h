@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 /// A value as typed: "@env:NAME" and "@file:PATH" (less one line end) stand for what is there, "@@..." for a text that
 /// begins with "@". False with a text for the user when it cannot be had.
@@ -20,5 +19,4 @@ bool IsSecretHeader(const std::string& name);
 /// `text` with the values of secret JSON keys replaced.
 std::string Redacted(const std::string& text);
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

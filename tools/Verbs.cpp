@@ -2,8 +2,7 @@
 
 #include "nexwire/host/HttpRequestExecutor.h"
 
-namespace nexwire {
-namespace tools {
+namespace nexwire::tools {
 
 std::string VerbOf(int method)
 {
@@ -18,5 +17,4 @@ std::string MeaningOf(int method)
     return method >= 0 && method < 4 ? meanings[method] : "unknown";
 }
 
-} // namespace tools
-} // namespace nexwire
+} // namespace nexwire::tools

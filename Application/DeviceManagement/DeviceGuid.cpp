@@ -2,8 +2,7 @@
 
 #include "core/Log.h"
 
-namespace nexwire {
-namespace guid {
+namespace nexwire::guid {
 namespace {
 
 constexpr std::size_t kLength = 32;
@@ -49,5 +48,4 @@ void LogSerial(const char* function, const char* request, const std::string& ser
     NEXWIRE_LOG_INFO_OF(function, "[mko]SupplyGuid %s [serial - %s]", request, serial.c_str());
 }
 
-} // namespace guid
-} // namespace nexwire
+} // namespace nexwire::guid

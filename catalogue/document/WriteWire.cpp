@@ -19,8 +19,7 @@
 #include "nexwire/ParseJSONUtil.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 class Json {
@@ -300,8 +299,7 @@ std::string Document()
 }
 
 } // namespace
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue
 
 int main(int argc, char** argv)
 {

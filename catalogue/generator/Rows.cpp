@@ -322,7 +322,7 @@ void Rows::Write(std::ostream& out, const Header& header) const
     if (!StartsWith(header.include, "protocol/")) {
         out << "#include " << Quoted(header.include) << "\n";
     }
-    out << "#include \"catalogue/Rows.h\"\n\nnamespace nexwire {\nnamespace catalogue {\nnamespace {\n\n";
+    out << "#include \"catalogue/Rows.h\"\n\nnamespace nexwire::catalogue {\nnamespace {\n\n";
     std::string functions;
     std::string classes;
     std::string types;
@@ -369,12 +369,12 @@ void Rows::Write(std::ostream& out, const Header& header) const
     out << "\n} // namespace\n\nextern const HeaderRows k_" << name << ";\nconst HeaderRows k_" << name << " = {"
         << Quoted(header.module) << ", " << Quoted(header.include) << ",\n    " << Quoted(Trimmed(header.remark))
         << ",\n    " << functionList << ", " << classList << ", " << typeList << ", " << recordList
-        << "};\n\n} // namespace catalogue\n} // namespace nexwire\n";
+        << "};\n\n} // namespace nexwire::catalogue\n";
 }
 
 void Rows::WriteIndex(std::ostream& out) const
 {
-    out << "#include \"catalogue/Rows.h\"\n\nnamespace nexwire {\nnamespace catalogue {\n\n";
+    out << "#include \"catalogue/Rows.h\"\n\nnamespace nexwire::catalogue {\n\n";
     std::string list;
     for (const Header& header : headers_) {
         if (Gives(header)) {
@@ -385,7 +385,7 @@ void Rows::WriteIndex(std::ostream& out) const
     out << "\nnamespace {\nconstexpr const HeaderRows* kHeaders[] = {\n"
         << list << "};\n}\n\nSpan<const HeaderRows* const> AllHeaders()\n{\n"
         << "    return {kHeaders, sizeof(kHeaders) / sizeof(kHeaders[0])};\n}\n\n"
-        << "} // namespace catalogue\n} // namespace nexwire\n";
+        << "} // namespace nexwire::catalogue\n";
 }
 
 void Rows::WriteExports(std::ostream& out) const

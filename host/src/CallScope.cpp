@@ -10,8 +10,7 @@
 #include "TransferFailure.h"
 #include "Waiting.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -27,27 +26,27 @@ struct CancelToken::State {
     std::vector<CancelWatch*> watches;
 };
 
-CancelToken::CancelToken() : m_state(std::make_shared<State>()) {}
+CancelToken::CancelToken() : state_(std::make_shared<State>()) {}
 
 void CancelToken::Cancel()
 {
-    m_state->cancelled = true;
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
-    for (const CancelWatch* watch : m_state->watches) {
-        watch->m_wake();
+    state_->cancelled = true;
+    const std::lock_guard<std::mutex> lock(state_->mutex);
+    for (const CancelWatch* watch : state_->watches) {
+        watch->wake_();
     }
 }
 
 bool CancelToken::Cancelled() const
 {
-    return m_state->cancelled.load(std::memory_order_acquire);
+    return state_->cancelled.load(std::memory_order_acquire);
 }
 
-CancelWatch::CancelWatch(std::function<void()> wake) : m_wake(std::move(wake)), m_scope(CallScope::Current())
+CancelWatch::CancelWatch(std::function<void()> wake) : wake_(std::move(wake)), scope_(CallScope::Current())
 {
     try {
-        for (const CallScope* scope = m_scope; scope != nullptr; scope = scope->m_outer) {
-            CancelToken::State& state = *scope->m_token.m_state;
+        for (const CallScope* scope = scope_; scope != nullptr; scope = scope->outer_) {
+            CancelToken::State& state = *scope->token_.state_;
             const std::lock_guard<std::mutex> lock(state.mutex);
             state.watches.push_back(this);
         }
@@ -64,8 +63,8 @@ CancelWatch::~CancelWatch()
 
 void CancelWatch::Leave()
 {
-    for (const CallScope* scope = m_scope; scope != nullptr; scope = scope->m_outer) {
-        CancelToken::State& state = *scope->m_token.m_state;
+    for (const CallScope* scope = scope_; scope != nullptr; scope = scope->outer_) {
+        CancelToken::State& state = *scope->token_.state_;
         const std::lock_guard<std::mutex> lock(state.mutex);
         state.watches.erase(std::remove(state.watches.begin(), state.watches.end(), this), state.watches.end());
     }
@@ -76,33 +75,33 @@ void CancelWatch::Leave()
 CallScope::CallScope(const std::string& name, std::int32_t deadlineMs) : CallScope(name, deadlineMs, CancelToken()) {}
 
 CallScope::CallScope(const std::string& name, std::int32_t deadlineMs, const CancelToken& token)
-    : m_outer(t_current), m_name(name), m_token(token)
+    : outer_(t_current), name_(name), token_(token)
 {
     if (deadlineMs > 0) {
-        m_deadline = Clock::now() + std::chrono::milliseconds(deadlineMs);
+        deadline_ = Clock::now() + std::chrono::milliseconds(deadlineMs);
     }
-    if (m_outer != nullptr) {
-        m_deadline = std::min(m_deadline, m_outer->m_deadline);
-        m_headers = m_outer->m_headers;
-        m_name = m_outer->m_name.empty() || name.empty() ? m_outer->m_name + name : m_outer->m_name + "/" + name;
+    if (outer_ != nullptr) {
+        deadline_ = std::min(deadline_, outer_->deadline_);
+        headers_ = outer_->headers_;
+        name_ = outer_->name_.empty() || name.empty() ? outer_->name_ + name : outer_->name_ + "/" + name;
     }
     t_current = this;
 }
 
 CallScope::~CallScope()
 {
-    t_current = m_outer;
+    t_current = outer_;
 }
 
 void CallScope::Header(const std::string& name, const std::string& value)
 {
-    m_headers[name] = value;
+    headers_[name] = value;
 }
 
 bool CallScope::Cancelled() const
 {
-    for (const CallScope* scope = this; scope != nullptr; scope = scope->m_outer) {
-        if (scope->m_token.Cancelled()) {
+    for (const CallScope* scope = this; scope != nullptr; scope = scope->outer_) {
+        if (scope->token_.Cancelled()) {
             return true;
         }
     }
@@ -118,7 +117,7 @@ bool ScopedExecutor::Execute(RspInfos& response, const RequestParams& request, i
 {
     const CallScope* const scope = CallScope::Current();
     if (scope == nullptr) {
-        return m_inner->Execute(response, request, flag);
+        return inner_->Execute(response, request, flag);
     }
     return Guarded(response, [&] {
         const auto refuse = [&](HostError error, const char* why) {
@@ -129,7 +128,7 @@ bool ScopedExecutor::Execute(RspInfos& response, const RequestParams& request, i
             return refuse(HostError::Aborted, "the calls of this scope were cancelled");
         }
         RequestParams scoped = request;
-        for (const auto& [name, value] : scope->m_headers) {
+        for (const auto& [name, value] : scope->headers_) {
             scoped.headers[name] = value;
         }
         if (scope->HasDeadline()) {
@@ -139,9 +138,8 @@ bool ScopedExecutor::Execute(RspInfos& response, const RequestParams& request, i
             }
             scoped.timeoutMs = std::min(left, AllowedMs(request));
         }
-        return m_inner->Execute(response, scoped, flag);
+        return inner_->Execute(response, scoped, flag);
     });
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -1,7 +1,6 @@
 #include "Connection.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -85,5 +84,4 @@ bool SetRequest(Connection& connection, const HttpExecutorOptions& options, cons
            connection.wire.Set(CURLOPT_REQUEST_TARGET, connection.target.c_str());
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -10,8 +10,7 @@
 #include "nexwire/RequestRecords.h"
 #include "nexwire/host/HttpRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// A connection of the executor with what was set for the request before, so that equal fields are not built again.
 /// Used by one thread at a time.
@@ -35,5 +34,4 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options);
 bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,
                 const std::string& verb, const RequestParams& request);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

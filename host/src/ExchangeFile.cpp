@@ -11,8 +11,7 @@
 #include <keel/Encrypt.h>
 #include <keel/StringUtil.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -202,5 +201,4 @@ bool ReadExchange(const std::string& line, RecordedExchange& exchange, std::stri
     return true;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -6,8 +6,7 @@
 #include "nexwire/RequestRecords.h"
 #include <keel/Error.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// One line of a file of exchanges.
 struct RecordedExchange {
@@ -26,5 +25,4 @@ std::string WriteExchange(const RequestParams& request, const RspInfos& response
 /// Reads a line. On failure `problem` says what is wrong and the result is false.
 bool ReadExchange(const std::string& line, RecordedExchange& exchange, std::string& problem);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -16,8 +16,7 @@
 #include "Secrets.h"
 #include <keel/PrivateFile.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -76,7 +75,7 @@ struct RecordingExecutor::State {
 };
 
 RecordingExecutor::RecordingExecutor(std::unique_ptr<IRequestExecutor> inner, const std::string& file)
-    : m_state(new State(std::move(inner), file))
+    : state_(new State(std::move(inner), file))
 {
 }
 
@@ -84,25 +83,25 @@ RecordingExecutor::~RecordingExecutor() = default;
 
 bool RecordingExecutor::Good() const
 {
-    return m_state->good;
+    return state_->good;
 }
 
 IRequestExecutor& RecordingExecutor::Inner()
 {
-    return *m_state->inner;
+    return *state_->inner;
 }
 
 bool RecordingExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
     const auto begin = std::chrono::steady_clock::now();
-    const bool answered = m_state->inner->Execute(response, request, flag);
+    const bool answered = state_->inner->Execute(response, request, flag);
     const auto elapsed =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin).count();
     try {
         const Keel::Error::ErrorCode error = answered ? Keel::Error::ErrorCode() : Keel::Error::GetLastError();
-        m_state->Append(WriteExchange(request, response, answered, error, Timestamp(), elapsed));
+        state_->Append(WriteExchange(request, response, answered, error, Timestamp(), elapsed));
     } catch (const std::exception&) {
-        m_state->good = false;
+        state_->good = false;
     }
     return answered;
 }
@@ -217,23 +216,23 @@ struct ReplayExecutor::State {
     std::vector<bool> used;
 };
 
-ReplayExecutor::ReplayExecutor(const std::string& file, WhenUsedUp whenUsedUp) : m_state(new State(file, whenUsedUp)) {}
+ReplayExecutor::ReplayExecutor(const std::string& file, WhenUsedUp whenUsedUp) : state_(new State(file, whenUsedUp)) {}
 
 ReplayExecutor::~ReplayExecutor() = default;
 
 bool ReplayExecutor::Valid() const
 {
-    return m_state->problem.empty();
+    return state_->problem.empty();
 }
 
 const std::string& ReplayExecutor::Problem() const
 {
-    return m_state->problem;
+    return state_->problem;
 }
 
 std::size_t ReplayExecutor::Size() const
 {
-    return m_state->exchanges.size();
+    return state_->exchanges.size();
 }
 
 bool ReplayExecutor::Execute(RspInfos& response, const RequestParams& request, int)
@@ -241,11 +240,10 @@ bool ReplayExecutor::Execute(RspInfos& response, const RequestParams& request, i
     response.headers.clear();
     response.body.clear();
     try {
-        return m_state->Answer(response, request);
+        return state_->Answer(response, request);
     } catch (const std::exception&) {
         return false;
     }
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

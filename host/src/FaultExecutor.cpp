@@ -12,8 +12,7 @@
 #include "TransferFailure.h"
 #include "Waiting.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 struct FaultExecutor::State {
     std::unique_ptr<IRequestExecutor> inner;
@@ -95,7 +94,7 @@ struct FaultExecutor::State {
 };
 
 FaultExecutor::FaultExecutor(std::unique_ptr<IRequestExecutor> inner, std::vector<FaultRule> rules, std::uint32_t seed)
-    : m_state(new State{std::move(inner), std::move(rules), std::mt19937(seed)})
+    : state_(new State{std::move(inner), std::move(rules), std::mt19937(seed)})
 {
 }
 
@@ -103,14 +102,13 @@ FaultExecutor::~FaultExecutor() = default;
 
 bool FaultExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    return Guarded(response, [&] { return m_state->Perform(response, request, flag); });
+    return Guarded(response, [&] { return state_->Perform(response, request, flag); });
 }
 
 std::vector<std::uint64_t> FaultExecutor::Struck() const
 {
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
-    return m_state->struck;
+    const std::lock_guard<std::mutex> lock(state_->mutex);
+    return state_->struck;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -5,8 +5,7 @@
 #include <keel/Error.h>
 #include <keel/StringUtil.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -56,5 +55,4 @@ std::string Printable(const std::string& text, std::size_t limit)
     return line;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

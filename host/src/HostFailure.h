@@ -7,8 +7,7 @@
 #include "nexwire/RequestRecords.h"
 #include "nexwire/host/HostError.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Stores the last error and returns false.
 bool Fail(HostError error, const std::string& text);
@@ -34,5 +33,4 @@ bool Guarded(RspInfos& response, const Perform& perform)
 /// UTF-8 sequence is cut in two.
 std::string Printable(const std::string& text, std::size_t limit);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

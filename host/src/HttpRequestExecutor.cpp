@@ -25,8 +25,7 @@
 #include <httpcore/Trust.h>
 #include <keel/StringUtil.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -75,7 +74,7 @@ struct HttpRequestExecutor::State {
 
 /// One call of `Execute`: its place among the active ones, in the slow lane, and its connection.
 struct HttpRequestExecutor::State::Turn {
-    Turn(State& state, bool isSlow) : m_state(state), m_slow(isSlow) {}
+    Turn(State& state, bool isSlow) : state_(state), slow_(isSlow) {}
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
 
@@ -83,23 +82,23 @@ struct HttpRequestExecutor::State::Turn {
 
     Entry Enter(Clock::time_point deadline)
     {
-        std::unique_lock<std::mutex> lock(m_state.mutex);
-        if (m_state.suspended) {
+        std::unique_lock<std::mutex> lock(state_.mutex);
+        if (state_.suspended) {
             return Entry::Aborted;
         }
-        m_aborts = m_state.aborts.load(std::memory_order_relaxed);
-        ++m_state.active;
-        m_entered = true;
-        if (m_slow) {
-            const auto ready = [this] { return Aborted() || m_state.slowRunning < m_state.options.slowLaneSize; };
-            if (!m_state.slowLane.wait_until(lock, deadline, ready)) {
+        aborts_ = state_.aborts.load(std::memory_order_relaxed);
+        ++state_.active;
+        entered_ = true;
+        if (slow_) {
+            const auto ready = [this] { return Aborted() || state_.slowRunning < state_.options.slowLaneSize; };
+            if (!state_.slowLane.wait_until(lock, deadline, ready)) {
                 return Entry::Late;
             }
             if (Aborted()) {
                 return Entry::Aborted;
             }
-            ++m_state.slowRunning;
-            m_inSlowLane = true;
+            ++state_.slowRunning;
+            inSlowLane_ = true;
         }
         TakeIdle();
         return Entry::Admitted;
@@ -108,60 +107,59 @@ struct HttpRequestExecutor::State::Turn {
     /// The connection of the call, new when none that is idle will do.
     Connection* Get()
     {
-        while (m_holds && !m_own->wire.IsClean()) {
+        while (holds_ && !own_->wire.IsClean()) {
             Connections done;
-            const std::lock_guard<std::mutex> lock(m_state.mutex);
-            done.splice(done.end(), m_state.busy, m_own);
-            m_holds = false;
+            const std::lock_guard<std::mutex> lock(state_.mutex);
+            done.splice(done.end(), state_.busy, own_);
+            holds_ = false;
             TakeIdle();
         }
-        if (!m_holds) {
+        if (!holds_) {
             Connections fresh;
-            if (!Prepare(fresh.emplace_back(), m_state.options)) {
+            if (!Prepare(fresh.emplace_back(), state_.options)) {
                 return nullptr;
             }
-            const std::lock_guard<std::mutex> lock(m_state.mutex);
+            const std::lock_guard<std::mutex> lock(state_.mutex);
             Take(fresh, fresh.begin());
         }
-        return &*m_own;
+        return &*own_;
     }
 
     /// Also by the scope of the calling thread.
     bool Aborted() const
     {
-        return m_state.aborts.load(std::memory_order_acquire) != m_aborts ||
-               (m_scope != nullptr && m_scope->Cancelled());
+        return state_.aborts.load(std::memory_order_acquire) != aborts_ || (scope_ != nullptr && scope_->Cancelled());
     }
 
     /// From another thread: has the call look whether it was aborted.
     void Wake()
     {
-        const std::lock_guard<std::mutex> lock(m_state.mutex);
-        m_state.slowLane.notify_all();
-        if (m_holds) {
-            m_own->wire.Wake();
+        const std::lock_guard<std::mutex> lock(state_.mutex);
+        state_.slowLane.notify_all();
+        if (holds_) {
+            own_->wire.Wake();
         }
     }
 
     ~Turn()
     {
         Connections done; // Closed after the lock is gone.
-        const std::lock_guard<std::mutex> lock(m_state.mutex);
-        if (m_holds && m_own->wire.Keepable() && m_state.options.maxIdleConnections > 0 &&
-            m_state.trust.MayKeep(m_state.server)) {
-            m_state.idle.splice(m_state.idle.end(), m_state.busy, m_own);
-            if (m_state.idle.size() > m_state.options.maxIdleConnections) {
-                done.splice(done.end(), m_state.idle, m_state.idle.begin());
+        const std::lock_guard<std::mutex> lock(state_.mutex);
+        if (holds_ && own_->wire.Keepable() && state_.options.maxIdleConnections > 0 &&
+            state_.trust.MayKeep(state_.server)) {
+            state_.idle.splice(state_.idle.end(), state_.busy, own_);
+            if (state_.idle.size() > state_.options.maxIdleConnections) {
+                done.splice(done.end(), state_.idle, state_.idle.begin());
             }
-        } else if (m_holds) {
-            done.splice(done.end(), m_state.busy, m_own);
+        } else if (holds_) {
+            done.splice(done.end(), state_.busy, own_);
         }
-        if (m_inSlowLane) {
-            --m_state.slowRunning;
-            m_state.slowLane.notify_one();
+        if (inSlowLane_) {
+            --state_.slowRunning;
+            state_.slowLane.notify_one();
         }
-        if (m_entered && --m_state.active == 0) {
-            m_state.returned.notify_all();
+        if (entered_ && --state_.active == 0) {
+            state_.returned.notify_all();
         }
     }
 
@@ -172,30 +170,30 @@ private:
     // both ends, because the system keeps those together that talk to each other.
     void TakeIdle()
     {
-        if (m_state.idle.empty() || !m_state.trust.MayKeep(m_state.server)) {
+        if (state_.idle.empty() || !state_.trust.MayKeep(state_.server)) {
             return;
         }
-        const auto mine = std::find_if(m_state.idle.rbegin(), m_state.idle.rend(), [](const Connection& connection) {
+        const auto mine = std::find_if(state_.idle.rbegin(), state_.idle.rend(), [](const Connection& connection) {
             return connection.user == std::this_thread::get_id();
         });
-        Take(m_state.idle, std::prev(mine == m_state.idle.rend() ? m_state.idle.end() : mine.base()));
+        Take(state_.idle, std::prev(mine == state_.idle.rend() ? state_.idle.end() : mine.base()));
     }
     void Take(Connections& from, Connections::iterator taken)
     {
-        m_own = taken;
-        m_own->user = std::this_thread::get_id();
-        m_state.busy.splice(m_state.busy.end(), from, m_own);
-        m_holds = true;
+        own_ = taken;
+        own_->user = std::this_thread::get_id();
+        state_.busy.splice(state_.busy.end(), from, own_);
+        holds_ = true;
     }
 
-    State& m_state;
-    const CallScope* const m_scope = CallScope::Current();
-    const bool m_slow;
-    std::uint32_t m_aborts = 0;
-    bool m_entered = false;
-    bool m_inSlowLane = false;
-    bool m_holds = false;
-    Connections::iterator m_own;
+    State& state_;
+    const CallScope* const scope_ = CallScope::Current();
+    const bool slow_;
+    std::uint32_t aborts_ = 0;
+    bool entered_ = false;
+    bool inSlowLane_ = false;
+    bool holds_ = false;
+    Connections::iterator own_;
 };
 
 std::string HttpRequestExecutor::State::ReadBaseAddress()
@@ -412,42 +410,41 @@ bool HttpRequestExecutor::State::Perform(RspInfos& response, const RequestParams
     return FailTransfer(ending, *connection, attempt);
 }
 
-HttpRequestExecutor::HttpRequestExecutor(const HttpExecutorOptions& options) : m_state(new State(options)) {}
+HttpRequestExecutor::HttpRequestExecutor(const HttpExecutorOptions& options) : state_(new State(options)) {}
 
 HttpRequestExecutor::~HttpRequestExecutor()
 {
-    m_state->Abort();
-    std::unique_lock<std::mutex> lock(m_state->mutex);
-    m_state->returned.wait(lock, [this] { return m_state->active == 0; });
+    state_->Abort();
+    std::unique_lock<std::mutex> lock(state_->mutex);
+    state_->returned.wait(lock, [this] { return state_->active == 0; });
 }
 
 bool HttpRequestExecutor::Valid() const
 {
-    return m_state->problem.empty();
+    return state_->problem.empty();
 }
 
 const std::string& HttpRequestExecutor::Problem() const
 {
-    return m_state->problem;
+    return state_->problem;
 }
 
 bool HttpRequestExecutor::Execute(RspInfos& response, const RequestParams& request, int)
 {
     response.headers.clear();
     response.body.clear();
-    return Guarded(response, [&] { return m_state->Perform(response, request); });
+    return Guarded(response, [&] { return state_->Perform(response, request); });
 }
 
 void HttpRequestExecutor::Abort()
 {
-    m_state->Abort();
+    state_->Abort();
 }
 
 void HttpRequestExecutor::Resume()
 {
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
-    m_state->suspended = false;
+    const std::lock_guard<std::mutex> lock(state_->mutex);
+    state_->suspended = false;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -6,8 +6,7 @@
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/ExchangeRecorder.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 std::unique_ptr<IRequestExecutor> MakeExecutor(const ExecutorOptions& options, ObservingExecutor** observing)
 {
@@ -58,5 +57,4 @@ std::unique_ptr<IRequestExecutor> MakeExecutor(std::unique_ptr<IRequestExecutor>
     return made;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

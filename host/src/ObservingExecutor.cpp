@@ -9,11 +9,10 @@
 #include <utility>
 
 #include "HostFailure.h"
-#include "keel/Error.h"
 #include "nexwire/host/CallScope.h"
+#include <keel/Error.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -98,17 +97,17 @@ std::uint64_t LatencyHistogram::UpperEnd(std::size_t step)
 
 void LatencyHistogram::Add(std::uint64_t microseconds)
 {
-    ++m_counts[StepOf(microseconds)];
-    ++m_count;
-    m_sum += microseconds;
+    ++counts_[StepOf(microseconds)];
+    ++count_;
+    sum_ += microseconds;
 }
 
 std::uint64_t LatencyHistogram::PercentileUs(double percent) const
 {
-    const auto wanted = static_cast<std::uint64_t>(std::ceil(static_cast<double>(m_count) * percent / 100.0));
+    const auto wanted = static_cast<std::uint64_t>(std::ceil(static_cast<double>(count_) * percent / 100.0));
     std::uint64_t seen = 0;
-    for (std::size_t step = 0; step < m_counts.size(); ++step) {
-        seen += m_counts[step];
+    for (std::size_t step = 0; step < counts_.size(); ++step) {
+        seen += counts_[step];
         if (seen > 0 && seen >= wanted) {
             return UpperEnd(step);
         }
@@ -119,8 +118,8 @@ std::uint64_t LatencyHistogram::PercentileUs(double percent) const
 std::uint64_t LatencyHistogram::Within(std::uint64_t microseconds) const
 {
     std::uint64_t seen = 0;
-    for (std::size_t step = 0; step < m_counts.size() && UpperEnd(step) <= microseconds; ++step) {
-        seen += m_counts[step];
+    for (std::size_t step = 0; step < counts_.size() && UpperEnd(step) <= microseconds; ++step) {
+        seen += counts_[step];
     }
     return seen;
 }
@@ -166,7 +165,7 @@ struct ObservingExecutor::State {
 };
 
 ObservingExecutor::ObservingExecutor(std::unique_ptr<IRequestExecutor> inner, const ObserveOptions& options)
-    : m_state(new State{std::move(inner), options})
+    : state_(new State{std::move(inner), options})
 {
 }
 
@@ -184,18 +183,18 @@ bool ObservingExecutor::Execute(RspInfos& response, const RequestParams& request
     bool asked = false;
     try {
         const CallScope* const scope = CallScope::Current();
-        if (scope != nullptr && (m_state->options.begin || m_state->options.end)) {
+        if (scope != nullptr && (state_->options.begin || state_->options.end)) {
             call.scope = scope->Name();
         }
-        tell(m_state->options.begin, call);
+        tell(state_->options.begin, call);
         const Clock::time_point start = Clock::now();
         asked = true;
-        call.success = m_state->inner->Execute(response, request, flag);
+        call.success = state_->inner->Execute(response, request, flag);
         const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
         call.microseconds = static_cast<std::uint64_t>(took.count());
         call.bytesIn = response.body.size();
-        m_state->Count(request, call);
-        tell(m_state->options.end, call);
+        state_->Count(request, call);
+        tell(state_->options.end, call);
         return call.success;
     } catch (const std::exception&) {
         // Counting needs memory; the answer that is there stays one.
@@ -206,8 +205,8 @@ bool ObservingExecutor::Execute(RspInfos& response, const RequestParams& request
 std::vector<CallStatistics> ObservingExecutor::Snapshot() const
 {
     std::vector<CallStatistics> all;
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
-    for (const auto& each : m_state->calls) {
+    const std::lock_guard<std::mutex> lock(state_->mutex);
+    for (const auto& each : state_->calls) {
         all.push_back(each.second);
     }
     return all;
@@ -262,5 +261,4 @@ std::string ObservingExecutor::Prometheus() const
     return text;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -8,8 +8,7 @@
 #include <thread>
 #include <vector>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 struct Pool::State {
     PoolOptions options;
@@ -46,12 +45,12 @@ struct Pool::State {
     }
 };
 
-Pool::Pool(const PoolOptions& options) : m_state(new State)
+Pool::Pool(const PoolOptions& options) : state_(new State)
 {
-    m_state->options = options;
-    m_state->options.queue = std::max<std::size_t>(options.queue, 1);
+    state_->options = options;
+    state_->options.queue = std::max<std::size_t>(options.queue, 1);
     for (std::size_t i = 0; i < std::max<std::size_t>(options.threads, 1); ++i) {
-        m_state->threads.emplace_back([this] { m_state->Run(); });
+        state_->threads.emplace_back([this] { state_->Run(); });
     }
 }
 
@@ -60,55 +59,54 @@ Pool::~Pool()
     std::deque<Task> left;
     std::list<CancelToken> running;
     {
-        const std::lock_guard<std::mutex> lock(m_state->mutex);
-        m_state->ending = true;
-        left.swap(m_state->waiting);
-        running = m_state->running;
+        const std::lock_guard<std::mutex> lock(state_->mutex);
+        state_->ending = true;
+        left.swap(state_->waiting);
+        running = state_->running;
     }
-    m_state->changed.notify_all();
+    state_->changed.notify_all();
     for (CancelToken& token : running) {
         token.Cancel();
     }
     for (const Task& task : left) {
         task.refuse("the pool ended");
     }
-    for (std::thread& thread : m_state->threads) {
+    for (std::thread& thread : state_->threads) {
         thread.join();
     }
 }
 
 std::size_t Pool::Pending() const
 {
-    const std::lock_guard<std::mutex> lock(m_state->mutex);
-    return m_state->waiting.size() + m_state->running.size();
+    const std::lock_guard<std::mutex> lock(state_->mutex);
+    return state_->waiting.size() + state_->running.size();
 }
 
 void Pool::Take(Task task)
 {
-    std::unique_lock<std::mutex> lock(m_state->mutex);
-    const auto room = [this] { return m_state->ending || m_state->waiting.size() < m_state->options.queue; };
-    if (m_state->options.waitWhenFull) {
-        m_state->changed.wait(lock, room);
+    std::unique_lock<std::mutex> lock(state_->mutex);
+    const auto room = [this] { return state_->ending || state_->waiting.size() < state_->options.queue; };
+    if (state_->options.waitWhenFull) {
+        state_->changed.wait(lock, room);
     }
-    if (!room() || m_state->ending) {
-        const char* const why = m_state->ending ? "the pool ended" : "the pool is full";
+    if (!room() || state_->ending) {
+        const char* const why = state_->ending ? "the pool ended" : "the pool is full";
         lock.unlock();
         task.refuse(why);
         return;
     }
-    m_state->waiting.push_back(std::move(task));
+    state_->waiting.push_back(std::move(task));
     lock.unlock();
-    m_state->changed.notify_all();
+    state_->changed.notify_all();
 }
 
 void Pool::Post(std::function<void()> function)
 {
-    if (m_state->options.post) {
-        m_state->options.post(std::move(function));
+    if (state_->options.post) {
+        state_->options.post(std::move(function));
     } else {
         function();
     }
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

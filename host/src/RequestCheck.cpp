@@ -4,8 +4,7 @@
 
 #include <httpcore/Fields.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 using httpcore::IsControl;
 using httpcore::IsToken;
@@ -119,5 +118,4 @@ std::string RefuseHeader(const std::string& name, const std::string& value)
     return std::string();
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Why the path must not go onto the wire; empty when it may.
 std::string RefusePath(const std::string& path);
@@ -14,5 +13,4 @@ std::string RefuseQuery(const std::string& query);
 /// Why the pair must not become a header field; empty when it may. Never quotes the value.
 std::string RefuseHeader(const std::string& name, const std::string& value);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -13,11 +13,10 @@
 #include "HostFailure.h"
 #include "Trace.h"
 #include "Waiting.h"
-#include "keel/Error.h"
-#include "keel/StringUtil.h"
+#include <keel/Error.h>
+#include <keel/StringUtil.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -178,7 +177,7 @@ struct RetryingExecutor::State {
 };
 
 RetryingExecutor::RetryingExecutor(std::unique_ptr<IRequestExecutor> inner, const RetryOptions& options)
-    : m_state(new State{std::move(inner), options})
+    : state_(new State{std::move(inner), options})
 {
 }
 
@@ -186,8 +185,7 @@ RetryingExecutor::~RetryingExecutor() = default;
 
 bool RetryingExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    return Guarded(response, [&] { return m_state->Perform(response, request, flag); });
+    return Guarded(response, [&] { return state_->Perform(response, request, flag); });
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

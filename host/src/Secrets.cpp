@@ -2,8 +2,7 @@
 
 #include <keel/Redact.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -25,5 +24,4 @@ bool IsSecretField(const std::string& name)
     return Redactor().IsSecret(name);
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

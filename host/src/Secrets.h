@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// `text` with its secrets replaced, as in the log.
 std::string WithoutSecrets(const std::string& text);
@@ -11,5 +10,4 @@ std::string WithoutSecrets(const std::string& text);
 /// Whether the header field of that name carries a secret.
 bool IsSecretField(const std::string& name);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

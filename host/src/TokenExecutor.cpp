@@ -10,12 +10,11 @@
 #include "Trace.h"
 #include "TransferFailure.h"
 #include "Waiting.h"
-#include "keel/Error.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 #include "nexwire/host/CallScope.h"
+#include <keel/Error.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -173,10 +172,10 @@ struct TokenExecutor::State {
 };
 
 TokenExecutor::TokenExecutor(std::unique_ptr<IRequestExecutor> inner, const TokenOptions& options)
-    : m_state(new State{std::move(inner), options})
+    : state_(new State{std::move(inner), options})
 {
     if (options.endedNumber != 0) {
-        m_state->code = '"' + std::to_string(options.endedCategory) + '-' + std::to_string(options.endedNumber) + '"';
+        state_->code = '"' + std::to_string(options.endedCategory) + '-' + std::to_string(options.endedNumber) + '"';
     }
 }
 
@@ -184,8 +183,7 @@ TokenExecutor::~TokenExecutor() = default;
 
 bool TokenExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    return Guarded(response, [&] { return m_state->Perform(response, request, flag); });
+    return Guarded(response, [&] { return state_->Perform(response, request, flag); });
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

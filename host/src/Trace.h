@@ -4,8 +4,7 @@
 
 #include "nexwire/host/TracingExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Whether somebody wants to hear of the calling thread's call.
 bool Traced();
@@ -23,5 +22,4 @@ void Tell(const char* part, const Text& text)
 /// Tells of each attempt that reaches the transport and what became of it. Hands on everything else.
 std::unique_ptr<IRequestExecutor> TraceAttempts(std::unique_ptr<IRequestExecutor> transport);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -8,11 +8,10 @@
 #include "Trace.h"
 #include "TransferFailure.h"
 #include "Waiting.h"
-#include "keel/Error.h"
 #include "nexwire/host/CallScope.h"
+#include <keel/Error.h>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -39,7 +38,7 @@ std::string Outcome(bool success, const RspInfos& response)
 
 class AttemptTracer : public IRequestExecutor {
 public:
-    explicit AttemptTracer(std::unique_ptr<IRequestExecutor> transport) : m_transport(std::move(transport)) {}
+    explicit AttemptTracer(std::unique_ptr<IRequestExecutor> transport) : transport_(std::move(transport)) {}
 
     bool Execute(RspInfos& response, const RequestParams& request, int flag) override
     {
@@ -47,13 +46,13 @@ public:
             return "attempt " + std::to_string(++t_traced->attempts) + ", within " +
                    std::to_string(AllowedMs(request)) + " ms";
         });
-        const bool success = m_transport->Execute(response, request, flag);
+        const bool success = transport_->Execute(response, request, flag);
         Tell("transport", [&] { return Outcome(success, response); });
         return success;
     }
 
 private:
-    std::unique_ptr<IRequestExecutor> m_transport;
+    std::unique_ptr<IRequestExecutor> transport_;
 };
 
 } // namespace
@@ -75,13 +74,13 @@ std::unique_ptr<IRequestExecutor> TraceAttempts(std::unique_ptr<IRequestExecutor
 }
 
 TracingExecutor::TracingExecutor(std::unique_ptr<IRequestExecutor> inner, Sink sink)
-    : m_inner(std::move(inner)), m_sink(std::move(sink))
+    : inner_(std::move(inner)), sink_(std::move(sink))
 {
 }
 
 bool TracingExecutor::Execute(RspInfos& response, const RequestParams& request, int flag)
 {
-    TracedCall traced{m_sink, Clock::now(), 0, t_traced};
+    TracedCall traced{sink_, Clock::now(), 0, t_traced};
     t_traced = &traced;
     const bool success = Guarded(response, [&] {
         Tell("call", [&] {
@@ -89,7 +88,7 @@ bool TracingExecutor::Execute(RspInfos& response, const RequestParams& request, 
             return "method code " + std::to_string(request.method) + ", " + Printable(request.url, kQuotedBytes) +
                    (scope == nullptr || scope->Name().empty() ? "" : ", in " + scope->Name());
         });
-        const bool answered = m_inner->Execute(response, request, flag);
+        const bool answered = inner_->Execute(response, request, flag);
         Tell("call", [&] { return Outcome(answered, response); });
         return answered;
     });
@@ -97,5 +96,4 @@ bool TracingExecutor::Execute(RspInfos& response, const RequestParams& request, 
     return success;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -6,8 +6,7 @@
 #include "HostFailure.h"
 #include "Secrets.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 namespace {
 
@@ -224,5 +223,4 @@ bool FailAnswer(const Connection& connection, const RspInfos& response, const st
     return FailStatus(status, text);
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

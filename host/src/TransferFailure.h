@@ -6,8 +6,7 @@
 
 #include "Connection.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// How much of a body, a path or a redirect target an error text quotes.
 constexpr std::size_t kQuotedBytes = 200;
@@ -28,5 +27,4 @@ bool FailTransfer(httpcore::Ending ending, const Connection& connection, const A
 bool FailAnswer(const Connection& connection, const RspInfos& response, const std::string& name,
                 const std::string& server);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -7,8 +7,7 @@
 
 #include "nexwire/host/CallScope.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 bool WaitUntil(std::chrono::steady_clock::time_point until)
 {
@@ -41,5 +40,4 @@ std::int32_t MsUntil(std::chrono::steady_clock::time_point deadline)
                                                                    (std::numeric_limits<std::int32_t>::max)()));
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -5,8 +5,7 @@
 
 #include "nexwire/RequestRecords.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// @return false at once when the calling thread's scope is cancelled meanwhile.
 bool WaitUntil(std::chrono::steady_clock::time_point until);
@@ -18,5 +17,4 @@ std::chrono::steady_clock::time_point DeadlineOf(const RequestParams& request);
 /// Whole milliseconds until then; 0 or less when it is over.
 std::int32_t MsUntil(std::chrono::steady_clock::time_point deadline);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -11,11 +11,9 @@
 
 struct cJSON;
 
-namespace nexwire {
-namespace core {
+namespace nexwire::core {
 struct FieldTable;
-} // namespace core
-} // namespace nexwire
+} // namespace nexwire::core
 
 /// Structures that cross the wire: plain members, mapped to JSON keys by a table beside them.
 ///

@@ -2,8 +2,7 @@
 
 #include "core/FieldTable.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 // clang-format off
 NEXWIRE_INBOUND_FIELDS(CardInfo, "cardInfo", F(cardNo), F(cardType), F(cardState), F(cardPassword), F(issueTime), F(validBegin), F(validEnd), F(ext))
@@ -53,5 +52,4 @@ NEXWIRE_RETURN_FIELDS(PersonPwdRes, F(repeated), F(tooSimple), F(repeatPersonnel
 NEXWIRE_INBOUND_FIELDS(PersonPasswordStatusChange, "personPasswordStatusChange", F(personnelGuidList), F(status), F(deviceGuidList))
 // clang-format on
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

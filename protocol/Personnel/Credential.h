@@ -8,8 +8,7 @@
 // - Times are ISO 8601 with offset, "2026-03-01T08:00:00+00:00"; an empty one sets no limit.
 // - `ext` is free text of the caller, kept and handed back as it is.
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 // ---- As a person's sections hold them ----
 
@@ -372,5 +371,4 @@ struct NEXWIRE_API PersonPasswordStatusChange : IInboundData {
     NEXWIRE_JSON
 };
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

@@ -2,8 +2,7 @@
 
 #include "core/FieldTable.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 // clang-format off
 NEXWIRE_INBOUND_FIELDS(Organization, "organization", F(guid), F(name), F(code), F(parOrgGuid), F(orgType), F(orderNo), F(description))
@@ -15,5 +14,4 @@ NEXWIRE_INBOUND_FIELDS(QueryCondition, "QueryCondition", F(orgType), F(queryType
 NEXWIRE_INBOUND_FIELDS(ParentModification, "parentModification", F(personnelGuidList), F(oldOrgGuid), F(keepAccess))
 // clang-format on
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

@@ -2,8 +2,7 @@
 
 #include "nexwire/JSONStruct.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 /// An organisation as it is to be: a node of the tree that persons hang in.
 struct NEXWIRE_API Organization : IInboundData {
@@ -70,5 +69,4 @@ struct NEXWIRE_API ParentModification : IInboundData {
     NEXWIRE_JSON
 };
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

@@ -2,8 +2,7 @@
 
 #include "core/FieldTable.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 // clang-format off
 NEXWIRE_INBOUND_FIELDS(PersonBasic, "personBasic", F(guid), F(personNo), F(name), F(orgGuid), F(orgName), F(personType), F(gender), F(birthday), F(certificateType), F(certificateNo), F(phone), F(email), F(validBegin), F(validEnd), F(createTime), F(modifyTime))
@@ -32,5 +31,4 @@ NEXWIRE_RETURN_FIELDS(PrivatePropertyResultListData, F(privatePropertyResultList
 NEXWIRE_INBOUND_FIELDS(PersonnelDataFile, "personnelDataFile", F(fileName), F(fileType), F(password), F(orgGuid), F(includeSubOrg), F(includePicture), F(columnList))
 // clang-format on
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

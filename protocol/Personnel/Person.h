@@ -2,8 +2,7 @@
 
 #include "protocol/Personnel/Credential.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 /// Who a person is.
 struct NEXWIRE_API PersonBasic : IInboundData {
@@ -254,5 +253,4 @@ struct NEXWIRE_API PersonnelDataFile : IInboundData {
     NEXWIRE_JSON
 };
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

@@ -2,8 +2,7 @@
 
 #include "core/FieldTable.h"
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 // clang-format off
 NEXWIRE_RETURN_FIELDS(ProgressFailure, F(item), F(name), F(resultCode), F(resultMsg))
@@ -13,5 +12,4 @@ NEXWIRE_INBOUND_FIELDS(SynchronousQuery, "synchronousQuery", F(taskGuid), F(stop
 NEXWIRE_INBOUND_FIELDS(EnrollmentStationData, "enrollmentStationData", F(orgGuid))
 // clang-format on
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

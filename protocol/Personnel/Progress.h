@@ -5,8 +5,7 @@
 // Jobs that the platform runs for a while: synchronisations, imports, refreshes. A start hands out a task identifier,
 // progress is asked for until `finished`.
 
-namespace protocol {
-namespace personnelcommon {
+namespace protocol::personnelcommon {
 
 /// An item of a job that could not be done.
 struct NEXWIRE_API ProgressFailure : IReturnData {
@@ -65,5 +64,4 @@ struct NEXWIRE_API EnrollmentStationData : IInboundData {
     NEXWIRE_JSON
 };
 
-} // namespace personnelcommon
-} // namespace protocol
+} // namespace protocol::personnelcommon

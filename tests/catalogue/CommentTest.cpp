@@ -7,8 +7,7 @@
 #include "catalogue/Find.h"
 #include "catalogue/Structures.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 using testing::ElementsAre;
@@ -104,5 +103,4 @@ TEST(Comments, AreReadAsTheyAreMeant)
 }
 
 } // namespace
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -3,8 +3,7 @@
 
 #include "catalogue/Find.h"
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 using testing::ElementsAre;
@@ -228,5 +227,4 @@ TEST(Results, AreTheValueItselfOrAnObjectByName)
 }
 
 } // namespace
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

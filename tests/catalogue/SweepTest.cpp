@@ -24,8 +24,7 @@
 
 // Every catalogued function at once, against the recorder, the local platform and the library's exports.
 
-namespace nexwire {
-namespace catalogue {
+namespace nexwire::catalogue {
 namespace {
 
 /// Those that send nothing say so in their headers.
@@ -274,5 +273,4 @@ TEST(Exports, EveryFunctionOfEveryClassIsCatalogued)
 #endif
 
 } // namespace
-} // namespace catalogue
-} // namespace nexwire
+} // namespace nexwire::catalogue

@@ -22,15 +22,15 @@ namespace fs = std::filesystem;
 class FakeExecutor : public IRequestExecutor {
 public:
     using Answer = std::function<bool(RspInfos&, const RequestParams&)>;
-    explicit FakeExecutor(Answer answer) : m_answer(std::move(answer)) {}
+    explicit FakeExecutor(Answer answer) : answer_(std::move(answer)) {}
     bool Execute(RspInfos& response, const RequestParams& request, int) override
     {
         response = RspInfos();
-        return m_answer(response, request);
+        return answer_(response, request);
     }
 
 private:
-    Answer m_answer;
+    Answer answer_;
 };
 
 class ExchangeRecorder : public testing::Test {
@@ -38,27 +38,27 @@ protected:
     ~ExchangeRecorder() override
     {
         std::error_code ignored;
-        fs::remove(m_file, ignored);
+        fs::remove(file_, ignored);
     }
 
     std::unique_ptr<RecordingExecutor> Recorder(FakeExecutor::Answer answer)
     {
-        return std::make_unique<RecordingExecutor>(std::make_unique<FakeExecutor>(std::move(answer)), m_file);
+        return std::make_unique<RecordingExecutor>(std::make_unique<FakeExecutor>(std::move(answer)), file_);
     }
 
     std::string Text() const
     {
-        std::ifstream stream(m_file, std::ios::binary);
+        std::ifstream stream(file_, std::ios::binary);
         std::ostringstream text;
         text << stream.rdbuf();
         return text.str();
     }
 
-    void Write(const std::string& text) const { std::ofstream(m_file, std::ios::binary) << text; }
+    void Write(const std::string& text) const { std::ofstream(file_, std::ios::binary) << text; }
 
-    const std::string m_file = testing::TempDir() + "exchanges-" +
-                               testing::UnitTest::GetInstance()->current_test_info()->name() + "-" +
-                               std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + ".jsonl";
+    const std::string file_ = testing::TempDir() + "exchanges-" +
+                              testing::UnitTest::GetInstance()->current_test_info()->name() + "-" +
+                              std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + ".jsonl";
 };
 
 std::string AllBytes()
@@ -90,7 +90,7 @@ TEST_F(ExchangeRecorder, WhatWasRecordedComesBackByteForByte)
         }
         EXPECT_TRUE(recorder->Good());
     }
-    ReplayExecutor replay(m_file);
+    ReplayExecutor replay(file_);
     ASSERT_TRUE(replay.Valid()) << replay.Problem();
     EXPECT_EQ(replay.Size(), std::size(bodies));
     for (auto body = std::rbegin(bodies); body != std::rend(bodies); ++body) {
@@ -133,7 +133,7 @@ TEST_F(ExchangeRecorder, SecretsStayOutOfTheFileAndStillMatch)
     EXPECT_THAT(Text(), HasSubstr("slowThread"));
     EXPECT_THAT(Text(), HasSubstr("open"));
 
-    ReplayExecutor replay(m_file);
+    ReplayExecutor replay(file_);
     ASSERT_TRUE(replay.Valid()) << replay.Problem();
     const Outcome second = Call(replay, request);
     EXPECT_THAT(second.response.body, HasSubstr("\"n\":24")) << "the binary body was told from the other one";
@@ -158,7 +158,7 @@ TEST_F(ExchangeRecorder, ReplayKeepsTheOrderAndFallsBackToThePath)
     }
     Call(*recorder, Request(1, "/p", "a"));
 
-    ReplayExecutor replay(m_file);
+    ReplayExecutor replay(file_);
     ExpectAnswer(Call(replay, Request(2, "/p", "a")), "1");
     ExpectAnswer(Call(replay, Request(2, "/p", "a")), "3");
     ExpectAnswer(Call(replay, Request(2, "/p", "a")), "2");
@@ -169,7 +169,7 @@ TEST_F(ExchangeRecorder, ReplayKeepsTheOrderAndFallsBackToThePath)
     ExpectFailure(Call(replay, Request(0, "/p")), HostError::NothingRecorded, "method code 0, path /p: not in");
     ExpectFailure(Call(replay, Request(2, "/q")), HostError::NothingRecorded, "not in");
 
-    ReplayExecutor patient(m_file, ReplayExecutor::WhenUsedUp::RepeatLast);
+    ReplayExecutor patient(file_, ReplayExecutor::WhenUsedUp::RepeatLast);
     ExpectAnswer(Call(patient, Request(1, "/p", "a")), "5");
     ExpectAnswer(Call(patient, Request(1, "/p", "z")), "5");
     ExpectFailure(Call(patient, Request(2, "/q")), HostError::NothingRecorded);
@@ -195,14 +195,14 @@ TEST_F(ExchangeRecorder, LinesOfManyThreadsAreWholeAndRecordingGoesOn)
         }
     }
 #ifndef _WIN32
-    EXPECT_EQ(fs::status(m_file).permissions() & (fs::perms::group_all | fs::perms::others_all), fs::perms::none);
-    const std::string link = m_file + ".link";
-    fs::create_symlink(m_file + ".elsewhere", link);
+    EXPECT_EQ(fs::status(file_).permissions() & (fs::perms::group_all | fs::perms::others_all), fs::perms::none);
+    const std::string link = file_ + ".link";
+    fs::create_symlink(file_ + ".elsewhere", link);
     EXPECT_FALSE(RecordingExecutor(nullptr, link).Good());
-    EXPECT_FALSE(fs::exists(m_file + ".elsewhere")) << "what somebody else points to is not made";
+    EXPECT_FALSE(fs::exists(file_ + ".elsewhere")) << "what somebody else points to is not made";
     fs::remove(link);
 #endif
-    ReplayExecutor replay(m_file);
+    ReplayExecutor replay(file_);
     ASSERT_TRUE(replay.Valid()) << replay.Problem();
     EXPECT_EQ(replay.Size(), 400U);
     for (int i = 0; i < 200; ++i) {
@@ -237,17 +237,17 @@ TEST_F(ExchangeRecorder, UnusableFilesAreReportedWithTheirLine)
     };
     for (const auto& [text, part] : spoilt) {
         Write(text);
-        ReplayExecutor replay(m_file);
+        ReplayExecutor replay(file_);
         EXPECT_FALSE(replay.Valid());
         EXPECT_THAT(replay.Problem(), HasSubstr(part));
         ExpectFailure(Call(replay, Request(2, "/p")), HostError::FileFailed, part);
     }
     Write(line + "\n" + line + line.substr(0, line.size() / 2));
-    ReplayExecutor cut(m_file);
+    ReplayExecutor cut(file_);
     EXPECT_TRUE(cut.Valid()) << cut.Problem();
     EXPECT_EQ(cut.Size(), 2U);
 
-    ReplayExecutor missing(m_file + ".missing");
+    ReplayExecutor missing(file_ + ".missing");
     ExpectFailure(Call(missing, Request(2, "/p")), HostError::FileFailed, "cannot read");
 
     // What cannot be recorded still takes place.
@@ -255,7 +255,7 @@ TEST_F(ExchangeRecorder, UnusableFilesAreReportedWithTheirLine)
                                   response.body = "{}";
                                   return true;
                               }),
-                              m_file + ".missing/x");
+                              file_ + ".missing/x");
     EXPECT_FALSE(nowhere.Good());
     ExpectAnswer(Call(nowhere, Request(2, "/p")), "{}");
 }

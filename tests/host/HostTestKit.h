@@ -8,10 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "keel/Error.h"
 #include "loopback/RawServer.h"
 #include "nexwire/host/HostError.h"
 #include "nexwire/host/HttpRequestExecutor.h"
+#include <keel/Error.h>
 
 namespace host_test {
 

@@ -168,50 +168,50 @@ namespace {
 
 class TlsStream : public nexwire::loopback::Stream {
 public:
-    TlsStream(tcp::socket socket, asio::ssl::context& context) : m_stream(std::move(socket), context) {}
+    TlsStream(tcp::socket socket, asio::ssl::context& context) : stream_(std::move(socket), context) {}
 
-    tcp::socket& Socket() override { return m_stream.next_layer(); }
+    tcp::socket& Socket() override { return stream_.next_layer(); }
     void Open(Done done) override
     {
-        m_stream.async_handshake(asio::ssl::stream_base::server, [done](const error_code& error) { done(error, 0); });
+        stream_.async_handshake(asio::ssl::stream_base::server, [done](const error_code& error) { done(error, 0); });
     }
     void ReadSome(asio::mutable_buffer buffer, Done done) override
     {
-        m_stream.async_read_some(asio::mutable_buffers_1(buffer), std::move(done));
+        stream_.async_read_some(asio::mutable_buffers_1(buffer), std::move(done));
     }
     void Write(asio::const_buffer bytes, Done done) override
     {
-        asio::async_write(m_stream, asio::const_buffers_1(bytes), std::move(done));
+        asio::async_write(stream_, asio::const_buffers_1(bytes), std::move(done));
     }
     void SignOff(Done done) override
     {
-        m_stream.async_shutdown([done](const error_code& error) { done(error, 0); });
+        stream_.async_shutdown([done](const error_code& error) { done(error, 0); });
     }
 
 private:
-    asio::ssl::stream<tcp::socket> m_stream;
+    asio::ssl::stream<tcp::socket> stream_;
 };
 
 class TlsTransport : public nexwire::loopback::Transport {
 public:
     TlsTransport(const std::string& certificate, const std::string& key, bool askForClient)
     {
-        m_context.use_certificate_chain_file(certificate);
-        m_context.use_private_key_file(key, asio::ssl::context::pem);
+        context_.use_certificate_chain_file(certificate);
+        context_.use_private_key_file(key, asio::ssl::context::pem);
         if (askForClient) {
-            m_context.load_verify_file(Certificates::Get().authority);
-            m_context.set_verify_mode(asio::ssl::verify_peer | asio::ssl::verify_fail_if_no_peer_cert);
+            context_.load_verify_file(Certificates::Get().authority);
+            context_.set_verify_mode(asio::ssl::verify_peer | asio::ssl::verify_fail_if_no_peer_cert);
         }
     }
 
     const char* Scheme() const override { return "https"; }
     std::unique_ptr<nexwire::loopback::Stream> Wrap(tcp::socket socket) override
     {
-        return std::make_unique<TlsStream>(std::move(socket), m_context);
+        return std::make_unique<TlsStream>(std::move(socket), context_);
     }
 
 private:
-    asio::ssl::context m_context{asio::ssl::context::tls_server};
+    asio::ssl::context context_{asio::ssl::context::tls_server};
 };
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <thread>
 #include <vector>
 
-#include "keel/Error.h"
 #include "loopback/RawServer.h"
 #include "nexwire/host/CallScope.h"
 #include "nexwire/host/FaultExecutor.h"
@@ -18,6 +17,7 @@
 #include "nexwire/host/ObservingExecutor.h"
 #include "nexwire/host/RetryingExecutor.h"
 #include "nexwire/host/TokenExecutor.h"
+#include <keel/Error.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "keel/CodePage.h"
+#include <keel/CodePage.h>
 
 #include "ConvertText.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/Error.h"
+#include <keel/Error.h>
 
 namespace {
 

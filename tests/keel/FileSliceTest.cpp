@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "keel/Error.h"
-#include "keel/FileSlice.h"
 #include "support/TempFolder.h"
+#include <keel/Error.h>
+#include <keel/FileSlice.h>
 
 namespace {
 

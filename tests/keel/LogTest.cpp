@@ -8,10 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "keel/Error.h"
-#include "keel/Log.h"
-#include "keel/StringUtil.h"
 #include "support/TempFolder.h"
+#include <keel/Error.h>
+#include <keel/Log.h>
+#include <keel/StringUtil.h>
 
 namespace {
 
@@ -100,21 +100,21 @@ class LogFile : public testing::Test {
 protected:
     LogFile()
     {
-        m_config.level = LogLevel::Info;
-        m_config.console = false;
-        m_config.file = m_folder.File("门禁.log");
+        config_.level = LogLevel::Info;
+        config_.console = false;
+        config_.file = folder_.File("门禁.log");
     }
     ~LogFile() override { Log().Configure(LogConfig()); }
 
     std::vector<std::string> Lines(const std::string& name = "门禁.log") const
     {
-        std::vector<std::string> lines = StringUtil::SplitString(m_folder.Read(name), "\n");
+        std::vector<std::string> lines = StringUtil::SplitString(folder_.Read(name), "\n");
         lines.pop_back();
         return lines;
     }
 
-    TempFolder m_folder;
-    LogConfig m_config;
+    TempFolder folder_;
+    LogConfig config_;
 };
 
 TEST_F(LogFile, LevelsGateWhatIsWritten)
@@ -124,23 +124,23 @@ TEST_F(LogFile, LevelsGateWhatIsWritten)
         bool error, info;
     } rows[] = {{LogLevel::Off, false, false}, {LogLevel::Error, true, false}, {LogLevel::Info, true, true}};
     for (const auto& row : rows) {
-        m_config.level = row.level;
-        m_config.file = m_folder.File(std::to_string(static_cast<int>(row.level)));
-        ASSERT_TRUE(Log().Configure(m_config));
+        config_.level = row.level;
+        config_.file = folder_.File(std::to_string(static_cast<int>(row.level)));
+        ASSERT_TRUE(Log().Configure(config_));
         EXPECT_EQ(Log().IsErrorEnabled("a"), row.error);
         EXPECT_EQ(Log().IsInfoEnabled("a"), row.info);
         Log().Error("a", "e", LOG4CXX_LOCATION);
         Log().Info("a", "i", LOG4CXX_LOCATION);
         EXPECT_EQ(Lines(std::to_string(static_cast<int>(row.level))).size(), std::size_t{row.error} + row.info);
     }
-    m_config.file.clear();
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.file.clear();
+    ASSERT_TRUE(Log().Configure(config_));
     EXPECT_FALSE(Log().IsErrorEnabled("")) << "there is nowhere to write to";
 }
 
 TEST_F(LogFile, ALineHasLevelNameMessageAndPlace)
 {
-    ASSERT_TRUE(Log().Configure(m_config));
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Info("some.name", "门禁 \xFF%s %m",
                log4cxx::spi::LocationInfo("dir/File.cpp", "File.cpp", "bool f(int)", 42));
     Log().Error("", "plain", log4cxx::spi::LocationInfo());
@@ -154,13 +154,13 @@ TEST_F(LogFile, ALineHasLevelNameMessageAndPlace)
 TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
 {
     const std::string message = R"([body - {"data":"{\"superPassword\":\"hunter2\",\"doorBadge\":\"sesame\"}"}])";
-    ASSERT_TRUE(Log().Configure(m_config));
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Error("", message, LOG4CXX_LOCATION);
-    m_config.extraSecretKeys = {"doorBadge"};
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.extraSecretKeys = {"doorBadge"};
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Info("", message, LOG4CXX_LOCATION);
-    m_config.redact = false;
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.redact = false;
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Info("", message, LOG4CXX_LOCATION);
 
     const std::vector<std::string> lines = Lines();
@@ -173,7 +173,7 @@ TEST_F(LogFile, SecretsAreReplacedUnlessSwitchedOff)
 // Otherwise a server could write entries of its own, or move the cursor of whoever reads the log.
 TEST_F(LogFile, AMessageIsOneLineWithoutControlCharacters)
 {
-    ASSERT_TRUE(Log().Configure(m_config));
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Error("", "a\n2024-05-01 12:00:00.000 ERROR forged\r\tb\x1B[2Jc\x7F\xC2\x9B\xE2\x80\xA8\xE2\x80\xAE\\n门",
                 LOG4CXX_LOCATION);
     const std::vector<std::string> lines = Lines();
@@ -184,13 +184,13 @@ TEST_F(LogFile, AMessageIsOneLineWithoutControlCharacters)
 
 TEST_F(LogFile, AMessageIsCutAtTheCapWithoutItsSecrets)
 {
-    m_config.maxMessageBytes = 100;
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.maxMessageBytes = 100;
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Error("", std::string(100, 'x'), LOG4CXX_LOCATION);
     Log().Error("", std::string(99, 'x') + "门yy", LOG4CXX_LOCATION);
     Log().Error("", std::string(85, 'x') + "\"token\":\"hunter2 and more\"", LOG4CXX_LOCATION);
-    m_config.maxMessageBytes = details::LogConfig().maxMessageBytes;
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.maxMessageBytes = details::LogConfig().maxMessageBytes;
+    ASSERT_TRUE(Log().Configure(config_));
     Log().Error("", std::string(5U << 20U, 'x'), LOG4CXX_LOCATION);
     const std::vector<std::string> lines = Lines();
     ASSERT_EQ(lines.size(), 4U);
@@ -206,14 +206,14 @@ TEST_F(LogFile, AMessageIsCutAtTheCapWithoutItsSecrets)
 TEST_F(LogFile, FilesAreForTheirOwnerOnlyAndNoLinkIsFollowed)
 {
     const mode_t former = umask(0);
-    m_config.maxFileBytes = 200;
-    EXPECT_TRUE(Log().Configure(m_config));
+    config_.maxFileBytes = 200;
+    EXPECT_TRUE(Log().Configure(config_));
     for (int i = 0; i < 10; ++i) {
         Log().Info("", std::string(150, 'x'), LOG4CXX_LOCATION);
     }
     umask(former);
     std::size_t files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path())) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
         EXPECT_EQ(entry.status().permissions(),
                   std::filesystem::perms::owner_read | std::filesystem::perms::owner_write)
             << entry.path();
@@ -221,25 +221,25 @@ TEST_F(LogFile, FilesAreForTheirOwnerOnlyAndNoLinkIsFollowed)
     }
     EXPECT_GE(files, 3U);
 
-    LogConfig linked = m_config;
-    linked.file = m_folder.File("link.log");
-    std::filesystem::create_symlink(m_folder.File("elsewhere"), linked.file);
+    LogConfig linked = config_;
+    linked.file = folder_.File("link.log");
+    std::filesystem::create_symlink(folder_.File("elsewhere"), linked.file);
     EXPECT_FALSE(Log().Configure(linked));
-    EXPECT_FALSE(std::filesystem::exists(m_folder.File("elsewhere")));
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("elsewhere")));
 }
 #endif
 
 TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
 {
-    m_config.file = m_folder.File("100%i %d.log"); // Not a pattern.
-    m_config.maxFileBytes = 2000;
-    m_config.maxBackups = 2;
-    ASSERT_TRUE(Log().Configure(m_config));
+    config_.file = folder_.File("100%i %d.log"); // Not a pattern.
+    config_.maxFileBytes = 2000;
+    config_.maxBackups = 2;
+    ASSERT_TRUE(Log().Configure(config_));
     for (int i = 0; i < 200; ++i) {
         Log().Info("", "message " + std::to_string(i), LOG4CXX_LOCATION);
     }
     std::size_t files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path())) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
         EXPECT_LT(entry.file_size(), 3000U);
         ++files;
     }
@@ -251,18 +251,18 @@ TEST_F(LogFile, RollsOverAndKeepsSoManyBackups)
 
 TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
 {
-    ASSERT_TRUE(Log().Configure(m_config));
-    LogConfig unwritable = m_config;
-    unwritable.file = m_folder.File("missing/folder/log");
-    LogConfig empty = m_config;
+    ASSERT_TRUE(Log().Configure(config_));
+    LogConfig unwritable = config_;
+    unwritable.file = folder_.File("missing/folder/log");
+    LogConfig empty = config_;
     empty.maxFileBytes = 0;
-    LogConfig many = m_config;
+    LogConfig many = config_;
     many.maxBackups = 13;
-    LogConfig none = m_config;
+    LogConfig none = config_;
     none.maxBackups = 0;
-    LogConfig unknown = m_config;
+    LogConfig unknown = config_;
     unknown.level = static_cast<LogLevel>(9);
-    LogConfig mute = m_config;
+    LogConfig mute = config_;
     mute.maxMessageBytes = 0;
     for (const LogConfig& config : {unwritable, empty, many, none, unknown, mute}) {
         Error::SetLastError(Error::ErrorCode());
@@ -276,7 +276,7 @@ TEST_F(LogFile, AFailedConfigurationLeavesTheFormer)
 
 TEST_F(LogFile, ThreadsDoNotMixTheirLines)
 {
-    ASSERT_TRUE(Log().Configure(m_config));
+    ASSERT_TRUE(Log().Configure(config_));
     constexpr int kThreads = 8;
     constexpr int kMessages = 200;
     std::vector<std::thread> threads;
@@ -289,7 +289,7 @@ TEST_F(LogFile, ThreadsDoNotMixTheirLines)
         });
     }
     for (int i = 0; i < 20; ++i) { // The same file opened anew must not lose a line.
-        EXPECT_TRUE(Log().Configure(m_config));
+        EXPECT_TRUE(Log().Configure(config_));
     }
     for (std::thread& thread : threads) {
         thread.join();

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/Encrypt.h"
-#include "keel/Redact.h"
+#include <keel/Encrypt.h>
+#include <keel/Redact.h>
 
 namespace {
 

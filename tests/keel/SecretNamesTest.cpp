@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/Redact.h"
+#include <keel/Redact.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/SingletonImpl.h"
+#include <keel/SingletonImpl.h>
 
 namespace {
 

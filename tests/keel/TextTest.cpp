@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "keel/Encrypt.h"
-#include "keel/GuidUtil.h"
-#include "keel/StringUtil.h"
+#include <keel/Encrypt.h>
+#include <keel/GuidUtil.h>
+#include <keel/StringUtil.h>
 
 namespace {
 

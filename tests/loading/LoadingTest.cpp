@@ -51,18 +51,18 @@ public:
     Threads(int count, const Use& use, std::vector<char>& good)
     {
         for (int i = 0; i < count; ++i) {
-            m_all.emplace_back([this, i, &use, &good] {
-                std::unique_lock<std::mutex> lock(m_mutex);
-                m_changed.wait(lock, [this] { return m_step >= 1; });
-                if (m_step > 1) {
+            all_.emplace_back([this, i, &use, &good] {
+                std::unique_lock<std::mutex> lock(mutex_);
+                changed_.wait(lock, [this] { return step_ >= 1; });
+                if (step_ > 1) {
                     return;
                 }
                 lock.unlock();
                 good[static_cast<std::size_t>(i)] = use(i);
                 lock.lock();
-                ++m_used;
-                m_changed.notify_all();
-                m_changed.wait(lock, [this] { return m_step >= 2; });
+                ++used_;
+                changed_.notify_all();
+                changed_.wait(lock, [this] { return step_ >= 2; });
             });
         }
     }
@@ -73,31 +73,31 @@ public:
 
     void UseIt()
     {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        m_step = 1;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_used == m_all.size(); });
+        std::unique_lock<std::mutex> lock(mutex_);
+        step_ = 1;
+        changed_.notify_all();
+        changed_.wait(lock, [this] { return used_ == all_.size(); });
     }
 
     void End()
     {
         {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_step = 2;
-            m_changed.notify_all();
+            const std::lock_guard<std::mutex> lock(mutex_);
+            step_ = 2;
+            changed_.notify_all();
         }
-        for (std::thread& thread : m_all) {
+        for (std::thread& thread : all_) {
             thread.join();
         }
-        m_all.clear();
+        all_.clear();
     }
 
 private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    int m_step = 0;
-    std::size_t m_used = 0;
-    std::vector<std::thread> m_all;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    int step_ = 0;
+    std::size_t used_ = 0;
+    std::vector<std::thread> all_;
 };
 
 TEST(Loading, ThreadsOutliveTheLibraryAndItIsLoadedAgain)

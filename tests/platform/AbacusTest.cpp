@@ -1,4 +1,4 @@
-#include "abacus/Abacus.h"
+#include <abacus/Abacus.h>
 
 #include <gmock/gmock.h>
 

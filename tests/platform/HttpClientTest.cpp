@@ -1,4 +1,4 @@
-#include "velanet/HttpClient.h"
+#include <velanet/HttpClient.h>
 
 #include <chrono>
 #include <cstdlib>

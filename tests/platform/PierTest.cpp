@@ -1,4 +1,4 @@
-#include "pier/Pier.h"
+#include <pier/Pier.h>
 
 #include <filesystem>
 #include <fstream>
@@ -20,13 +20,13 @@ protected:
     Pier()
     {
         const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = fs::temp_directory_path() / (std::string("nexwire-pier-") + test.name());
-        fs::remove_all(m_folder);
-        fs::create_directories(m_folder);
+        folder_ = fs::temp_directory_path() / (std::string("nexwire-pier-") + test.name());
+        fs::remove_all(folder_);
+        fs::create_directories(folder_);
     }
-    ~Pier() override { fs::remove_all(m_folder); }
+    ~Pier() override { fs::remove_all(folder_); }
 
-    std::string Path(const std::string& name) const { return (m_folder / fs::u8path(name)).u8string(); }
+    std::string Path(const std::string& name) const { return (folder_ / fs::u8path(name)).u8string(); }
 
     static void Write(const std::string& path, const std::string& text, int flags = kReplace)
     {
@@ -42,7 +42,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    fs::path m_folder;
+    fs::path folder_;
 };
 
 TEST_F(Pier, WritesEveryByteUnderEveryName)
@@ -102,7 +102,7 @@ TEST_F(Pier, RefusesBadArguments)
 {
     EXPECT_EQ(Pier_OpenFile(nullptr, kReplace), nullptr);
     EXPECT_EQ(Pier_OpenFile("", kReplace), nullptr);
-    EXPECT_EQ(Pier_OpenFile(m_folder.u8string().c_str(), kReplace), nullptr);
+    EXPECT_EQ(Pier_OpenFile(folder_.u8string().c_str(), kReplace), nullptr);
     EXPECT_EQ(Pier_OpenFile(Path("no/such/folder").c_str(), kReplace), nullptr);
     Write(Path("kept"), "kept");
     for (const int flags : {0, int(PIER_OPEN_CREATE), PIER_OPEN_READ | PIER_OPEN_TRUNCATE,

@@ -1,4 +1,4 @@
-#include "velaproto/RapidJsonProto.h"
+#include <velaproto/RapidJsonProto.h>
 
 #include <cmath>
 #include <cstdint>

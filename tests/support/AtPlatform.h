@@ -43,17 +43,17 @@ private:
     class Failing : public nexwire::IRequestExecutor {
     public:
         Failing(const nexwire::host::HttpExecutorOptions& options, std::atomic<int>& countdown)
-            : m_inner(options), m_countdown(countdown)
+            : inner_(options), countdown_(countdown)
         {
         }
         bool Execute(nexwire::RspInfos& response, const nexwire::RequestParams& request, int flag) override
         {
-            return --m_countdown != 0 && m_inner.Execute(response, request, flag);
+            return --countdown_ != 0 && inner_.Execute(response, request, flag);
         }
 
     private:
-        nexwire::host::HttpRequestExecutor m_inner;
-        std::atomic<int>& m_countdown;
+        nexwire::host::HttpRequestExecutor inner_;
+        std::atomic<int>& countdown_;
     };
 };
 

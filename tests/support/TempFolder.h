@@ -5,21 +5,21 @@
 #include <iterator>
 #include <string>
 
-#include "keel/GuidUtil.h"
+#include <keel/GuidUtil.h>
 
 /// A folder of its own for one test, removed at the end.
 class TempFolder {
 public:
-    TempFolder() : m_path(std::filesystem::temp_directory_path() / ("keel-" + Keel::GuidUtil::CreateGuid()))
+    TempFolder() : path_(std::filesystem::temp_directory_path() / ("keel-" + Keel::GuidUtil::CreateGuid()))
     {
-        std::filesystem::create_directories(m_path);
+        std::filesystem::create_directories(path_);
     }
     ~TempFolder() { Remove(); }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
     /// UTF-8 path of a file in it.
-    std::string File(const std::string& name) const { return (m_path / std::filesystem::u8path(name)).u8string(); }
+    std::string File(const std::string& name) const { return (path_ / std::filesystem::u8path(name)).u8string(); }
 
     std::string Write(const std::string& name, const std::string& bytes) const
     {
@@ -36,11 +36,11 @@ public:
     void Remove() const
     {
         std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
+        std::filesystem::remove_all(path_, ignored);
     }
 
-    const std::filesystem::path& Path() const { return m_path; }
+    const std::filesystem::path& Path() const { return path_; }
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path path_;
 };

@@ -20,8 +20,7 @@
 #include "nexwire/LastExchange.h"
 #include "tools/demo/ChapterBase.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 constexpr int kTeam = 6;
@@ -250,5 +249,4 @@ bool RunAttendanceChapter(Screen& screen)
     return Chapter(screen).Run();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -4,8 +4,7 @@
 
 #include "nexwire/LastExchange.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 std::string WhyNot()
 {
@@ -33,5 +32,4 @@ int Load(const int& counter)
 #endif
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -4,8 +4,7 @@
 
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// Why the last call of this thread failed, in words.
 std::string WhyNot();
@@ -24,5 +23,4 @@ protected:
 /// A counter that another thread counts.
 int Load(const int& counter);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

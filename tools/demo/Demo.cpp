@@ -32,8 +32,7 @@
 #include "tools/demo/Screen.h"
 #include "tools/demo/VideoWallChapter.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -541,5 +540,4 @@ int Run(const DemoOptions& options)
     return screen.AllWell() ? 0 : 1;
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -3,8 +3,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 struct DemoOptions {
     std::string sitePath;        ///< Site description; empty takes the one that is built in.
@@ -18,5 +17,4 @@ struct DemoOptions {
 /// @return 0 when everything went as it should, 1 otherwise, with the reason on the output.
 int Run(const DemoOptions& options);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -19,8 +19,7 @@
 #include "nexwire/LastExchange.h"
 #include "tools/demo/ChapterBase.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 constexpr const char* kPanel = "AC000000000000000000000000000016";
@@ -233,5 +232,4 @@ bool RunDeviceChapter(Screen& screen)
     return Chapter(screen).Run();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

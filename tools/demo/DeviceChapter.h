@@ -4,8 +4,7 @@
 
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// Adds a camera, lists channels, saves and recalls a preset, arms a partition, provokes an alarm, fetches its picture
 /// into a file and uploads a file of events. Expects an initialised library and the devices of the local platform.
@@ -13,5 +12,4 @@ namespace demo {
 /// @return false when something did not go as it should, with the reason on the screen.
 bool RunDeviceChapter(Screen& screen);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -14,8 +14,7 @@
 #include "nexwire/Video/View.h"
 #include "tools/demo/ChapterBase.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 constexpr const char* kUser = "security";
@@ -153,5 +152,4 @@ bool RunFrameworkChapter(Screen& screen)
     return Chapter(screen).Run();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -20,8 +20,7 @@
 #include "nexwire/Visitor/Visitor.h"
 #include "tools/demo/ChapterBase.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 using namespace protocol::personnelcommon;
@@ -272,5 +271,4 @@ bool RunPersonnelChapter(Screen& screen)
     return Chapter(screen).Run();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

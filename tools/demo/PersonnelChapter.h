@@ -2,8 +2,7 @@
 
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// Builds a tree of organisations, imports a list of persons, collects a face at a device, pages persons out of a
 /// device and has the platform do the same, and admits a visitor. Expects an initialised library and the devices of the
@@ -12,5 +11,4 @@ namespace demo {
 /// @return false when something did not go as it should, with the reason on the screen.
 bool RunPersonnelChapter(Screen& screen);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -18,8 +18,7 @@
 #include "nexwire/InformationRelease/ReleaseDevice.h"
 #include "tools/demo/ChapterBase.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 namespace fs = std::filesystem;
@@ -263,5 +262,4 @@ bool RunReleaseChapter(Screen& screen)
     return Chapter(screen).Run();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -2,8 +2,7 @@
 
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// A release server from registration to a running program, and a map with a large picture. Expects the library to be
 /// pointed at a platform.
@@ -11,5 +10,4 @@ namespace demo {
 /// @return false when something did not end as it should; the screen says what.
 bool RunReleaseChapter(Screen& screen);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -1,7 +1,6 @@
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 void Screen::Line(const char* style, const std::string& text)
 {
@@ -70,5 +69,4 @@ void Screen::Progress(const std::string& label, int percent)
     out_.flush();
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -4,8 +4,7 @@
 #include <ostream>
 #include <string>
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// What the demonstration writes on. Safe from several threads, since the platform's lines come from its workers.
 class Screen {
@@ -40,5 +39,4 @@ private:
     std::mutex mutex_;
 };
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -6,8 +6,7 @@
 
 #include "nexwire/VideoWall/VideoWall.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 namespace {
 
 constexpr std::size_t kOutputs = 4;
@@ -184,5 +183,4 @@ int RunVideoWallChapter(Screen& screen, const std::string& host, const std::stri
     return Chapter(screen).Run() ? 0 : 1;
 }
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

@@ -4,8 +4,7 @@
 
 #include "tools/demo/Screen.h"
 
-namespace nexwire {
-namespace demo {
+namespace nexwire::demo {
 
 /// Works with a video wall service: adds a decoder, binds its outputs, opens a window, plays, lets a polling task go
 /// through three cameras and cleans up. Points `CTWDeviceCommon` at the service. Expects the account admin/admin123
@@ -14,5 +13,4 @@ namespace demo {
 /// @return 0 when everything went as it should, 1 otherwise, with the reason on the screen.
 int RunVideoWallChapter(Screen& screen, const std::string& host, const std::string& port);
 
-} // namespace demo
-} // namespace nexwire
+} // namespace nexwire::demo

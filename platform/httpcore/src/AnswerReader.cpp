@@ -32,25 +32,25 @@ std::string Trimmed(const char* begin, const char* end)
 void AnswerReader::Begin(const AnswerInto& into)
 {
     *this = AnswerReader();
-    m_into = into;
-    m_body.Begin(*into.body);
+    into_ = into;
+    body_.Begin(*into.body);
 }
 
 bool AnswerReader::Fail(Fault fault, const char* why)
 {
-    m_fault = fault;
-    m_why = why;
+    fault_ = fault;
+    why_ = why;
     return false;
 }
 
 bool AnswerReader::TakeLine(const char* line, std::size_t size) noexcept
 {
-    m_received += size;
-    m_headBytes += size;
-    if (m_headBytes > kLargestHeader) {
+    received_ += size;
+    headBytes_ += size;
+    if (headBytes_ > kLargestHeader) {
         return Fail(Fault::HeadTooLong);
     }
-    if (m_final) {
+    if (final_) {
         return true; // A trailer behind the body.
     }
     if (size < 2 || line[size - 1] != '\n' || line[size - 2] != '\r') {
@@ -61,7 +61,7 @@ bool AnswerReader::TakeLine(const char* line, std::size_t size) noexcept
         return Fail(Fault::Malformed, "a line of its head holds a control character");
     }
     try {
-        if (!m_inHead) {
+        if (!inHead_) {
             return TakeStatusLine(line, size);
         }
         return size == 0 ? EndHead() : TakeField(line, size);
@@ -78,18 +78,18 @@ bool AnswerReader::TakeStatusLine(const char* line, std::size_t size)
         (size > 12 && line[12] != ' ')) {
         return Fail(Fault::Malformed, "its status line is not one of HTTP/1.1");
     }
-    m_status = (line[9] - '0') * 100 + (line[10] - '0') * 10 + (line[11] - '0');
-    if (m_status == 101) {
+    status_ = (line[9] - '0') * 100 + (line[10] - '0') * 10 + (line[11] - '0');
+    if (status_ == 101) {
         return Fail(Fault::Malformed, "it changes to a protocol that nobody asked for");
     }
     // An interim answer may have come before: only the final one counts.
-    if (m_into.fields != nullptr) {
-        m_into.fields->clear();
+    if (into_.fields != nullptr) {
+        into_.fields->clear();
     }
-    m_lastValue = nullptr;
-    m_old = line[7] == '0';
-    m_chunked = m_declares = m_lastFrames = false;
-    m_inHead = true;
+    lastValue_ = nullptr;
+    old_ = line[7] == '0';
+    chunked_ = declares_ = lastFrames_ = false;
+    inHead_ = true;
     return true;
 }
 
@@ -97,38 +97,38 @@ bool AnswerReader::TakeField(const char* line, std::size_t size)
 {
     const char* const end = line + size;
     if (*line == ' ' || *line == '\t') {
-        if (m_lastFrames) {
+        if (lastFrames_) {
             return Fail(Fault::Malformed, "the field that says where its body ends goes on in a second line");
         }
-        if (m_lastValue != nullptr) {
-            *m_lastValue += ' ' + Trimmed(line, end);
+        if (lastValue_ != nullptr) {
+            *lastValue_ += ' ' + Trimmed(line, end);
         }
         return true;
     }
     const char* const colon = std::find(line, end, ':');
     if (colon == end) {
-        m_lastValue = nullptr;
+        lastValue_ = nullptr;
         return true;
     }
     const std::string name = Trimmed(line, colon);
     const std::string value = Trimmed(colon + 1, end);
     const bool length = SameName(name, "Content-Length");
     const bool transfer = SameName(name, "Transfer-Encoding");
-    m_lastFrames = length || transfer;
-    if (m_lastFrames && colon != line + name.size()) {
+    lastFrames_ = length || transfer;
+    if (lastFrames_ && colon != line + name.size()) {
         return Fail(Fault::Malformed, "there is a blank before a colon of its head");
     }
     if (length && !TakeLength(value)) {
         return false;
     }
     if (transfer) {
-        if (m_chunked || !SameName(value, "chunked")) {
+        if (chunked_ || !SameName(value, "chunked")) {
             return Fail(Fault::Malformed, "its transfer encoding is not the one that is allowed, \"chunked\" once");
         }
-        m_chunked = true;
+        chunked_ = true;
     }
-    if (m_into.fields != nullptr) {
-        m_lastValue = &((*m_into.fields)[name] = value);
+    if (into_.fields != nullptr) {
+        lastValue_ = &((*into_.fields)[name] = value);
     }
     return true;
 }
@@ -144,42 +144,42 @@ bool AnswerReader::TakeLength(const std::string& value)
         const std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
         length = length > (most - digit) / 10 ? most : length * 10 + digit;
     }
-    if (m_declares && length != m_declared) {
+    if (declares_ && length != declared_) {
         return Fail(Fault::Malformed, "it has two different Content-Length values");
     }
-    m_declares = true;
-    m_declared = length;
+    declares_ = true;
+    declared_ = length;
     return true;
 }
 
 bool AnswerReader::EndHead()
 {
-    m_inHead = false;
-    if (m_status < 200) {
+    inHead_ = false;
+    if (status_ < 200) {
         return true;
     }
-    m_final = true;
+    final_ = true;
     // Chunks win over a length and over HTTP/1.0, but somebody on the way may have seen it the other way round.
-    m_ambiguous = m_chunked && (m_declares || m_old);
-    m_declares = m_declares && !m_chunked;
-    if (!m_declares || NoBody()) {
+    ambiguous_ = chunked_ && (declares_ || old_);
+    declares_ = declares_ && !chunked_;
+    if (!declares_ || NoBody()) {
         return true;
     }
-    if (m_declared > m_into.bodyLimit) {
+    if (declared_ > into_.bodyLimit) {
         return Fail(Fault::BodyTooLong);
     }
-    m_body.Declare(m_declared);
+    body_.Declare(declared_);
     return true;
 }
 
 bool AnswerReader::TakeBody(const char* bytes, std::size_t size) noexcept
 {
-    m_received += size;
-    if (size > m_into.bodyLimit - m_body.Size()) {
+    received_ += size;
+    if (size > into_.bodyLimit - body_.Size()) {
         return Fail(Fault::BodyTooLong);
     }
     try {
-        m_body.Append(bytes, size);
+        body_.Append(bytes, size);
         return true;
     } catch (const std::exception&) {
         return Fail(Fault::NoMemory);
@@ -189,7 +189,7 @@ bool AnswerReader::TakeBody(const char* bytes, std::size_t size) noexcept
 bool AnswerReader::Finish() noexcept
 {
     try {
-        m_body.Finish();
+        body_.Finish();
         return true;
     } catch (const std::exception&) {
         return Fail(Fault::NoMemory);

@@ -16,40 +16,40 @@ constexpr std::size_t kLargeBlock = std::size_t{33} << 20;
 
 void BodyBuffer::Begin(std::string& body)
 {
-    m_body = &body;
-    m_body->clear();
-    m_size = 0;
-    m_declared = 0;
-    m_blocks.clear();
+    body_ = &body;
+    body_->clear();
+    size_ = 0;
+    declared_ = 0;
+    blocks_.clear();
 }
 
 void BodyBuffer::Declare(std::uint64_t length)
 {
-    m_declared = length;
-    m_body->reserve(static_cast<std::size_t>(std::min(length, kBelieved)));
+    declared_ = length;
+    body_->reserve(static_cast<std::size_t>(std::min(length, kBelieved)));
 }
 
 void BodyBuffer::Append(const char* bytes, std::size_t size)
 {
-    m_size += size;
-    if (m_size <= m_declared) {
-        if (m_size > m_body->capacity()) {
-            m_body->reserve(static_cast<std::size_t>(m_declared));
+    size_ += size;
+    if (size_ <= declared_) {
+        if (size_ > body_->capacity()) {
+            body_->reserve(static_cast<std::size_t>(declared_));
         }
-        m_body->append(bytes, size);
+        body_->append(bytes, size);
         return;
     }
-    if (m_blocks.empty() && m_size <= kBlock) {
-        m_body->append(bytes, size);
+    if (blocks_.empty() && size_ <= kBlock) {
+        body_->append(bytes, size);
         return;
     }
     while (size > 0) {
-        if (m_blocks.empty() || m_blocks.back().size() == m_blocks.back().capacity()) {
+        if (blocks_.empty() || blocks_.back().size() == blocks_.back().capacity()) {
             std::string block;
-            block.reserve(m_size < kLargeBlock ? kBlock : kLargeBlock);
-            m_blocks.push_back(std::move(block));
+            block.reserve(size_ < kLargeBlock ? kBlock : kLargeBlock);
+            blocks_.push_back(std::move(block));
         }
-        std::string& last = m_blocks.back();
+        std::string& last = blocks_.back();
         const std::size_t fits = std::min(size, last.capacity() - last.size());
         last.append(bytes, fits);
         bytes += fits;
@@ -59,15 +59,15 @@ void BodyBuffer::Append(const char* bytes, std::size_t size)
 
 void BodyBuffer::Finish()
 {
-    if (m_blocks.empty()) {
+    if (blocks_.empty()) {
         return;
     }
-    m_body->reserve(static_cast<std::size_t>(m_size));
-    for (std::string& block : m_blocks) {
-        m_body->append(block);
+    body_->reserve(static_cast<std::size_t>(size_));
+    for (std::string& block : blocks_) {
+        body_->append(block);
         std::string().swap(block);
     }
-    m_blocks.clear();
+    blocks_.clear();
 }
 
 } // namespace httpcore

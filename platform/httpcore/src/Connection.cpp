@@ -57,9 +57,9 @@ bool StartLibcurl()
 
 Connection::~Connection()
 {
-    curl_easy_cleanup(m_easy);
-    if (m_multi != nullptr) {
-        curl_multi_cleanup(m_multi);
+    curl_easy_cleanup(easy_);
+    if (multi_ != nullptr) {
+        curl_multi_cleanup(multi_);
     }
 }
 
@@ -68,13 +68,13 @@ bool Connection::Open(bool overTls)
     if (!StartLibcurl()) {
         return false;
     }
-    m_easy = curl_easy_init();
-    m_multi = curl_multi_init();
-    if (m_easy == nullptr || m_multi == nullptr) {
+    easy_ = curl_easy_init();
+    multi_ = curl_multi_init();
+    if (easy_ == nullptr || multi_ == nullptr) {
         return false;
     }
     bool good =
-        Set(CURLOPT_ERRORBUFFER, m_words) && Set(CURLOPT_NOSIGNAL, 1L) && Set(CURLOPT_QUICK_EXIT, 1L) &&
+        Set(CURLOPT_ERRORBUFFER, words_) && Set(CURLOPT_NOSIGNAL, 1L) && Set(CURLOPT_QUICK_EXIT, 1L) &&
         Set(CURLOPT_PROTOCOLS_STR, "http,https") && Set(CURLOPT_FOLLOWLOCATION, 0L) &&
         // Field names arrive as they were written, and one request is one exchange on one connection.
         Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1)) &&
@@ -86,8 +86,8 @@ bool Connection::Open(bool overTls)
         Set(CURLOPT_TCP_KEEPALIVE, 1L) && Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)) &&
         // An empty text keeps libcurl from asking the environment.
         Set(CURLOPT_PROXY, "") && Set(CURLOPT_NOPROXY, "");
-    m_watchesEnd = overTls && EndsAreTakenOnTrust();
-    if (good && m_watchesEnd) {
+    watchesEnd_ = overTls && EndsAreTakenOnTrust();
+    if (good && watchesEnd_) {
         good = Set(CURLOPT_DEBUGFUNCTION, static_cast<curl_debug_callback>(OnDebug)) && Set(CURLOPT_DEBUGDATA, this) &&
                Set(CURLOPT_VERBOSE, 1L);
     }
@@ -101,9 +101,9 @@ bool Connection::SetTls(const TlsSettings& settings)
     bool good = Set(CURLOPT_SSL_VERIFYPEER, verify) && Set(CURLOPT_SSL_VERIFYHOST, verify * 2) &&
                 SetText(CURLOPT_KEYPASSWD, settings.clientKeyPassphrase);
     if (schannel) {
-        m_judges = settings.verifyPeer;
-        m_hasAuthorities = !settings.caFile.empty();
-        m_authorities = m_hasAuthorities ? ReadFile(settings.caFile) : std::string();
+        judges_ = settings.verifyPeer;
+        hasAuthorities_ = !settings.caFile.empty();
+        authorities_ = hasAuthorities_ ? ReadFile(settings.caFile) : std::string();
         if (good && !settings.clientCertificateFile.empty()) {
             // libcurl would open the file by its name in the local code page.
             std::string bytes = ReadFile(settings.clientCertificateFile);
@@ -137,22 +137,21 @@ bool Connection::SetMethod(const std::string& verb, const std::string* body)
 
 Ending Connection::Run(const AnswerInto& into, bool repeatOnce, const std::function<int()>& wait)
 {
-    m_answer.Begin(into);
-    m_mayRepeat = repeatOnce;
-    m_keepable = m_connected = m_started = m_lost = m_repeated = m_refused = m_saidGoodbye = false;
-    m_fault = CertificateFault::None;
-    m_words[0] = '\0';
+    answer_.Begin(into);
+    mayRepeat_ = repeatOnce;
+    keepable_ = connected_ = started_ = lost_ = repeated_ = refused_ = saidGoodbye_ = false;
+    fault_ = CertificateFault::None;
+    words_[0] = '\0';
     bool ended = false;
-    m_code = Transfer(wait, ended);
-    if (m_fault != CertificateFault::None) {
-        m_code =
-            m_fault == CertificateFault::BadAuthorities ? CURLE_SSL_CACERT_BADFILE : CURLE_PEER_FAILED_VERIFICATION;
+    code_ = Transfer(wait, ended);
+    if (fault_ != CertificateFault::None) {
+        code_ = fault_ == CertificateFault::BadAuthorities ? CURLE_SSL_CACERT_BADFILE : CURLE_PEER_FAILED_VERIFICATION;
     }
     const Ending ending = Judge(ended);
-    if (ending == Ending::Answered && !m_answer.Finish()) {
+    if (ending == Ending::Answered && !answer_.Finish()) {
         return Ending::NoMemory;
     }
-    m_keepable = ending == Ending::Answered && m_code == CURLE_OK && m_answer.Keepable();
+    keepable_ = ending == Ending::Answered && code_ == CURLE_OK && answer_.Keepable();
     return ending;
 }
 
@@ -160,13 +159,13 @@ CURLcode Connection::Transfer(const std::function<int()>& wait, bool& ended)
 {
     struct Joined {
         explicit Joined(Connection& joining)
-            : owner(joining), code(curl_multi_add_handle(joining.m_multi, joining.m_easy))
+            : owner(joining), code(curl_multi_add_handle(joining.multi_, joining.easy_))
         {
         }
         ~Joined()
         {
             if (code == CURLM_OK) {
-                curl_multi_remove_handle(owner.m_multi, owner.m_easy); // With a transfer that is still under way.
+                curl_multi_remove_handle(owner.multi_, owner.easy_); // With a transfer that is still under way.
             }
         }
         Connection& owner;
@@ -176,7 +175,7 @@ CURLcode Connection::Transfer(const std::function<int()>& wait, bool& ended)
     CURLMcode code = joined.code;
     int running = 1;
     while (code == CURLM_OK) {
-        code = curl_multi_perform(m_multi, &running);
+        code = curl_multi_perform(multi_, &running);
         if (code != CURLM_OK || running == 0) {
             break;
         }
@@ -186,14 +185,14 @@ CURLcode Connection::Transfer(const std::function<int()>& wait, bool& ended)
             return CURLE_ABORTED_BY_CALLBACK;
         }
         // Not longer than libcurl's own timers allow.
-        code = curl_multi_poll(m_multi, nullptr, 0, most, nullptr);
+        code = curl_multi_poll(multi_, nullptr, 0, most, nullptr);
     }
     if (code != CURLM_OK) {
         return CURLE_FAILED_INIT;
     }
     NoteKept();
     int queued = 0;
-    const CURLMsg* const message = curl_multi_info_read(m_multi, &queued);
+    const CURLMsg* const message = curl_multi_info_read(multi_, &queued);
     return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
 }
 
@@ -202,7 +201,7 @@ Ending Connection::Judge(bool ended)
     if (ended) {
         return Ending::Ended;
     }
-    switch (m_answer.GetFault()) {
+    switch (answer_.GetFault()) {
     case AnswerReader::Fault::None:
         break;
     case AnswerReader::Fault::HeadTooLong:
@@ -214,35 +213,35 @@ Ending Connection::Judge(bool ended)
     case AnswerReader::Fault::Malformed:
         return Ending::Malformed;
     }
-    if (m_refused) {
+    if (refused_) {
         return Ending::Lost;
     }
-    switch (m_code) {
+    switch (code_) {
     case CURLE_OK: {
         // To libcurl a head that ends with the connection is a whole answer, and so is a TLS connection cut anywhere.
-        const bool cut = m_watchesEnd && m_answer.EndsWithConnection() && !m_saidGoodbye;
-        return m_answer.HeadEnded() && !cut ? Ending::Answered : Ending::Incomplete;
+        const bool cut = watchesEnd_ && answer_.EndsWithConnection() && !saidGoodbye_;
+        return answer_.HeadEnded() && !cut ? Ending::Answered : Ending::Incomplete;
     }
     case CURLE_SEND_ERROR:
     case CURLE_RECV_ERROR:
     case CURLE_OPERATION_TIMEDOUT:
         // The server did not read the request to its end, and said why.
-        if (m_answer.Whole()) {
+        if (answer_.Whole()) {
             return Ending::Answered;
         }
-        if (m_code == CURLE_OPERATION_TIMEDOUT) {
+        if (code_ == CURLE_OPERATION_TIMEDOUT) {
             return Ending::Late;
         }
-        return m_code == CURLE_RECV_ERROR && m_started ? Ending::Incomplete : Ending::Failed;
+        return code_ == CURLE_RECV_ERROR && started_ ? Ending::Incomplete : Ending::Failed;
     case CURLE_PARTIAL_FILE:
     case CURLE_GOT_NOTHING:
-        return m_started ? Ending::Incomplete : Ending::Failed;
+        return started_ ? Ending::Incomplete : Ending::Failed;
     case CURLE_OUT_OF_MEMORY:
-        return m_started && !m_answer.HeadEnded() && MemoryIsThere() ? Ending::HeadTooLong : Ending::NoMemory;
+        return started_ && !answer_.HeadEnded() && MemoryIsThere() ? Ending::HeadTooLong : Ending::NoMemory;
     case CURLE_UNSUPPORTED_PROTOCOL:
     case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_BAD_CONTENT_ENCODING:
-        return m_started ? Ending::Malformed : Ending::Failed;
+        return started_ ? Ending::Malformed : Ending::Failed;
     default:
         return Ending::Failed;
     }
@@ -251,37 +250,37 @@ Ending Connection::Judge(bool ended)
 void Connection::NoteKept()
 {
     // Otherwise it is the one already known. Should it have been closed, it does not pass for clean.
-    if (m_connected && curl_easy_getinfo(m_easy, CURLINFO_ACTIVESOCKET, &m_socket) != CURLE_OK) {
-        m_socket = CURL_SOCKET_BAD;
+    if (connected_ && curl_easy_getinfo(easy_, CURLINFO_ACTIVESOCKET, &socket_) != CURLE_OK) {
+        socket_ = CURL_SOCKET_BAD;
     }
 }
 
 bool Connection::IsClean()
 {
-    if (m_socket == CURL_SOCKET_BAD) {
+    if (socket_ == CURL_SOCKET_BAD) {
         return true;
     }
-    curl_waitfd watched = {m_socket, CURL_WAIT_POLLIN, 0};
-    return curl_multi_poll(m_multi, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
+    curl_waitfd watched = {socket_, CURL_WAIT_POLLIN, 0};
+    return curl_multi_poll(multi_, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
 }
 
 std::uint64_t Connection::SentBytes() const
 {
     curl_off_t sent = 0;
-    curl_easy_getinfo(m_easy, CURLINFO_SIZE_UPLOAD_T, &sent);
+    curl_easy_getinfo(easy_, CURLINFO_SIZE_UPLOAD_T, &sent);
     return static_cast<std::uint64_t>(sent);
 }
 
 long Connection::Info(CURLINFO info) const
 {
     long value = 0;
-    return curl_easy_getinfo(m_easy, info, &value) == CURLE_OK ? value : 0;
+    return curl_easy_getinfo(easy_, info, &value) == CURLE_OK ? value : 0;
 }
 
 CertificateFault Connection::Fault() const
 {
-    if (m_judges) {
-        return m_fault;
+    if (judges_) {
+        return fault_;
     }
     switch (Info(CURLINFO_SSL_VERIFYRESULT)) {
     case 0:
@@ -300,23 +299,23 @@ CertificateFault Connection::Fault() const
 
 std::string Connection::Why() const
 {
-    if (m_fault != CertificateFault::None) {
-        return m_faultWords;
+    if (fault_ != CertificateFault::None) {
+        return faultWords_;
     }
-    if (m_answer.GetFault() == AnswerReader::Fault::Malformed) {
-        return m_answer.Why();
+    if (answer_.GetFault() == AnswerReader::Fault::Malformed) {
+        return answer_.Why();
     }
-    return Keel::StringUtil::SingleLine(m_words[0] != '\0' ? m_words : curl_easy_strerror(m_code));
+    return Keel::StringUtil::SingleLine(words_[0] != '\0' ? words_ : curl_easy_strerror(code_));
 }
 
 std::size_t Connection::OnLine(char* line, std::size_t, std::size_t size, void* self) noexcept
 {
-    return static_cast<Connection*>(self)->m_answer.TakeLine(line, size) ? size : 0;
+    return static_cast<Connection*>(self)->answer_.TakeLine(line, size) ? size : 0;
 }
 
 std::size_t Connection::OnBody(char* bytes, std::size_t, std::size_t size, void* self) noexcept
 {
-    return static_cast<Connection*>(self)->m_answer.TakeBody(bytes, size) ? size : 0;
+    return static_cast<Connection*>(self)->answer_.TakeBody(bytes, size) ? size : 0;
 }
 
 // libcurl repeats a request by itself when a kept connection dies before an answer, even if the request went out.
@@ -324,27 +323,27 @@ std::size_t Connection::OnBody(char* bytes, std::size_t, std::size_t size, void*
 bool Connection::MayAttempt()
 {
     long sent = 0;
-    if (m_started && (curl_easy_getinfo(m_easy, CURLINFO_REQUEST_SIZE, &sent) != CURLE_OK || sent != 0)) {
-        m_lost = true;
-        m_refused = !m_mayRepeat || m_repeated;
+    if (started_ && (curl_easy_getinfo(easy_, CURLINFO_REQUEST_SIZE, &sent) != CURLE_OK || sent != 0)) {
+        lost_ = true;
+        refused_ = !mayRepeat_ || repeated_;
     }
-    return !m_refused;
+    return !refused_;
 }
 
 // Whether the request may go to the server. A kept connection was judged when it was made.
 bool Connection::Trusts()
 {
-    if (m_judges && m_connected) {
-        m_fault = JudgeServer(m_easy, m_hasAuthorities ? &m_authorities : nullptr, m_faultWords);
+    if (judges_ && connected_) {
+        fault_ = JudgeServer(easy_, hasAuthorities_ ? &authorities_ : nullptr, faultWords_);
     }
-    return m_fault == CertificateFault::None;
+    return fault_ == CertificateFault::None;
 }
 
 // Before a new connection is made.
 int Connection::OnSocket(void* self, curl_socket_t, curlsocktype) noexcept
 {
     auto& connection = *static_cast<Connection*>(self);
-    connection.m_connected = true;
+    connection.connected_ = true;
     return connection.MayAttempt() ? CURL_SOCKOPT_OK : CURL_SOCKOPT_ERROR;
 }
 
@@ -355,9 +354,9 @@ int Connection::OnStart(void* self, char*, char*, int, int) noexcept
     if (!connection.MayAttempt() || !connection.Trusts()) {
         return CURL_PREREQFUNC_ABORT;
     }
-    connection.m_repeated = connection.m_lost;
-    connection.m_started = true;
-    connection.m_startedAt = std::chrono::steady_clock::now();
+    connection.repeated_ = connection.lost_;
+    connection.started_ = true;
+    connection.startedAt_ = std::chrono::steady_clock::now();
     return CURL_PREREQFUNC_OK;
 }
 
@@ -370,7 +369,7 @@ int Connection::OnDebug(CURL*, curl_infotype type, char* text, std::size_t size,
         return std::search(text, text + size, part, part + std::strlen(part)) != text + size;
     };
     if (type == CURLINFO_TEXT && holds(kInbound) && holds(kAlert)) {
-        static_cast<Connection*>(self)->m_saidGoodbye = true;
+        static_cast<Connection*>(self)->saidGoodbye_ = true;
     }
     return 0;
 }

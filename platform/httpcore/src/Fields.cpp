@@ -49,11 +49,11 @@ void FieldList::LeaveOut(const std::string& name)
 
 void FieldList::Append(const std::string& line)
 {
-    curl_slist* const grown = curl_slist_append(m_list, line.c_str());
+    curl_slist* const grown = curl_slist_append(list_, line.c_str());
     if (grown == nullptr) {
         throw std::bad_alloc();
     }
-    m_list = grown;
+    list_ = grown;
 }
 
 } // namespace httpcore

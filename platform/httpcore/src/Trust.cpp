@@ -6,23 +6,23 @@ namespace httpcore {
 
 void Trust::Lost(const std::string& server)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const Clock::time_point now = Clock::now();
-    for (auto each = m_until.begin(); each != m_until.end();) {
-        each = each->second <= now ? m_until.erase(each) : std::next(each);
+    for (auto each = until_.begin(); each != until_.end();) {
+        each = each->second <= now ? until_.erase(each) : std::next(each);
     }
-    m_until[server] = now + kDuration;
-    m_any = true;
+    until_[server] = now + kDuration;
+    any_ = true;
 }
 
 bool Trust::MayKeep(const std::string& server) const
 {
-    if (!m_any) {
+    if (!any_) {
         return true;
     }
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto found = m_until.find(server);
-    return found == m_until.end() || found->second <= Clock::now();
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const auto found = until_.find(server);
+    return found == until_.end() || found->second <= Clock::now();
 }
 
 } // namespace httpcore

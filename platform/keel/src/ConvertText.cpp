@@ -9,23 +9,22 @@
 
 #include "Utf8.h"
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 namespace {
 
 class Converter {
 public:
-    Converter(const char* from, const char* to) : m_handle(iconv_open(to, from)) {}
+    Converter(const char* from, const char* to) : handle_(iconv_open(to, from)) {}
     ~Converter()
     {
         if (IsOpen()) {
-            iconv_close(m_handle);
+            iconv_close(handle_);
         }
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
-    bool IsOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
+    bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
     /// Converts what it can of the `left` bytes at `in` and appends it; both say what remains. 0, or the error.
     int Append(char*& in, std::size_t& left, std::string& converted)
@@ -47,13 +46,13 @@ private:
         char buffer[4096];
         char* out = buffer;
         std::size_t room = sizeof buffer;
-        const std::size_t result = iconv(m_handle, in, left, &out, &room);
+        const std::size_t result = iconv(handle_, in, left, &out, &room);
         const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
         converted.append(buffer, sizeof buffer - room);
         return error;
     }
 
-    iconv_t m_handle;
+    iconv_t handle_;
 };
 
 } // namespace
@@ -81,7 +80,6 @@ bool ConvertText(CodeSet from, CodeSet to, const std::string& text, const std::s
     return true;
 }
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details
 
 #endif

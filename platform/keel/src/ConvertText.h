@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 
 #ifdef _WIN32
 using CodeSet = unsigned int; ///< Number of a code page.
@@ -18,5 +17,4 @@ constexpr CodeSet kUtf8 = "UTF-8";
 /// like it. False when the system does not know one of the sets.
 bool ConvertText(CodeSet from, CodeSet to, const std::string& text, const std::string& unknown, std::string& converted);
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

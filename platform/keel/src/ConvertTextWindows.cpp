@@ -9,8 +9,7 @@
 
 #include "Utf8.h"
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 namespace {
 
 const UINT kGb18030 = 54936; ///< Has every character, and refuses to be asked which it lacks.
@@ -78,7 +77,6 @@ bool ConvertText(CodeSet from, CodeSet to, const std::string& text, const std::s
     return true;
 }
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details
 
 #endif

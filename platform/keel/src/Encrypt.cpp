@@ -3,8 +3,7 @@
 #include <array>
 #include <cstdint>
 
-namespace Keel {
-namespace Encrypt {
+namespace Keel::Encrypt {
 namespace {
 
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -75,5 +74,4 @@ bool Base64Decode(const std::string& text, std::string& bytes)
     return true;
 }
 
-} // namespace Encrypt
-} // namespace Keel
+} // namespace Keel::Encrypt

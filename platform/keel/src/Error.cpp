@@ -5,8 +5,7 @@
 
 #include "Utf8.h"
 
-namespace Keel {
-namespace Error {
+namespace Keel::Error {
 namespace {
 
 struct LastError {
@@ -112,5 +111,4 @@ std::string GetLastErrorJson()
     return json;
 }
 
-} // namespace Error
-} // namespace Keel
+} // namespace Keel::Error

@@ -11,8 +11,7 @@
 #include "keel/CodePage.h"
 #endif
 
-namespace Keel {
-namespace FileUtil {
+namespace Keel::FileUtil {
 namespace {
 
 std::filesystem::path SystemPath(const std::string& path)
@@ -85,33 +84,33 @@ bool CFileSlice::Open(const std::string& path, std::size_t sliceBytes)
     impl->path = path;
     impl->fileSize = static_cast<std::uint64_t>(size);
     impl->sliceSize = sliceBytes;
-    m_impl = std::move(impl);
+    impl_ = std::move(impl);
     return true;
 }
 
 void CFileSlice::Close()
 {
-    m_impl.reset();
+    impl_.reset();
 }
 
 bool CFileSlice::IsOpen() const
 {
-    return m_impl != nullptr;
+    return impl_ != nullptr;
 }
 
 std::uint64_t CFileSlice::FileSize() const
 {
-    return m_impl ? m_impl->fileSize : 0;
+    return impl_ ? impl_->fileSize : 0;
 }
 
 std::size_t CFileSlice::SliceSize() const
 {
-    return m_impl ? m_impl->sliceSize : 0;
+    return impl_ ? impl_->sliceSize : 0;
 }
 
 std::uint64_t CFileSlice::SliceCount() const
 {
-    return m_impl ? m_impl->SliceCount() : 0;
+    return impl_ ? impl_->SliceCount() : 0;
 }
 
 bool CFileSlice::ReadSlice(std::uint64_t index, std::string& slice)
@@ -126,11 +125,11 @@ bool CFileSlice::ReadSlice(std::uint64_t index, std::string& slice)
 
 bool CFileSlice::ReadBehind(std::uint64_t index, std::string& text, std::size_t at)
 {
-    if (!m_impl) {
+    if (!impl_) {
         Error::SetLastError({Error::kKeelModule, kFileNotOpen, "no file is open"});
         return false;
     }
-    Impl& file = *m_impl;
+    Impl& file = *impl_;
     if (index >= file.SliceCount()) {
         return Fail(kFileBadSlice, file.path,
                     "slice " + std::to_string(index) + " of " + std::to_string(file.SliceCount()));
@@ -158,19 +157,18 @@ bool CFileSlice::ReadBehind(std::uint64_t index, std::string& text, std::size_t 
 
 SliceResult CFileSlice::ReadNext(std::string& slice)
 {
-    if (m_impl && m_impl->next == m_impl->SliceCount()) {
+    if (impl_ && impl_->next == impl_->SliceCount()) {
         return SliceResult::End;
     }
-    return ReadSlice(m_impl ? m_impl->next : 0, slice) ? SliceResult::Slice : SliceResult::Failed;
+    return ReadSlice(impl_ ? impl_->next : 0, slice) ? SliceResult::Slice : SliceResult::Failed;
 }
 
 SliceResult CFileSlice::ReadNextBehind(std::string& text, std::size_t at)
 {
-    if (m_impl && m_impl->next == m_impl->SliceCount()) {
+    if (impl_ && impl_->next == impl_->SliceCount()) {
         return SliceResult::End;
     }
-    return ReadBehind(m_impl ? m_impl->next : 0, text, at) ? SliceResult::Slice : SliceResult::Failed;
+    return ReadBehind(impl_ ? impl_->next : 0, text, at) ? SliceResult::Slice : SliceResult::Failed;
 }
 
-} // namespace FileUtil
-} // namespace Keel
+} // namespace Keel::FileUtil

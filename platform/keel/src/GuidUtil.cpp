@@ -4,8 +4,7 @@
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid.hpp>
 
-namespace Keel {
-namespace GuidUtil {
+namespace Keel::GuidUtil {
 
 std::string CreateGuid()
 {
@@ -24,5 +23,4 @@ std::string CreateGuid()
     return text;
 }
 
-} // namespace GuidUtil
-} // namespace Keel
+} // namespace Keel::GuidUtil

@@ -32,12 +32,12 @@ constexpr std::int32_t kMaxBackups = 12;
 /// Where messages go, as one configuration has it.
 class Sink {
 public:
-    explicit Sink(const LogConfig& config) : m_console(config.console), m_maxMessageBytes(config.maxMessageBytes)
+    explicit Sink(const LogConfig& config) : console_(config.console), maxMessageBytes_(config.maxMessageBytes)
     {
         if (config.redact) {
-            m_redactor = std::make_unique<CRedactor>(config.extraSecretKeys);
+            redactor_ = std::make_unique<CRedactor>(config.extraSecretKeys);
         }
-        m_output = OpenLogOutput(config);
+        output_ = OpenLogOutput(config);
     }
     Sink(const Sink&) = delete;
     Sink& operator=(const Sink&) = delete;
@@ -45,45 +45,45 @@ public:
     void Write(LogLevel level, const std::string& name, const std::string& message,
                const log4cxx::spi::LocationInfo& where)
     {
-        m_output->Write(level, name.empty() ? "root" : name, Shown(message), where);
+        output_->Write(level, name.empty() ? "root" : name, Shown(message), where);
     }
 
     /// Writes by itself, when what else writes is going or gone.
     void WriteLate(const std::string& message)
     {
-        if (m_console) {
+        if (console_) {
             const std::string line = "ERROR " + Shown(message) + "\n";
             std::fwrite(line.data(), 1, line.size(), stderr);
         }
     }
 
-    void Close() { m_output.reset(); }
+    void Close() { output_.reset(); }
 
 private:
     /// The message as it may be read: not longer than the cap, without secrets, on one line.
     std::string Shown(const std::string& message) const
     {
         std::string shown;
-        if (message.size() > m_maxMessageBytes) {
-            auto end = static_cast<std::size_t>(m_maxMessageBytes);
+        if (message.size() > maxMessageBytes_) {
+            auto end = static_cast<std::size_t>(maxMessageBytes_);
             while (end > 0 && (static_cast<unsigned char>(message[end]) & 0xC0U) == 0x80U) {
                 --end; // Not within a character.
             }
             // What the cut leaves of a secret is replaced as well.
             const std::string part(message, 0, end);
-            shown = m_redactor ? m_redactor->Redact(part) : part;
+            shown = redactor_ ? redactor_->Redact(part) : part;
             shown += "... [" + std::to_string(message.size() - end) + " of " + std::to_string(message.size()) +
                      " bytes left out]";
-        } else if (!m_redactor || !m_redactor->Redact(message, shown)) {
+        } else if (!redactor_ || !redactor_->Redact(message, shown)) {
             return StringUtil::SingleLine(message);
         }
         return StringUtil::SingleLine(shown);
     }
 
-    bool m_console;
-    std::uint64_t m_maxMessageBytes;
-    std::unique_ptr<CRedactor> m_redactor;
-    std::unique_ptr<LogOutput> m_output;
+    bool console_;
+    std::uint64_t maxMessageBytes_;
+    std::unique_ptr<CRedactor> redactor_;
+    std::unique_ptr<LogOutput> output_;
 };
 
 /// Shared by the threads that log, exclusive while the configuration changes and at exit. Who waits for exclusive use
@@ -92,23 +92,23 @@ class Turnstile {
 public:
     void lock()
     {
-        ++m_waiting;
-        m_mutex.lock();
-        --m_waiting;
+        ++waiting_;
+        mutex_.lock();
+        --waiting_;
     }
-    void unlock() { m_mutex.unlock(); }
+    void unlock() { mutex_.unlock(); }
     void lock_shared()
     {
-        while (m_waiting != 0) {
+        while (waiting_ != 0) {
             std::this_thread::yield();
         }
-        m_mutex.lock_shared();
+        mutex_.lock_shared();
     }
-    void unlock_shared() { m_mutex.unlock_shared(); }
+    void unlock_shared() { mutex_.unlock_shared(); }
 
 private:
-    std::atomic<int> m_waiting{0};
-    std::shared_mutex m_mutex;
+    std::atomic<int> waiting_{0};
+    std::shared_mutex mutex_;
 };
 
 /// Whether the process ends and the system has killed all threads but this one, which on Windows comes before the
@@ -135,16 +135,16 @@ public:
         return logger;
     }
 
-    LogLevel Level() const { return m_level.load(std::memory_order_relaxed); }
+    LogLevel Level() const { return level_.load(std::memory_order_relaxed); }
 
     bool Configure(const LogConfig& config)
     {
-        const std::unique_lock<Turnstile> lock(m_turnstile);
-        if (m_closed) {
+        const std::unique_lock<Turnstile> lock(turnstile_);
+        if (closed_) {
             return false;
         }
-        m_sink = std::make_unique<Sink>(config);
-        m_level = config.console || !config.file.empty() ? config.level : LogLevel::Off;
+        sink_ = std::make_unique<Sink>(config);
+        level_ = config.console || !config.file.empty() ? config.level : LogLevel::Off;
         return true;
     }
 
@@ -155,11 +155,11 @@ public:
             return;
         }
         try {
-            const std::shared_lock<Turnstile> lock(m_turnstile);
-            if (!m_closed) {
-                m_sink->Write(level, name, message, where);
+            const std::shared_lock<Turnstile> lock(turnstile_);
+            if (!closed_) {
+                sink_->Write(level, name, message, where);
             } else if (level == LogLevel::Error) {
-                m_sink->WriteLate(message);
+                sink_->WriteLate(message);
             }
         } catch (...) { // No memory, disk full. There is nobody to tell, and the caller's work goes on.
         }
@@ -171,12 +171,12 @@ private:
         ~AtExit()
         {
             if (OthersAreKilled()) {
-                logger.m_closed = true; // Every line is in its file already.
+                logger.closed_ = true; // Every line is in its file already.
                 return;
             }
-            const std::unique_lock<Turnstile> lock(logger.m_turnstile);
-            logger.m_closed = true;
-            logger.m_sink->Close();
+            const std::unique_lock<Turnstile> lock(logger.turnstile_);
+            logger.closed_ = true;
+            logger.sink_->Close();
         }
         Logger& logger;
     };
@@ -184,13 +184,13 @@ private:
     Logger()
     {
         WarmUpLogOutput();
-        m_sink = std::make_unique<Sink>(LogConfig());
+        sink_ = std::make_unique<Sink>(LogConfig());
     }
 
-    Turnstile m_turnstile;
-    std::unique_ptr<Sink> m_sink;
-    bool m_closed = false;
-    std::atomic<LogLevel> m_level{LogLevel::Error};
+    Turnstile turnstile_;
+    std::unique_ptr<Sink> sink_;
+    bool closed_ = false;
+    std::atomic<LogLevel> level_{LogLevel::Error};
 };
 
 std::string WhyNot(const LogConfig& config)

@@ -5,8 +5,7 @@
 
 #include "keel/Log.h"
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 
 /// Where finished messages are written to: console, file, both or neither. By log4cxx (LogOutputLog4cxx.cpp), or by a
 /// few lines of our own where there is none (LogOutputPlain.cpp); the build takes one of the two.
@@ -29,5 +28,4 @@ std::unique_ptr<LogOutput> OpenLogOutput(const LogConfig& config);
 /// Makes every static object that writing needs, so that they outlive those made afterwards.
 void WarmUpLogOutput();
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

@@ -21,8 +21,7 @@
 
 #include "Utf8Scope.h"
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 namespace {
 
 log4cxx::LogString LogText(const std::string& utf8)
@@ -41,23 +40,21 @@ log4cxx::LayoutPtr NewLayout()
 /// What a policy does to roll over, and then the new file, for its owner only: log4cxx would make it for everybody.
 class RollThenMake : public log4cxx::rolling::Action {
 public:
-    RollThenMake(log4cxx::rolling::ActionPtr roll, std::string file) : m_roll(std::move(roll)), m_file(std::move(file))
-    {
-    }
+    RollThenMake(log4cxx::rolling::ActionPtr roll, std::string file) : roll_(std::move(roll)), file_(std::move(file)) {}
 
     bool execute(log4cxx::helpers::Pool& pool) const override
     {
-        return (m_roll == nullptr || m_roll->execute(pool)) && MakePrivateFile(m_file);
+        return (roll_ == nullptr || roll_->execute(pool)) && MakePrivateFile(file_);
     }
 
 private:
-    const log4cxx::rolling::ActionPtr m_roll;
-    const std::string m_file;
+    const log4cxx::rolling::ActionPtr roll_;
+    const std::string file_;
 };
 
 class PrivateRollingPolicy : public log4cxx::rolling::FixedWindowRollingPolicy {
 public:
-    explicit PrivateRollingPolicy(std::string file) : m_file(std::move(file)) {}
+    explicit PrivateRollingPolicy(std::string file) : file_(std::move(file)) {}
 
     log4cxx::rolling::RolloverDescriptionPtr rollover(const log4cxx::LogString& activeFile, const bool append,
                                                       log4cxx::helpers::Pool& pool) override
@@ -69,11 +66,11 @@ public:
         }
         return std::make_shared<log4cxx::rolling::RolloverDescription>(
             usual->getActiveFileName(), usual->getAppend(),
-            std::make_shared<RollThenMake>(usual->getSynchronous(), m_file), usual->getAsynchronous());
+            std::make_shared<RollThenMake>(usual->getSynchronous(), file_), usual->getAsynchronous());
     }
 
 private:
-    const std::string m_file;
+    const std::string file_;
 };
 
 /// Shifts the full file to `file`.1, that one to `file`.2 and so on.
@@ -110,7 +107,7 @@ public:
     {
         const Utf8Scope utf8;
         if (config.console) {
-            m_appenders.push_back(
+            appenders_.push_back(
                 std::make_shared<log4cxx::ConsoleAppender>(NewLayout(), log4cxx::ConsoleAppender::getSystemErr()));
         }
         if (!config.file.empty()) {
@@ -122,12 +119,12 @@ public:
             file->setTriggeringPolicy(NewTrigger(config));
             log4cxx::helpers::Pool pool;
             file->activateOptions(pool);
-            m_appenders.push_back(file);
+            appenders_.push_back(file);
         }
     }
     ~Log4cxxOutput() override
     {
-        for (const log4cxx::AppenderPtr& appender : m_appenders) {
+        for (const log4cxx::AppenderPtr& appender : appenders_) {
             appender->close();
         }
     }
@@ -140,13 +137,13 @@ public:
             LogText(name), level == LogLevel::Error ? log4cxx::Level::getError() : log4cxx::Level::getInfo(),
             LogText(message), where);
         log4cxx::helpers::Pool pool;
-        for (const log4cxx::AppenderPtr& appender : m_appenders) {
+        for (const log4cxx::AppenderPtr& appender : appenders_) {
             appender->doAppend(event, pool);
         }
     }
 
 private:
-    std::vector<log4cxx::AppenderPtr> m_appenders;
+    std::vector<log4cxx::AppenderPtr> appenders_;
 };
 
 } // namespace
@@ -169,5 +166,4 @@ void WarmUpLogOutput()
     log4cxx::Level::getInfo();
 }
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

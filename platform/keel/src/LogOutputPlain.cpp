@@ -12,8 +12,7 @@
 
 #include "keel/PrivateFile.h"
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 namespace {
 
 std::string LocalTime()
@@ -37,10 +36,10 @@ std::string LocalTime()
 class PlainOutput : public LogOutput {
 public:
     explicit PlainOutput(const LogConfig& config)
-        : m_console(config.console), m_file(std::filesystem::u8path(config.file)), m_maxFileBytes(config.maxFileBytes),
-          m_maxBackups(config.maxBackups)
+        : console_(config.console), file_(std::filesystem::u8path(config.file)), maxFileBytes_(config.maxFileBytes),
+          maxBackups_(config.maxBackups)
     {
-        if (!m_file.empty()) {
+        if (!file_.empty()) {
             Open();
         }
     }
@@ -53,58 +52,58 @@ public:
              << "] " << name << ' ' << message << " [" << where.getFileName() << ':' << where.getLineNumber() << ' '
              << where.getMethodName() << "]\n";
         const std::string text = line.str();
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_console) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        if (console_) {
             std::fwrite(text.data(), 1, text.size(), stderr);
         }
-        if (m_file.empty()) {
+        if (file_.empty()) {
             return;
         }
-        if (m_written >= m_maxFileBytes) {
+        if (written_ >= maxFileBytes_) {
             RollOver();
         }
-        m_stream.clear(); // A full disk may have room again.
-        m_stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-        m_stream.flush();
-        m_written += text.size();
+        stream_.clear(); // A full disk may have room again.
+        stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        stream_.flush();
+        written_ += text.size();
     }
 
 private:
     void Open()
     {
-        m_stream.open(m_file, std::ios::binary | std::ios::app);
+        stream_.open(file_, std::ios::binary | std::ios::app);
         std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(m_file, error);
-        m_written = error ? 0 : size;
+        const std::uintmax_t size = std::filesystem::file_size(file_, error);
+        written_ = error ? 0 : size;
     }
 
     std::filesystem::path Backup(std::int32_t number) const
     {
-        std::filesystem::path backup = m_file;
+        std::filesystem::path backup = file_;
         backup += "." + std::to_string(number);
         return backup;
     }
 
     void RollOver()
     {
-        m_stream.close(); // An open file cannot be renamed everywhere.
+        stream_.close(); // An open file cannot be renamed everywhere.
         std::error_code ignored;
-        std::filesystem::remove(Backup(m_maxBackups), ignored);
-        for (std::int32_t number = m_maxBackups; number > 1; --number) {
+        std::filesystem::remove(Backup(maxBackups_), ignored);
+        for (std::int32_t number = maxBackups_; number > 1; --number) {
             std::filesystem::rename(Backup(number - 1), Backup(number), ignored);
         }
-        std::filesystem::rename(m_file, Backup(1), ignored);
-        MakePrivateFile(m_file.u8string());
+        std::filesystem::rename(file_, Backup(1), ignored);
+        MakePrivateFile(file_.u8string());
         Open();
     }
 
-    const bool m_console;
-    const std::filesystem::path m_file;
-    const std::uint64_t m_maxFileBytes;
-    const std::int32_t m_maxBackups;
-    std::mutex m_mutex;
-    std::ofstream m_stream;
-    std::uint64_t m_written = 0;
+    const bool console_;
+    const std::filesystem::path file_;
+    const std::uint64_t maxFileBytes_;
+    const std::int32_t maxBackups_;
+    std::mutex mutex_;
+    std::ofstream stream_;
+    std::uint64_t written_ = 0;
 };
 
 } // namespace
@@ -116,5 +115,4 @@ std::unique_ptr<LogOutput> OpenLogOutput(const LogConfig& config)
 
 void WarmUpLogOutput() {}
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

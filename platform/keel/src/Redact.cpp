@@ -153,15 +153,15 @@ bool PlainQuotes(const std::string& text, std::string& plain)
 /// Finds things in a text. Every search goes forward from `at`.
 class Scanner {
 public:
-    explicit Scanner(const std::string& text) : m_text(text) {}
+    explicit Scanner(const std::string& text) : text_(text) {}
 
-    bool Has(std::size_t at, char c) const { return at < m_text.size() && m_text[at] == c; }
+    bool Has(std::size_t at, char c) const { return at < text_.size() && text_[at] == c; }
 
     /// The next quote, or the end.
     std::size_t NextQuote(std::size_t at) const
     {
-        const std::size_t quote = m_text.find('"', at);
-        return quote == std::string::npos ? m_text.size() : quote;
+        const std::size_t quote = text_.find('"', at);
+        return quote == std::string::npos ? text_.size() : quote;
     }
 
     std::size_t SkipBackslashes(std::size_t at) const
@@ -176,11 +176,11 @@ public:
     std::size_t SkipSpace(std::size_t at) const
     {
         for (;;) {
-            while (at < m_text.size() && IsOneOf(m_text[at], " \t\r\n")) {
+            while (at < text_.size() && IsOneOf(text_[at], " \t\r\n")) {
                 ++at;
             }
             const std::size_t letter = SkipBackslashes(at);
-            if (letter == at || letter == m_text.size() || !IsOneOf(m_text[letter], "nrt")) {
+            if (letter == at || letter == text_.size() || !IsOneOf(text_[letter], "nrt")) {
                 return at;
             }
             at = letter + 1;
@@ -194,7 +194,7 @@ public:
         closed = false;
         for (std::size_t from = at;;) {
             const std::size_t quote = NextQuote(from);
-            if (quote == m_text.size()) {
+            if (quote == text_.size()) {
                 return quote;
             }
             const std::size_t run = RunBefore(quote, from);
@@ -212,8 +212,8 @@ public:
     {
         std::size_t depth = 0;
         std::size_t floor = at;
-        for (; at < m_text.size(); ++at) {
-            const char c = m_text[at];
+        for (; at < text_.size(); ++at) {
+            const char c = text_[at];
             if (c == '[' || c == '{') {
                 ++depth;
             } else if ((c == ']' || c == '}') && --depth == 0) {
@@ -237,7 +237,7 @@ public:
 
     std::size_t EndOfBareValue(std::size_t at) const
     {
-        while (at < m_text.size() && !IsOneOf(m_text[at], ",}] \t\r\n\"\\")) {
+        while (at < text_.size() && !IsOneOf(text_[at], ",}] \t\r\n\"\\")) {
             ++at;
         }
         return at;
@@ -251,17 +251,17 @@ public:
         const std::size_t begin = at;
         std::size_t copied = at;
         decoded.clear();
-        for (std::size_t length = 0; at < m_text.size() && length <= kMaxKeyLength; ++length) {
-            if (m_text[at] != '"' && m_text[at] != '\\') {
+        for (std::size_t length = 0; at < text_.size() && length <= kMaxKeyLength; ++length) {
+            if (text_[at] != '"' && text_[at] != '\\') {
                 ++at;
                 continue;
             }
             close = SkipBackslashes(at);
             level = close - at;
             if (Has(close, '"')) {
-                key = std::string_view(m_text).substr(begin, at - begin);
+                key = std::string_view(text_).substr(begin, at - begin);
                 if (copied != begin) {
-                    key = decoded.append(m_text, copied, at - copied);
+                    key = decoded.append(text_, copied, at - copied);
                 }
                 return true;
             }
@@ -269,7 +269,7 @@ public:
             if (!ReadEscape(close, code)) {
                 return false;
             }
-            AppendUtf8(decoded.append(m_text, copied, at - copied), code);
+            AppendUtf8(decoded.append(text_, copied, at - copied), code);
             at = copied = close + 5;
         }
         return false;
@@ -278,11 +278,11 @@ public:
     /// Whether "uXXXX" stands at `at`.
     bool ReadEscape(std::size_t at, std::uint32_t& code) const
     {
-        if (m_text.size() - at < 5 || m_text[at] != 'u') {
+        if (text_.size() - at < 5 || text_[at] != 'u') {
             return false;
         }
         for (std::size_t i = at + 1; i < at + 5; ++i) {
-            const char c = m_text[i];
+            const char c = text_[i];
             const bool digit = c >= '0' && c <= '9';
             const bool letter = (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
             if (!digit && !letter) {
@@ -301,16 +301,16 @@ public:
         std::size_t end = begin;
         std::size_t colon = std::string::npos;
         bool host = true; // What stands between colon and slash may be a port.
-        for (; at < m_text.size(); ++at) {
+        for (; at < text_.size(); ++at) {
             std::size_t plain = SkipBackslashes(at);
-            const char c = plain < m_text.size() ? m_text[plain] : '"';
+            const char c = plain < text_.size() ? text_[plain] : '"';
             if (static_cast<unsigned char>(c) <= 0x20 || IsOneOf(c, "\"<>") || (plain != at && IsOneOf(c, "nrt"))) {
                 break;
             }
             if (c == '@') {
                 end = plain;
             } else if (IsOneOf(c, "/?#")) {
-                if ((c != '/' && end != begin) || host || m_text[begin] == '[') {
+                if ((c != '/' && end != begin) || host || text_[begin] == '[') {
                     break;
                 }
             } else if (c == ':' && colon == std::string::npos) {
@@ -320,18 +320,18 @@ public:
             }
             at = plain;
         }
-        return at == m_text.size() && end == begin && !host && m_text[begin] != '[' ? at : end;
+        return at == text_.size() && end == begin && !host && text_[begin] != '[' ? at : end;
     }
 
     /// Gathers the Base64 that begins at `at`, slashes perhaps escaped, and gives its end.
     std::size_t ReadBase64(std::size_t at, std::string& base64) const
     {
-        for (; at < m_text.size(); ++at) {
+        for (; at < text_.size(); ++at) {
             const std::size_t letter = SkipBackslashes(at);
             if (Has(letter, '/')) {
                 at = letter;
             }
-            const char c = m_text[at];
+            const char c = text_[at];
             const bool in = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' ||
                             c == '/' || c == '=';
             if (!in) {
@@ -347,13 +347,13 @@ private:
     std::size_t RunBefore(std::size_t at, std::size_t floor) const
     {
         std::size_t run = 0;
-        while (at - run > floor && m_text[at - run - 1] == '\\') {
+        while (at - run > floor && text_[at - run - 1] == '\\') {
             ++run;
         }
         return run;
     }
 
-    const std::string& m_text;
+    const std::string& text_;
 };
 
 } // namespace
@@ -461,7 +461,7 @@ CRedactor::CRedactor(const std::vector<std::string>& extraKeys)
     for (const std::string& key : extraKeys) {
         keys->Add(key, Secrecy::All);
     }
-    m_keys = std::move(keys);
+    keys_ = std::move(keys);
 }
 
 CRedactor::~CRedactor() = default;
@@ -474,13 +474,13 @@ std::string CRedactor::Redact(const std::string& text) const
 
 bool CRedactor::Redact(const std::string& text, std::string& redacted) const
 {
-    return m_keys->Redact(text, redacted, 0);
+    return keys_->Redact(text, redacted, 0);
 }
 
 bool CRedactor::IsSecret(const std::string& name) const
 {
     const bool own = name.size() > 2 && (name[0] == 'X' || name[0] == 'x') && name[1] == '-';
-    return m_keys->SecrecyOf(own ? std::string_view(name).substr(2) : std::string_view(name)) != Secrecy::None;
+    return keys_->SecrecyOf(own ? std::string_view(name).substr(2) : std::string_view(name)) != Secrecy::None;
 }
 
 bool CRedactor::Keys::Redact(const std::string& text, std::string& redacted, int opened) const

@@ -7,8 +7,7 @@
 
 #include "Utf8.h"
 
-namespace Keel {
-namespace StringUtil {
+namespace Keel::StringUtil {
 
 std::string FormatString(const char* format, ...)
 {
@@ -167,5 +166,4 @@ bool IsUtf8(const std::string& text)
     return IsUtf8(text.data(), text.size());
 }
 
-} // namespace StringUtil
-} // namespace Keel
+} // namespace Keel::StringUtil

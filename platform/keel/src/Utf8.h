@@ -2,8 +2,7 @@
 
 #include <cstddef>
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 
 /// Length of the valid UTF-8 sequence at `text` of at most `left` bytes (left > 0); 0 when there is none. Overlong
 /// forms, surrogates and values beyond U+10FFFF are not valid.
@@ -39,5 +38,4 @@ inline std::size_t Utf8Length(const char* text, std::size_t left)
     return length;
 }
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

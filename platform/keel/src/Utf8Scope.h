@@ -4,8 +4,7 @@
 #include <locale.h>
 #endif
 
-namespace Keel {
-namespace details {
+namespace Keel::details {
 
 /// While it lives, the C library takes the texts of this thread for UTF-8, whatever locale the process has. log4cxx
 /// turns texts and file names into the locale's character set, and a host that never called setlocale has one without
@@ -19,13 +18,13 @@ public:
     {
         static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
         if (utf8 != static_cast<locale_t>(nullptr)) {
-            m_former = uselocale(utf8);
+            former_ = uselocale(utf8);
         }
     }
     ~Utf8Scope()
     {
-        if (m_former != static_cast<locale_t>(nullptr)) {
-            uselocale(m_former);
+        if (former_ != static_cast<locale_t>(nullptr)) {
+            uselocale(former_);
         }
     }
 #endif
@@ -34,9 +33,8 @@ public:
 
 private:
 #ifndef _WIN32
-    locale_t m_former = static_cast<locale_t>(nullptr);
+    locale_t former_ = static_cast<locale_t>(nullptr);
 #endif
 };
 
-} // namespace details
-} // namespace Keel
+} // namespace Keel::details

@@ -38,16 +38,16 @@ public:
     explicit Wide(const char* path)
     {
         const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, nullptr, 0);
-        m_text.reset(length > 0 ? new (std::nothrow) wchar_t[static_cast<std::size_t>(length)] : nullptr);
-        if (m_text) {
-            MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, m_text.get(), length);
+        text_.reset(length > 0 ? new (std::nothrow) wchar_t[static_cast<std::size_t>(length)] : nullptr);
+        if (text_) {
+            MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, text_.get(), length);
         }
     }
 
-    const wchar_t* Get() const { return m_text ? m_text.get() : L""; }
+    const wchar_t* Get() const { return text_ ? text_.get() : L""; }
 
 private:
-    std::unique_ptr<wchar_t[]> m_text;
+    std::unique_ptr<wchar_t[]> text_;
 };
 
 bool Open(Native& native, const char* path, int flags)

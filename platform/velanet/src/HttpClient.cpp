@@ -12,8 +12,7 @@
 #include "httpcore/Fields.h"
 #include "httpcore/Trust.h"
 
-namespace Vela {
-namespace Net {
+namespace Vela::Net {
 
 namespace {
 
@@ -104,11 +103,11 @@ struct Failure {
 
 } // namespace
 
-CHttpClientRequest::CHttpClientRequest(const std::string& method, const URL& url) : m_method(method), m_url(url) {}
+CHttpClientRequest::CHttpClientRequest(const std::string& method, const URL& url) : method_(method), url_(url) {}
 
 void CHttpClientRequest::SetMethod(const std::string& method)
 {
-    m_method = method;
+    method_ = method;
 }
 
 void CHttpClientRequest::SetContentType(const std::string& contentType)
@@ -119,46 +118,46 @@ void CHttpClientRequest::SetContentType(const std::string& contentType)
 void CHttpClientRequest::AddHeaderField(const std::string& name, const std::string& value)
 {
     if (IsOneOf(name, {"Content-Type", "Content-Length", "Host", "User-Agent", "Accept"})) {
-        for (HeaderField& field : m_fields) {
+        for (HeaderField& field : fields_) {
             if (SameName(field.name, name)) {
                 field.value = value;
                 return;
             }
         }
     }
-    m_fields.push_back({name, value});
+    fields_.push_back({name, value});
 }
 
 void CHttpClientRequest::SetData(const std::string& data)
 {
-    m_hasData = true;
-    m_data = data;
+    hasData_ = true;
+    data_ = data;
 }
 
 void CHttpClientRequest::SetReceiveTimeout(int milliseconds)
 {
-    m_receiveTimeoutMs = TimeoutOf(milliseconds);
+    receiveTimeoutMs_ = TimeoutOf(milliseconds);
 }
 
 void CHttpClientRequest::SetSendTimeout(int milliseconds)
 {
-    m_sendTimeoutMs = TimeoutOf(milliseconds);
+    sendTimeoutMs_ = TimeoutOf(milliseconds);
 }
 
 void CHttpClientRequest::SetConnectionTimeout(int milliseconds)
 {
-    m_connectionTimeoutMs = TimeoutOf(milliseconds);
+    connectionTimeoutMs_ = TimeoutOf(milliseconds);
 }
 
 void CHttpClientRequest::SetMaxResponseSize(std::uint64_t bytes)
 {
-    m_maxResponseSize = bytes;
+    maxResponseSize_ = bytes;
 }
 
 void CHttpClientResponse::GetResponseData(std::string* data) const
 {
     if (data != nullptr) {
-        *data = m_data;
+        *data = data_;
     }
 }
 
@@ -166,20 +165,20 @@ void CHttpClientResponse::GetResponseData(std::string* data) const
 class HttpClient::Transfer {
 public:
     Transfer(const CHttpClientRequest& request, CHttpClientResponse& response, Session& session)
-        : m_request(request), m_response(response), m_session(session)
+        : request_(request), response_(response), session_(session)
     {
     }
 
     ~Transfer()
     {
-        if (m_wire == nullptr) {
+        if (wire_ == nullptr) {
             return;
         }
         // What the handle points to ends here.
-        m_wire->Set(CURLOPT_HTTPHEADER, static_cast<curl_slist*>(nullptr));
-        m_wire->Set(CURLOPT_POSTFIELDS, static_cast<const char*>(nullptr));
-        if (!m_wire->Keepable() || !TrustInServers().MayKeep(m_session.address.server)) {
-            m_session.connections.pop_front();
+        wire_->Set(CURLOPT_HTTPHEADER, static_cast<curl_slist*>(nullptr));
+        wire_->Set(CURLOPT_POSTFIELDS, static_cast<const char*>(nullptr));
+        if (!wire_->Keepable() || !TrustInServers().MayKeep(session_.address.server)) {
+            session_.connections.pop_front();
         }
     }
 
@@ -189,35 +188,35 @@ public:
         BuildFields();
         TakeConnection();
         Prepare();
-        m_started = Clock::now();
+        started_ = Clock::now();
         httpcore::AnswerInto into;
-        into.body = &m_response.m_data;
-        into.bodyLimit = m_request.m_maxResponseSize;
-        into.headOnly = m_request.m_method == "HEAD";
-        const httpcore::Ending ending = m_wire->Run(into, false, [this] { return RemainingMs(); });
-        if (m_wire->LostKept()) {
-            TrustInServers().Lost(m_session.address.server);
+        into.body = &response_.data_;
+        into.bodyLimit = request_.maxResponseSize_;
+        into.headOnly = request_.method_ == "HEAD";
+        const httpcore::Ending ending = wire_->Run(into, false, [this] { return RemainingMs(); });
+        if (wire_->LostKept()) {
+            TrustInServers().Lost(session_.address.server);
         }
         if (ending != httpcore::Ending::Answered) {
             throw FailureOf(ending);
         }
-        const httpcore::AnswerReader& answer = m_wire->Answer();
-        m_response.m_status = answer.Status();
-        m_response.m_contentLength =
+        const httpcore::AnswerReader& answer = wire_->Answer();
+        response_.status_ = answer.Status();
+        response_.contentLength_ =
             answer.DeclaresLength() ? answer.DeclaredLength() : CHttpClientResponse::kUnknownLength;
     }
 
 private:
     void ReadAddress()
     {
-        const std::string& text = m_request.m_url.GetAddress();
+        const std::string& text = request_.url_.GetAddress();
         if (text.empty() || HasControl(text, 0x21)) {
             throw Failure{Error::kBadRequest, "the address is empty or has blanks or control characters"};
         }
         if (text.find('#') != std::string::npos) {
             throw Failure{Error::kBadRequest, "the address has a fragment"};
         }
-        Address& address = m_session.address;
+        Address& address = session_.address;
         if (address.parts && address.text == text) {
             return;
         }
@@ -242,13 +241,13 @@ private:
 
     void BuildFields()
     {
-        m_hasBody = m_request.m_hasData;
-        if (!httpcore::IsToken(m_request.m_method) || m_request.m_method.size() > 32) {
+        hasBody_ = request_.hasData_;
+        if (!httpcore::IsToken(request_.method_) || request_.method_.size() > 32) {
             throw Failure{Error::kBadRequest, "the method is not an HTTP token"};
         }
-        std::size_t head = m_request.m_url.GetAddress().size();
+        std::size_t head = request_.url_.GetAddress().size();
         bool hasType = false;
-        for (const CHttpClientRequest::HeaderField& field : m_request.m_fields) {
+        for (const CHttpClientRequest::HeaderField& field : request_.fields_) {
             if (!httpcore::IsToken(field.name)) {
                 throw Failure{Error::kBadRequest, "a header field's name is not an HTTP token"};
             }
@@ -259,19 +258,19 @@ private:
                 throw Failure{Error::kBadRequest, "the header field " + field.name + " cannot be set"};
             }
             if (SameName(field.name, "Content-Length")) {
-                if (field.value != std::to_string(m_request.m_data.size())) {
+                if (field.value != std::to_string(request_.data_.size())) {
                     throw Failure{Error::kBadRequest, "Content-Length " + field.value +
                                                           " is not the length of the data, " +
-                                                          std::to_string(m_request.m_data.size())};
+                                                          std::to_string(request_.data_.size())};
                 }
-                m_hasBody = true;
+                hasBody_ = true;
                 continue;
             }
             hasType = hasType || SameName(field.name, "Content-Type");
             if (field.value.empty() && SameName(field.name, "Accept")) {
-                m_fields.LeaveOut("Accept");
+                fields_.LeaveOut("Accept");
             } else {
-                m_fields.Add(field.name, field.value);
+                fields_.Add(field.name, field.value);
             }
             head += field.name.size() + field.value.size() + 4;
         }
@@ -279,21 +278,21 @@ private:
             throw Failure{Error::kBadRequest, "the address and the header fields are too long"};
         }
         if (!hasType) {
-            m_fields.LeaveOut("Content-Type");
+            fields_.LeaveOut("Content-Type");
         }
-        m_fields.LeaveOut("Expect");
+        fields_.LeaveOut("Expect");
     }
 
     // The kept connection to the server, or a new one, as the first of the session.
     void TakeConnection()
     {
-        std::list<Session::Kept>& all = m_session.connections;
-        const std::string& server = m_session.address.server;
+        std::list<Session::Kept>& all = session_.connections;
+        const std::string& server = session_.address.server;
         const auto kept = std::find_if(all.begin(), all.end(), [&](const auto& each) { return each.server == server; });
         if (kept != all.end()) {
             if (kept->connection.IsClean() && TrustInServers().MayKeep(server)) {
                 all.splice(all.begin(), all, kept);
-                m_wire = &all.front().connection;
+                wire_ = &all.front().connection;
                 return;
             }
             all.erase(kept);
@@ -307,15 +306,15 @@ private:
         if (all.size() > Session::kMaxConnections) {
             all.pop_back();
         }
-        m_wire = &all.front().connection;
+        wire_ = &all.front().connection;
     }
 
     void Prepare()
     {
-        if (!m_wire->Set(CURLOPT_CURLU, m_session.address.parts.get()) ||
-            !m_wire->Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.m_connectionTimeoutMs)) ||
-            !m_wire->Set(CURLOPT_HTTPHEADER, m_fields.Get()) ||
-            !m_wire->SetMethod(m_request.m_method, m_hasBody ? &m_request.m_data : nullptr)) {
+        if (!wire_->Set(CURLOPT_CURLU, session_.address.parts.get()) ||
+            !wire_->Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request_.connectionTimeoutMs_)) ||
+            !wire_->Set(CURLOPT_HTTPHEADER, fields_.Get()) ||
+            !wire_->SetMethod(request_.method_, hasBody_ ? &request_.data_ : nullptr)) {
             throw Failure{Error::kInternal, "the HTTP library refuses an option"};
         }
     }
@@ -324,21 +323,20 @@ private:
     int RemainingMs()
     {
         const Clock::time_point now = Clock::now();
-        if (m_wire->Started() && !m_sent &&
-            (m_wire->Answer().Started() || m_wire->SentBytes() >= m_request.m_data.size())) {
-            m_sent = true;
-            m_sentAt = now;
+        if (wire_->Started() && !sent_ && (wire_->Answer().Started() || wire_->SentBytes() >= request_.data_.size())) {
+            sent_ = true;
+            sentAt_ = now;
         }
-        int limit = m_request.m_receiveTimeoutMs;
-        Clock::time_point since = m_sentAt;
+        int limit = request_.receiveTimeoutMs_;
+        Clock::time_point since = sentAt_;
         const char* text = "no whole answer within the receive time-out of ";
-        if (!m_wire->Started()) {
-            limit = m_request.m_connectionTimeoutMs;
-            since = m_started;
+        if (!wire_->Started()) {
+            limit = request_.connectionTimeoutMs_;
+            since = started_;
             text = "no connection within the connection time-out of ";
-        } else if (!m_sent) {
-            limit = m_request.m_sendTimeoutMs;
-            since = m_wire->StartedAt();
+        } else if (!sent_) {
+            limit = request_.sendTimeoutMs_;
+            since = wire_->StartedAt();
             text = "the request could not be sent within the send time-out of ";
         }
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(since + std::chrono::milliseconds(limit) - now);
@@ -354,7 +352,7 @@ private:
         switch (ending) {
         case Ending::BodyTooLong:
             return {Error::kTooLarge,
-                    "the answer is larger than " + std::to_string(m_request.m_maxResponseSize) + " bytes"};
+                    "the answer is larger than " + std::to_string(request_.maxResponseSize_) + " bytes"};
         case Ending::HeadTooLong:
             return {Error::kTooLarge, "the head of the answer, or a line of it, is too long"};
         case Ending::Lost:
@@ -362,9 +360,9 @@ private:
         case Ending::Incomplete:
             return {Error::kBroken, "the connection ended before the answer did"};
         case Ending::Malformed:
-            return {Error::kBroken, "the answer is not proper HTTP: " + m_wire->Why()};
+            return {Error::kBroken, "the answer is not proper HTTP: " + wire_->Why()};
         case Ending::Late:
-            return {Error::kTimeout, m_wire->Why()};
+            return {Error::kTimeout, wire_->Why()};
         case Ending::NoMemory:
             return {Error::kInternal, "out of memory"};
         case Ending::Answered:
@@ -372,25 +370,25 @@ private:
         case Ending::Failed:
             break;
         }
-        switch (m_wire->Code()) {
+        switch (wire_->Code()) {
         case CURLE_FAILED_INIT:
-            return {Error::kInternal, m_wire->Why()};
+            return {Error::kInternal, wire_->Why()};
         case CURLE_UNSUPPORTED_PROTOCOL:
-            return {Error::kBadRequest, m_wire->Why()};
+            return {Error::kBadRequest, wire_->Why()};
         default:
-            return {m_wire->Started() ? Error::kBroken : Error::kConnect, m_wire->Why()};
+            return {wire_->Started() ? Error::kBroken : Error::kConnect, wire_->Why()};
         }
     }
 
-    const CHttpClientRequest& m_request;
-    CHttpClientResponse& m_response;
-    Session& m_session;
-    httpcore::Connection* m_wire = nullptr; ///< The first of the session.
-    httpcore::FieldList m_fields;
-    bool m_hasBody = false;
-    bool m_sent = false;
-    Clock::time_point m_started;
-    Clock::time_point m_sentAt;
+    const CHttpClientRequest& request_;
+    CHttpClientResponse& response_;
+    Session& session_;
+    httpcore::Connection* wire_ = nullptr; ///< The first of the session.
+    httpcore::FieldList fields_;
+    bool hasBody_ = false;
+    bool sent_ = false;
+    Clock::time_point started_;
+    Clock::time_point sentAt_;
 };
 
 bool HttpClient::Send(const CHttpClientRequest& request, CHttpClientResponse* response, Error* error) noexcept
@@ -424,5 +422,4 @@ bool HttpClient::Send(const CHttpClientRequest& request, CHttpClientResponse* re
     return failure.code == Error::kNone;
 }
 
-} // namespace Net
-} // namespace Vela
+} // namespace Vela::Net

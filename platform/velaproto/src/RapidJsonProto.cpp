@@ -67,10 +67,10 @@ bool IsText(const std::string& text)
 // Hands the events of the parser on to the document and stops it where the document must not go.
 class Gate {
 public:
-    explicit Gate(Document& document) : m_document(document) {}
+    explicit Gate(Document& document) : document_(document) {}
 
-    bool Null() { return m_document.Null(); }
-    bool Bool(bool value) { return m_document.Bool(value); }
+    bool Null() { return document_.Null(); }
+    bool Bool(bool value) { return document_.Bool(value); }
     // Numbers come as text: the library's own exact conversion stumbles over a mantissa of 0.
     bool RawNumber(const char* text, SizeType length, bool)
     {
@@ -78,7 +78,7 @@ public:
         std::int64_t whole = 0;
         const auto asWhole = std::from_chars(text, end, whole);
         if (asWhole.ec == std::errc() && asWhole.ptr == end) {
-            return m_document.Int64(whole);
+            return document_.Int64(whole);
         }
         double real = 0;
         const auto asReal = std::from_chars(text, end, real);
@@ -88,63 +88,63 @@ public:
             const bool small = number.find("e-") != std::string_view::npos ||
                                number.find("E-") != std::string_view::npos || number.substr(0, 2) == "0." ||
                                number.substr(0, 3) == "-0.";
-            return small && m_document.Double(0.0);
+            return small && document_.Double(0.0);
         }
-        return asReal.ec == std::errc() && asReal.ptr == end && m_document.Double(real);
+        return asReal.ec == std::errc() && asReal.ptr == end && document_.Double(real);
     }
-    bool Int(int value) { return m_document.Int(value); }
-    bool Uint(unsigned value) { return m_document.Uint(value); }
-    bool Int64(std::int64_t value) { return m_document.Int64(value); }
-    bool Uint64(std::uint64_t value) { return m_document.Uint64(value); }
-    bool Double(double value) { return m_document.Double(value); }
+    bool Int(int value) { return document_.Int(value); }
+    bool Uint(unsigned value) { return document_.Uint(value); }
+    bool Int64(std::int64_t value) { return document_.Int64(value); }
+    bool Uint64(std::uint64_t value) { return document_.Uint64(value); }
+    bool Double(double value) { return document_.Double(value); }
     // Only here a lone half of a surrogate pair shows, as the bytes it was decoded to.
     bool String(const char* text, SizeType length, bool copy)
     {
-        return IsUtf8(text, length) && m_document.String(text, length, copy);
+        return IsUtf8(text, length) && document_.String(text, length, copy);
     }
     bool Key(const char* text, SizeType length, bool copy)
     {
-        return IsUtf8(text, length) && m_document.Key(text, length, copy);
+        return IsUtf8(text, length) && document_.Key(text, length, copy);
     }
-    bool StartObject() { return Enter() && m_document.StartObject(); }
-    bool EndObject(SizeType count) { return Leave() && m_document.EndObject(count); }
-    bool StartArray() { return Enter() && m_document.StartArray(); }
-    bool EndArray(SizeType count) { return Leave() && m_document.EndArray(count); }
+    bool StartObject() { return Enter() && document_.StartObject(); }
+    bool EndObject(SizeType count) { return Leave() && document_.EndObject(count); }
+    bool StartArray() { return Enter() && document_.StartArray(); }
+    bool EndArray(SizeType count) { return Leave() && document_.EndArray(count); }
 
 private:
-    bool Enter() { return ++m_depth <= CRapidJsonProto::kMaxDepth; }
+    bool Enter() { return ++depth_ <= CRapidJsonProto::kMaxDepth; }
     bool Leave()
     {
-        --m_depth;
+        --depth_;
         return true;
     }
 
-    Document& m_document;
-    std::size_t m_depth = 0;
+    Document& document_;
+    std::size_t depth_ = 0;
 };
 
 // Parses into a document; a generator in the library's sense.
 class Parser {
 public:
-    explicit Parser(const std::string& text) : m_text(text) {}
+    explicit Parser(const std::string& text) : text_(text) {}
 
     bool operator()(Document& document)
     {
-        const std::size_t start = m_text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-        rapidjson::MemoryStream in(m_text.data() + start, m_text.size() - start);
+        const std::size_t start = text_.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+        rapidjson::MemoryStream in(text_.data() + start, text_.size() - start);
         rapidjson::GenericReader<Utf8, Utf8, Allocator> reader;
         Gate gate(document);
         const unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
         // A NUL counts as the end of the text for the library.
-        m_complete = !reader.Parse<flags>(in, gate).IsError() && in.Tell() == m_text.size() - start;
-        return m_complete;
+        complete_ = !reader.Parse<flags>(in, gate).IsError() && in.Tell() == text_.size() - start;
+        return complete_;
     }
 
-    bool Complete() const { return m_complete; }
+    bool Complete() const { return complete_; }
 
 private:
-    const std::string& m_text;
-    bool m_complete = false;
+    const std::string& text_;
+    bool complete_ = false;
 };
 
 using Token = Pointer::Token;
@@ -157,16 +157,16 @@ public:
     {
         if (!TakeApart(path)) {
             const std::string whole = path.empty() || path.front() == '/' ? path : '/' + path;
-            m_pointer = std::make_unique<Pointer>(whole.data(), whole.size());
-            m_valid = m_pointer->IsValid();
-            m_count = m_pointer->GetTokenCount();
+            pointer_ = std::make_unique<Pointer>(whole.data(), whole.size());
+            valid_ = pointer_->IsValid();
+            count_ = pointer_->GetTokenCount();
         }
     }
 
-    bool IsValid() const { return m_valid; }
-    std::size_t size() const { return m_count; }
-    const Token* begin() const { return m_pointer ? m_pointer->GetTokens() : m_tokens.data(); }
-    const Token* end() const { return begin() + m_count; }
+    bool IsValid() const { return valid_; }
+    std::size_t size() const { return count_; }
+    const Token* begin() const { return pointer_ ? pointer_->GetTokens() : tokens_.data(); }
+    const Token* end() const { return begin() + count_; }
 
 private:
     bool TakeApart(const std::string& path)
@@ -179,13 +179,13 @@ private:
         }
         std::size_t from = path.front() == '/' ? 1 : 0;
         for (;;) {
-            if (m_count == m_tokens.size()) {
-                m_count = 0;
+            if (count_ == tokens_.size()) {
+                count_ = 0;
                 return false;
             }
             const std::size_t slash = std::min(path.find('/', from), path.size());
-            m_tokens[m_count++] = {path.data() + from, static_cast<SizeType>(slash - from),
-                                   IndexIn(path.data() + from, slash - from)};
+            tokens_[count_++] = {path.data() + from, static_cast<SizeType>(slash - from),
+                                 IndexIn(path.data() + from, slash - from)};
             if (slash == path.size()) {
                 return true;
             }
@@ -209,10 +209,10 @@ private:
         return index < rapidjson::kPointerInvalidIndex ? static_cast<SizeType>(index) : rapidjson::kPointerInvalidIndex;
     }
 
-    std::array<Token, 8> m_tokens;
-    std::unique_ptr<Pointer> m_pointer;
-    std::size_t m_count = 0;
-    bool m_valid = true;
+    std::array<Token, 8> tokens_;
+    std::unique_ptr<Pointer> pointer_;
+    std::size_t count_ = 0;
+    bool valid_ = true;
 };
 
 Value Name(const Token& token)
@@ -364,7 +364,7 @@ struct CRapidJsonProto::Impl {
     }
 };
 
-CRapidJsonProto::CRapidJsonProto() : m_impl(std::make_unique<Impl>()) {}
+CRapidJsonProto::CRapidJsonProto() : impl_(std::make_unique<Impl>()) {}
 
 CRapidJsonProto::~CRapidJsonProto() = default;
 
@@ -377,7 +377,7 @@ bool CRapidJsonProto::Load(const std::string& text)
         if (!parser.Complete()) {
             return false;
         }
-        m_impl = std::move(loaded);
+        impl_ = std::move(loaded);
         return true;
     } catch (const std::bad_alloc&) {
         return false;
@@ -388,7 +388,7 @@ std::string CRapidJsonProto::ToString() const
 {
     Buffer buffer;
     Writer writer(buffer);
-    m_impl->document.Accept(writer);
+    impl_->document.Accept(writer);
     return std::string(buffer.GetString(), buffer.GetSize());
 }
 
@@ -397,8 +397,8 @@ bool CRapidJsonProto::Set(const std::string& path, const std::string& value)
     if (!IsText(value)) {
         return false;
     }
-    Value text(value.data(), static_cast<SizeType>(value.size()), m_impl->document.GetAllocator());
-    return m_impl->Store(path, text);
+    Value text(value.data(), static_cast<SizeType>(value.size()), impl_->document.GetAllocator());
+    return impl_->Store(path, text);
 }
 
 bool CRapidJsonProto::Set(const std::string& path, const char* value)
@@ -408,33 +408,33 @@ bool CRapidJsonProto::Set(const std::string& path, const char* value)
 
 bool CRapidJsonProto::Set(const std::string& path, std::int32_t value)
 {
-    return m_impl->StoreNumber(path, value);
+    return impl_->StoreNumber(path, value);
 }
 
 bool CRapidJsonProto::Set(const std::string& path, std::int64_t value)
 {
-    return m_impl->StoreNumber(path, value);
+    return impl_->StoreNumber(path, value);
 }
 
 bool CRapidJsonProto::Set(const std::string& path, double value)
 {
-    return std::isfinite(value) && m_impl->StoreNumber(path, value);
+    return std::isfinite(value) && impl_->StoreNumber(path, value);
 }
 
 bool CRapidJsonProto::Set(const std::string& path, bool value)
 {
-    return m_impl->StoreNumber(path, value);
+    return impl_->StoreNumber(path, value);
 }
 
 bool CRapidJsonProto::SetArray(const std::string& path)
 {
     Value array(rapidjson::kArrayType);
-    return m_impl->Store(path, array);
+    return impl_->Store(path, array);
 }
 
 bool CRapidJsonProto::Get(const std::string& path, std::string& value) const
 {
-    const Value* const found = m_impl->Find(path);
+    const Value* const found = impl_->Find(path);
     if (found == nullptr || !found->IsString()) {
         return false;
     }
@@ -455,13 +455,13 @@ bool CRapidJsonProto::Get(const std::string& path, std::int32_t& value) const
 
 bool CRapidJsonProto::Get(const std::string& path, std::int64_t& value) const
 {
-    const Value* const found = m_impl->Find(path);
+    const Value* const found = impl_->Find(path);
     return found != nullptr && Whole(*found, value);
 }
 
 bool CRapidJsonProto::Get(const std::string& path, double& value) const
 {
-    const Value* const found = m_impl->Find(path);
+    const Value* const found = impl_->Find(path);
     if (found == nullptr || !found->IsNumber()) {
         return false;
     }
@@ -471,7 +471,7 @@ bool CRapidJsonProto::Get(const std::string& path, double& value) const
 
 bool CRapidJsonProto::Get(const std::string& path, bool& value) const
 {
-    const Value* const found = m_impl->Find(path);
+    const Value* const found = impl_->Find(path);
     if (found == nullptr || !found->IsBool()) {
         return false;
     }
@@ -481,12 +481,12 @@ bool CRapidJsonProto::Get(const std::string& path, bool& value) const
 
 bool CRapidJsonProto::Has(const std::string& path) const
 {
-    return m_impl->Find(path) != nullptr;
+    return impl_->Find(path) != nullptr;
 }
 
 std::size_t CRapidJsonProto::ArraySize(const std::string& path) const
 {
-    const Value* const found = m_impl->Find(path);
+    const Value* const found = impl_->Find(path);
     return found != nullptr && found->IsArray() ? found->Size() : 0;
 }
 

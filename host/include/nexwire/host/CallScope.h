@@ -9,8 +9,7 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Ends calls from another thread. Copies share one state; safe from any number of threads.
 class CancelToken {
@@ -24,7 +23,7 @@ public:
 private:
     friend class CancelWatch;
     struct State;
-    std::shared_ptr<State> m_state;
+    std::shared_ptr<State> state_;
 };
 
 /// What holds for all calls that a thread makes while the object lives: a deadline, a token that ends them, header
@@ -51,11 +50,11 @@ public:
     /// A field of every request; it wins over that of an outer scope and over the request's own.
     void Header(const std::string& name, const std::string& value);
 
-    const CancelToken& Token() const { return m_token; }
+    const CancelToken& Token() const { return token_; }
     /// Names of the outer scopes and its own, "outer/inner".
-    const std::string& Name() const { return m_name; }
-    bool HasDeadline() const { return m_deadline != (Clock::time_point::max)(); }
-    Clock::time_point Deadline() const { return m_deadline; }
+    const std::string& Name() const { return name_; }
+    bool HasDeadline() const { return deadline_ != (Clock::time_point::max)(); }
+    Clock::time_point Deadline() const { return deadline_; }
     /// Whether its token or that of an outer scope was pulled.
     bool Cancelled() const;
 
@@ -65,11 +64,11 @@ public:
 private:
     friend class CancelWatch;
     friend class ScopedExecutor;
-    CallScope* const m_outer;
-    std::string m_name;
-    Clock::time_point m_deadline = (Clock::time_point::max)();
-    CancelToken m_token;
-    std::map<std::string, std::string> m_headers; ///< Those of the outer scopes included.
+    CallScope* const outer_;
+    std::string name_;
+    Clock::time_point deadline_ = (Clock::time_point::max)();
+    CancelToken token_;
+    std::map<std::string, std::string> headers_; ///< Those of the outer scopes included.
 };
 
 /// Calls a function when a token that holds for the calling thread is pulled, from the thread that pulls it. For
@@ -86,8 +85,8 @@ private:
     friend class CancelToken;
     void Leave();
 
-    std::function<void()> m_wake;
-    const CallScope* const m_scope; ///< Where watching began.
+    std::function<void()> wake_;
+    const CallScope* const scope_; ///< Where watching began.
 };
 
 /// Has every request follow the calling thread's scope: what is left of its deadline (at most), its header fields, its
@@ -95,15 +94,14 @@ private:
 class ScopedExecutor : public IRequestExecutor {
 public:
     /// @param inner  does the work; must not be null.
-    explicit ScopedExecutor(std::unique_ptr<IRequestExecutor> inner) : m_inner(std::move(inner)) {}
+    explicit ScopedExecutor(std::unique_ptr<IRequestExecutor> inner) : inner_(std::move(inner)) {}
 
     /// @return what the inner executor returns; false with `HostError::DeadlinePassed` or `HostError::Aborted`, and
     ///         nothing sent, when the scope has no time left or was cancelled.
     bool Execute(RspInfos& response, const RequestParams& request, int flag) override;
 
 private:
-    std::unique_ptr<IRequestExecutor> m_inner;
+    std::unique_ptr<IRequestExecutor> inner_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

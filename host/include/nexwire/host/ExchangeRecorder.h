@@ -6,8 +6,7 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Hands every request to another executor and appends the exchange to a file, one JSON object per line:
 ///
@@ -42,7 +41,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
 /// Answers from a file that `RecordingExecutor` wrote, without any network.
@@ -78,8 +77,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

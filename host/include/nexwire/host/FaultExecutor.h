@@ -9,8 +9,7 @@
 #include "nexwire/IRequestExecutor.h"
 #include "nexwire/host/HostError.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// What goes wrong with the requests it fits, and how often.
 struct FaultRule {
@@ -50,8 +49,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

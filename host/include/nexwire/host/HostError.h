@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Category of `Keel::Error::ErrorCode` for every failure of the host kit except an HTTP status; the number is a
 /// `HostError`.
@@ -32,5 +31,4 @@ enum class HostError : std::int32_t {
     FileFailed = 16,      ///< The file of exchanges cannot be read or written.
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -8,8 +8,7 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// How to reach the platform. Everything but `baseAddress` has a working default.
 struct HttpExecutorOptions {
@@ -124,8 +123,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -12,8 +12,7 @@
 #include "nexwire/host/TokenExecutor.h"
 #include "nexwire/host/TracingExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// What an executor is to be made of; parts that are not given are left out.
 struct ExecutorOptions {
@@ -39,5 +38,4 @@ std::unique_ptr<IRequestExecutor> MakeExecutor(const ExecutorOptions& options, O
 std::unique_ptr<IRequestExecutor> MakeExecutor(std::unique_ptr<IRequestExecutor> transport,
                                                const ExecutorOptions& options, ObservingExecutor** observing = nullptr);
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -9,15 +9,14 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// Times in fixed memory: eight steps to each doubling, so that a percentile is at most an eighth too long.
 class LatencyHistogram {
 public:
     void Add(std::uint64_t microseconds);
-    std::uint64_t Count() const { return m_count; }
-    std::uint64_t SumUs() const { return m_sum; }
+    std::uint64_t Count() const { return count_; }
+    std::uint64_t SumUs() const { return sum_; }
     /// The time, in microseconds, that `percent` of the calls (0 to 100) stayed within; 0 without calls.
     std::uint64_t PercentileUs(double percent) const;
     /// How many calls took at most so many microseconds, as far as the steps can tell.
@@ -29,9 +28,9 @@ private:
     static std::size_t StepOf(std::uint64_t microseconds);
     static std::uint64_t UpperEnd(std::size_t step);
 
-    std::array<std::uint64_t, kSteps * kDoublings> m_counts{};
-    std::uint64_t m_count = 0;
-    std::uint64_t m_sum = 0;
+    std::array<std::uint64_t, kSteps * kDoublings> counts_{};
+    std::uint64_t count_ = 0;
+    std::uint64_t sum_ = 0;
 };
 
 /// What became of the calls of one method code and path pattern.
@@ -83,8 +82,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

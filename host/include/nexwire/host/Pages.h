@@ -12,8 +12,7 @@
 #include "nexwire/ParseJSONUtil.h"
 #include "nexwire/host/CallScope.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// How reading through pages ended.
 enum class PagesEnd {
@@ -167,5 +166,4 @@ PagesEnd ForEachBatchPage(Request request, const Read& read, const Each& each)
     return PagesEnd::Stuck;
 }
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

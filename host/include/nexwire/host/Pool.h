@@ -12,8 +12,7 @@
 
 #include "nexwire/host/CallScope.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// What a future throws whose work never ran: the pool was full, ended, or the token was pulled before.
 class PoolRefused : public std::runtime_error {
@@ -133,8 +132,7 @@ private:
     void Take(Task task);
     void Post(std::function<void()> function);
 
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

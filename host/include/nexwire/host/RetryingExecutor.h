@@ -7,8 +7,7 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// When to repeat what failed.
 struct RetryOptions {
@@ -47,8 +46,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

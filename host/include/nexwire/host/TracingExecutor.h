@@ -7,8 +7,7 @@
 
 #include "nexwire/IRequestExecutor.h"
 
-namespace nexwire {
-namespace host {
+namespace nexwire::host {
 
 /// One step of a call on its way through the parts of an executor.
 struct TraceStep {
@@ -31,9 +30,8 @@ public:
     bool Execute(RspInfos& response, const RequestParams& request, int flag) override;
 
 private:
-    std::unique_ptr<IRequestExecutor> m_inner;
-    Sink m_sink;
+    std::unique_ptr<IRequestExecutor> inner_;
+    Sink sink_;
 };
 
-} // namespace host
-} // namespace nexwire
+} // namespace nexwire::host

@@ -36,21 +36,21 @@ public:
     /// The transfer has ended well: the body goes to where it belongs.
     bool Finish() noexcept;
 
-    Fault GetFault() const { return m_fault; }
-    const char* Why() const { return m_why; } ///< What is malformed.
+    Fault GetFault() const { return fault_; }
+    const char* Why() const { return why_; } ///< What is malformed.
 
-    bool Started() const { return m_received != 0; }
-    bool HeadEnded() const { return m_final; } ///< That of the final answer.
-    int Status() const { return m_final ? m_status : 0; }
-    std::uint64_t Received() const { return m_received; } ///< Bytes, header fields included.
-    bool DeclaresLength() const { return m_declares || NoBody(); }
-    std::uint64_t DeclaredLength() const { return m_declares ? m_declared : 0; }
+    bool Started() const { return received_ != 0; }
+    bool HeadEnded() const { return final_; } ///< That of the final answer.
+    int Status() const { return final_ ? status_ : 0; }
+    std::uint64_t Received() const { return received_; } ///< Bytes, header fields included.
+    bool DeclaresLength() const { return declares_ || NoBody(); }
+    std::uint64_t DeclaredLength() const { return declares_ ? declared_ : 0; }
     /// Whether all of it is here for sure, wherever the connection stands.
-    bool Whole() const { return m_final && (NoBody() || (!m_chunked && m_declares && m_body.Size() == m_declared)); }
+    bool Whole() const { return final_ && (NoBody() || (!chunked_ && declares_ && body_.Size() == declared_)); }
     /// Whether only the end of the connection ends the body.
-    bool EndsWithConnection() const { return m_final && !NoBody() && !m_chunked && !m_declares; }
+    bool EndsWithConnection() const { return final_ && !NoBody() && !chunked_ && !declares_; }
     /// Whether the connection stands where the next answer begins.
-    bool Keepable() const { return !m_ambiguous && !EndsWithConnection(); }
+    bool Keepable() const { return !ambiguous_ && !EndsWithConnection(); }
 
 private:
     bool Fail(Fault fault, const char* why = "");
@@ -58,24 +58,24 @@ private:
     bool TakeField(const char* line, std::size_t size);
     bool TakeLength(const std::string& value);
     bool EndHead();
-    bool NoBody() const { return m_into.headOnly || m_status == 204 || m_status == 304; }
+    bool NoBody() const { return into_.headOnly || status_ == 204 || status_ == 304; }
 
-    AnswerInto m_into;
-    BodyBuffer m_body;
-    Fault m_fault = Fault::None;
-    const char* m_why = "";
-    std::uint64_t m_received = 0;
-    std::uint64_t m_headBytes = 0;
-    int m_status = 0;
-    bool m_inHead = false; ///< Between a status line and the blank line after it.
-    bool m_final = false;
-    bool m_old = false; ///< HTTP/1.0
-    bool m_chunked = false;
-    bool m_declares = false;
-    bool m_ambiguous = false;
-    bool m_lastFrames = false; ///< The last field says where the body ends.
-    std::uint64_t m_declared = 0;
-    std::string* m_lastValue = nullptr; ///< Where a continuation line goes.
+    AnswerInto into_;
+    BodyBuffer body_;
+    Fault fault_ = Fault::None;
+    const char* why_ = "";
+    std::uint64_t received_ = 0;
+    std::uint64_t headBytes_ = 0;
+    int status_ = 0;
+    bool inHead_ = false; ///< Between a status line and the blank line after it.
+    bool final_ = false;
+    bool old_ = false; ///< HTTP/1.0
+    bool chunked_ = false;
+    bool declares_ = false;
+    bool ambiguous_ = false;
+    bool lastFrames_ = false; ///< The last field says where the body ends.
+    std::uint64_t declared_ = 0;
+    std::string* lastValue_ = nullptr; ///< Where a continuation line goes.
 };
 
 } // namespace httpcore

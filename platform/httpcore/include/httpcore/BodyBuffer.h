@@ -22,13 +22,13 @@ public:
     /// Puts all bytes into the text given.
     void Finish();
 
-    std::uint64_t Size() const { return m_size; }
+    std::uint64_t Size() const { return size_; }
 
 private:
-    std::string* m_body = nullptr;
-    std::uint64_t m_size = 0;
-    std::uint64_t m_declared = 0;
-    std::vector<std::string> m_blocks; ///< What comes behind `*m_body`.
+    std::string* body_ = nullptr;
+    std::uint64_t size_ = 0;
+    std::uint64_t declared_ = 0;
+    std::vector<std::string> blocks_; ///< What comes behind `*body_`.
 };
 
 } // namespace httpcore

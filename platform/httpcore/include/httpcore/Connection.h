@@ -65,7 +65,7 @@ public:
     template <class Value>
     bool Set(CURLoption option, Value value)
     {
-        return curl_easy_setopt(m_easy, option, value) == CURLE_OK;
+        return curl_easy_setopt(easy_, option, value) == CURLE_OK;
     }
     /// A text that is empty leaves the option alone.
     bool SetText(CURLoption option, const std::string& text) { return text.empty() || Set(option, text.c_str()); }
@@ -81,26 +81,26 @@ public:
     Ending Run(const AnswerInto& into, bool repeatOnce, const std::function<int()>& wait);
 
     /// Ends the wait of a transfer; from any thread.
-    void Wake() const { curl_multi_wakeup(m_multi); }
+    void Wake() const { curl_multi_wakeup(multi_); }
 
     /// Whether the kept connection can carry another request: it is open, and nothing has arrived on it since the last
     /// answer. What came unasked would be taken for the answer to the next request. True when no connection is kept.
     bool IsClean();
 
     // Of the last transfer, or the one that runs:
-    const AnswerReader& Answer() const { return m_answer; }
-    bool Keepable() const { return m_keepable; } ///< May carry another request.
-    bool LostKept() const { return m_lost; }     ///< A kept connection ended under it, repeated or not.
-    bool Started() const { return m_started; }   ///< A connection stood for the request.
-    std::chrono::steady_clock::time_point StartedAt() const { return m_startedAt; }
+    const AnswerReader& Answer() const { return answer_; }
+    bool Keepable() const { return keepable_; } ///< May carry another request.
+    bool LostKept() const { return lost_; }     ///< A kept connection ended under it, repeated or not.
+    bool Started() const { return started_; }   ///< A connection stood for the request.
+    std::chrono::steady_clock::time_point StartedAt() const { return startedAt_; }
     std::uint64_t SentBytes() const; ///< Of the body.
-    CURLcode Code() const { return m_code; }
+    CURLcode Code() const { return code_; }
     /// What is wrong with the server's certificate, when `Code` says that something is.
     CertificateFault Fault() const;
     long Info(CURLINFO info) const; ///< A number of libcurl's; 0 when it has none.
     /// Why it is malformed, or libcurl's words for the failure, on one line.
     std::string Why() const;
-    CURL* Easy() const { return m_easy; }
+    CURL* Easy() const { return easy_; }
 
 private:
     static std::size_t OnLine(char* line, std::size_t, std::size_t size, void* self) noexcept;
@@ -115,27 +115,27 @@ private:
     Ending Judge(bool ended);
     void NoteKept();
 
-    CURL* m_easy = nullptr;
-    CURLM* m_multi = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
-    curl_socket_t m_socket = CURL_SOCKET_BAD; ///< Of the kept connection.
-    AnswerReader m_answer;
-    CURLcode m_code = CURLE_OK;
-    bool m_watchesEnd = false; ///< `m_saidGoodbye` counts.
-    bool m_mayRepeat = false;
-    bool m_keepable = false;
-    bool m_connected = false; ///< A connection was made for the transfer.
-    bool m_started = false;
-    bool m_lost = false;
-    bool m_repeated = false;
-    bool m_refused = false;     ///< The repetition.
-    bool m_saidGoodbye = false; ///< The TLS connection was closed with its alert.
-    bool m_judges = false;      ///< Certificates are judged here, not by libcurl.
-    bool m_hasAuthorities = false;
-    std::string m_authorities; ///< Content of the file.
-    CertificateFault m_fault = CertificateFault::None;
-    std::string m_faultWords;
-    std::chrono::steady_clock::time_point m_startedAt;
-    char m_words[CURL_ERROR_SIZE] = {};
+    CURL* easy_ = nullptr;
+    CURLM* multi_ = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
+    curl_socket_t socket_ = CURL_SOCKET_BAD; ///< Of the kept connection.
+    AnswerReader answer_;
+    CURLcode code_ = CURLE_OK;
+    bool watchesEnd_ = false; ///< `saidGoodbye_` counts.
+    bool mayRepeat_ = false;
+    bool keepable_ = false;
+    bool connected_ = false; ///< A connection was made for the transfer.
+    bool started_ = false;
+    bool lost_ = false;
+    bool repeated_ = false;
+    bool refused_ = false;     ///< The repetition.
+    bool saidGoodbye_ = false; ///< The TLS connection was closed with its alert.
+    bool judges_ = false;      ///< Certificates are judged here, not by libcurl.
+    bool hasAuthorities_ = false;
+    std::string authorities_; ///< Content of the file.
+    CertificateFault fault_ = CertificateFault::None;
+    std::string faultWords_;
+    std::chrono::steady_clock::time_point startedAt_;
+    char words_[CURL_ERROR_SIZE] = {};
 };
 
 } // namespace httpcore

@@ -27,20 +27,20 @@ public:
     FieldList() = default;
     FieldList(const FieldList&) = delete;
     FieldList& operator=(const FieldList&) = delete;
-    ~FieldList() { curl_slist_free_all(m_list); }
+    ~FieldList() { curl_slist_free_all(list_); }
 
     /// A field; without a value when there is nothing but blanks in it.
     void Add(const std::string& name, const std::string& value);
     /// Keeps libcurl from adding the field on its own.
     void LeaveOut(const std::string& name);
 
-    curl_slist* Get() const { return m_list; }
-    void Swap(FieldList& other) { std::swap(m_list, other.m_list); }
+    curl_slist* Get() const { return list_; }
+    void Swap(FieldList& other) { std::swap(list_, other.list_); }
 
 private:
     void Append(const std::string& line);
 
-    curl_slist* m_list = nullptr;
+    curl_slist* list_ = nullptr;
 };
 
 } // namespace httpcore

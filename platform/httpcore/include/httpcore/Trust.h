@@ -25,9 +25,9 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    std::atomic<bool> m_any{false};
-    mutable std::mutex m_mutex;
-    std::map<std::string, Clock::time_point> m_until;
+    std::atomic<bool> any_{false};
+    mutable std::mutex mutex_;
+    std::map<std::string, Clock::time_point> until_;
 };
 
 } // namespace httpcore

@@ -4,8 +4,7 @@
 
 #include "keel/Export.h"
 
-namespace Keel {
-namespace Encrypt {
+namespace Keel::Encrypt {
 
 /// Base64 with the standard alphabet, padded, without line breaks. Any bytes, NUL included.
 KEEL_API std::string Base64Encode(const std::string& bytes);
@@ -14,5 +13,4 @@ KEEL_API std::string Base64Encode(const std::string& bytes);
 /// white space, missing or misplaced padding, unused bits that are not zero.
 KEEL_API bool Base64Decode(const std::string& text, std::string& bytes);
 
-} // namespace Encrypt
-} // namespace Keel
+} // namespace Keel::Encrypt

@@ -5,8 +5,7 @@
 
 #include "keel/Export.h"
 
-namespace Keel {
-namespace Error {
+namespace Keel::Error {
 
 /// Module number of the errors that Keel itself reports.
 constexpr std::int32_t kKeelModule = 900;
@@ -31,5 +30,4 @@ KEEL_API void SetLastErrorJson(const std::string& message, std::int32_t module, 
 /// JSON text of the last error of the calling thread: {"code":…,"module":…,"msg":"…"}; empty when none was stored.
 KEEL_API std::string GetLastErrorJson();
 
-} // namespace Error
-} // namespace Keel
+} // namespace Keel::Error

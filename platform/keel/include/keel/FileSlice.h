@@ -7,8 +7,7 @@
 
 #include "keel/Export.h"
 
-namespace Keel {
-namespace FileUtil {
+namespace Keel::FileUtil {
 
 /// Numbers of the errors that `CFileSlice` stores as last error, with module `Keel::Error::kKeelModule`.
 enum FileError : std::int32_t {
@@ -70,8 +69,7 @@ public:
 private:
     struct Impl;
     bool ReadBehind(std::uint64_t index, std::string& text, std::size_t at);
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<Impl> impl_;
 };
 
-} // namespace FileUtil
-} // namespace Keel
+} // namespace Keel::FileUtil

@@ -4,12 +4,10 @@
 
 #include "keel/Export.h"
 
-namespace Keel {
-namespace GuidUtil {
+namespace Keel::GuidUtil {
 
 /// A new random identifier (UUID version 4): 32 lower-case hexadecimal digits without hyphens, the length that
 /// identifiers have in device paths. Empty when the system yields no random numbers. Safe from any thread.
 KEEL_API std::string CreateGuid();
 
-} // namespace GuidUtil
-} // namespace Keel
+} // namespace Keel::GuidUtil

@@ -52,7 +52,7 @@ public:
 
 private:
     struct Keys;
-    std::unique_ptr<const Keys> m_keys;
+    std::unique_ptr<const Keys> keys_;
 };
 
 } // namespace Keel

@@ -12,8 +12,7 @@
 #define KEEL_PRINTF(formatIndex, firstIndex)
 #endif
 
-namespace Keel {
-namespace StringUtil {
+namespace Keel::StringUtil {
 
 /// printf into a text of any length. An encoding error gives an empty text.
 KEEL_API std::string FormatString(const char* format, ...) KEEL_PRINTF(1, 2);
@@ -46,5 +45,4 @@ KEEL_API std::string SingleLine(const std::string& text);
 KEEL_API bool IsUtf8(const char* text, std::size_t length);
 KEEL_API bool IsUtf8(const std::string& text);
 
-} // namespace StringUtil
-} // namespace Keel
+} // namespace Keel::StringUtil

@@ -6,8 +6,7 @@
 #include <vector>
 
 /// A plain HTTP/1.1 client: one request, one answer, on the caller's thread.
-namespace Vela {
-namespace Net {
+namespace Vela::Net {
 
 /// Why an exchange failed. {0, ""} is no error.
 struct Error {
@@ -30,12 +29,12 @@ struct Error {
 /// an address with blanks, control characters, a user name or a fragment is refused then.
 class URL {
 public:
-    explicit URL(std::string address) : m_address(std::move(address)) {}
+    explicit URL(std::string address) : address_(std::move(address)) {}
 
-    const std::string& GetAddress() const { return m_address; }
+    const std::string& GetAddress() const { return address_; }
 
 private:
-    std::string m_address;
+    std::string address_;
 };
 
 /// What to send. On the wire stand, in this order: Host, Accept (*/*), the content type and the fields added, in the
@@ -92,15 +91,15 @@ private:
         std::string value;
     };
 
-    std::string m_method;
-    URL m_url;
-    std::vector<HeaderField> m_fields;
-    bool m_hasData = false;
-    std::string m_data;
-    int m_receiveTimeoutMs = kDefaultTimeoutMs;
-    int m_sendTimeoutMs = kDefaultTimeoutMs;
-    int m_connectionTimeoutMs = kDefaultTimeoutMs;
-    std::uint64_t m_maxResponseSize = kDefaultMaxResponseSize;
+    std::string method_;
+    URL url_;
+    std::vector<HeaderField> fields_;
+    bool hasData_ = false;
+    std::string data_;
+    int receiveTimeoutMs_ = kDefaultTimeoutMs;
+    int sendTimeoutMs_ = kDefaultTimeoutMs;
+    int connectionTimeoutMs_ = kDefaultTimeoutMs;
+    std::uint64_t maxResponseSize_ = kDefaultMaxResponseSize;
 };
 
 /// What came back. A fresh object, and one whose exchange failed, has status 0, no data and an unknown length.
@@ -110,11 +109,11 @@ public:
     static constexpr std::uint64_t kUnknownLength = ~std::uint64_t{0};
 
     /// HTTP status, for example 200; 0 without an answer.
-    int GetStatusCode() const { return m_status; }
+    int GetStatusCode() const { return status_; }
 
     /// The length that the answer declares, 0 for an empty one and for one that can have no body. All ones when it
     /// declares none: a chunked answer or one that ends with the connection, even though a body arrived.
-    std::uint64_t GetContentLength() const { return m_contentLength; }
+    std::uint64_t GetContentLength() const { return contentLength_; }
 
     /// Replaces `*data` by the body as it came.
     void GetResponseData(std::string* data) const;
@@ -122,9 +121,9 @@ public:
 private:
     friend class HttpClient;
 
-    int m_status = 0;
-    std::uint64_t m_contentLength = kUnknownLength;
-    std::string m_data;
+    int status_ = 0;
+    std::uint64_t contentLength_ = kUnknownLength;
+    std::string data_;
 };
 
 /// Sends requests. Any number of threads at once: each thread keeps its own few connections for its next calls and
@@ -146,5 +145,4 @@ private:
     class Transfer;
 };
 
-} // namespace Net
-} // namespace Vela
+} // namespace Vela::Net

@@ -4,8 +4,7 @@
 
 // Where a message comes from, for builds without log4cxx: the same names, so that the same sources compile.
 
-namespace log4cxx {
-namespace spi {
+namespace log4cxx::spi {
 
 /// Source file, function and line of a log call; texts are borrowed and must outlive it. Any thread.
 class LocationInfo {
@@ -30,31 +29,30 @@ public:
 
     LocationInfo() = default;
     LocationInfo(const char* file, const char* shortFile, const char* function, int line)
-        : m_file(file), m_shortFile(shortFile), m_function(function), m_line(line)
+        : file_(file), shortFile_(shortFile), function_(function), line_(line)
     {
     }
 
-    const char* getFileName() const { return m_file; }
-    const char* getShortFileName() const { return m_shortFile; }
+    const char* getFileName() const { return file_; }
+    const char* getShortFileName() const { return shortFile_; }
     /// Name without result, class and arguments: "f" of "bool A::f(int)".
     const std::string getMethodName() const
     {
-        const std::string whole(m_function);
+        const std::string whole(function_);
         const std::string head = whole.substr(0, whole.find('('));
         const std::size_t begin = head.find_last_of(" :");
         return begin == std::string::npos ? head : head.substr(begin + 1);
     }
-    int getLineNumber() const { return m_line; }
+    int getLineNumber() const { return line_; }
 
 private:
-    const char* m_file = NA;
-    const char* m_shortFile = NA;
-    const char* m_function = NA;
-    int m_line = -1; ///< -1: not known.
+    const char* file_ = NA;
+    const char* shortFile_ = NA;
+    const char* function_ = NA;
+    int line_ = -1; ///< -1: not known.
 };
 
-} // namespace spi
-} // namespace log4cxx
+} // namespace log4cxx::spi
 
 #if defined(_MSC_VER)
 #define LOG4CXX_FUNCTION_NAME __FUNCSIG__
