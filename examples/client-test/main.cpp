@@ -43,8 +43,9 @@ int main()
     nexwire::NexwireInit(params);
 
     platform.Workbench("PUT", "faults", R"([{"function": "AccessGroupComm::*", "fault": "status", "times": 1}])");
-    platform.Workbench("POST", "expectations",
-                       R"({"function": "AccessGroupComm::addAccessGroup", "times": 2, "body": {"name": "Night shift"}})");
+    platform.Workbench(
+        "POST", "expectations",
+        R"({"function": "AccessGroupComm::addAccessGroup", "times": 2, "body": {"name": "Night shift"}})");
     const bool added = AddGroup("Night shift");
     const std::string report = platform.Workbench("GET", "expectations").body;
     nexwire::NexwireUnInit();

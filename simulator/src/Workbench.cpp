@@ -243,19 +243,27 @@ private:
 
     // ---- Exchanges ----
 
-    bool Wanted(const Json& summary, const KeptExchange& kept, const Query& query) const
+    /// Which exchanges are asked for; patterns match anywhere.
+    struct Wish {
+        explicit Wish(const Query& query)
+            : function("*" + query.Text("function") + "*"), module(query.Text("module")),
+              outcome(query.Text("outcome")), text(query.Text("text").empty() ? "" : "*" + query.Text("text") + "*")
+        {
+        }
+
+        std::string function, module, outcome;
+        std::string text; ///< Empty: any.
+    };
+
+    bool Wanted(const Json& summary, const KeptExchange& kept, const Wish& wish) const
     {
-        const std::string function = query.Text("function");
-        const std::string module = query.Text("module");
-        const std::string outcome = query.Text("outcome");
-        const std::string text = query.Text("text");
         const auto names = Elements(Member(summary, "functions"));
-        const auto fits = [&](const Json& name) { return Fits("*" + function + "*", AsText(&name)); };
-        const auto holds = [&](std::string_view where) { return Fits("*" + text + "*", where); };
-        return (function.empty() || std::any_of(names.begin(), names.end(), fits)) &&
-               (module.empty() || Same(AsText(Member(summary, "module")), module)) &&
-               (outcome.empty() || AsText(Member(summary, "outcome")) == outcome) &&
-               (text.empty() || holds(PrintJson(summary)) ||
+        const auto fits = [&](const Json& name) { return Fits(wish.function, AsText(&name)); };
+        const auto holds = [&](std::string_view where) { return Fits(wish.text, where); };
+        return (wish.function == "**" || std::any_of(names.begin(), names.end(), fits)) &&
+               (wish.module.empty() || Same(AsText(Member(summary, "module")), wish.module)) &&
+               (wish.outcome.empty() || AsText(Member(summary, "outcome")) == wish.outcome) &&
+               (wish.text.empty() || holds(PrintJson(summary)) ||
                 (kept.bodies &&
                  (holds(texts_.Redacted(*kept.bodies->sent)) || holds(texts_.Redacted(*kept.bodies->answer)))));
     }
@@ -284,11 +292,12 @@ private:
         const auto most = static_cast<std::size_t>(
             std::max<std::int64_t>(query.Number("limit", std::int64_t{ExchangeLog::kMostExchanges}), 0));
         const auto exchanges = log_.After(query.Number("after", 0), ExchangeLog::kMostExchanges);
+        const Wish wish(query);
         // The newest that fit, told oldest first.
         for (auto kept = exchanges.rbegin(); kept != exchanges.rend() && lines.size() < most; ++kept) {
             Document out;
             Json summary = texts_.Summary(*kept, out.GetAllocator());
-            if (Wanted(summary, *kept, query)) {
+            if (Wanted(summary, *kept, wish)) {
                 lines.push_back(PrintJson(query.Flag("full")
                                               ? texts_.Whole(*kept, query.Flag("secrets"), server, out.GetAllocator())
                                               : std::move(summary)));

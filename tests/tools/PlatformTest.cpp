@@ -47,7 +47,8 @@ TEST(Platform, TakesFaultsSeedsAndATokenFromFilesAndHasItsDatabaseToItself)
     const Folder folder;
     const std::string faults =
         folder.Write("faults.json", R"([{"function":"*::queryAccessGroups","fault":"refuse","code":"3-7","times":1}])");
-    const std::string seed = folder.Write("seed.json", R"({"accessGroups":[{"accessGroupGuid":"EE","name":"Seeded"}]})");
+    const std::string seed =
+        folder.Write("seed.json", R"({"accessGroups":[{"accessGroupGuid":"EE","name":"Seeded"}]})");
     const std::string token = "@file:" + folder.Write("token", "0123456789abcdef\n");
     const std::string header = "Authorization=@file:" + folder.Write("header", "Bearer 0123456789abcdef");
     Running platform(
