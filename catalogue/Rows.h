@@ -75,8 +75,8 @@ struct ParameterRow {
     const TypeOps& (*plain)(); ///< Null for structures and records.
     const char* structure;     ///< Name of the structure or record, of the element for lists; else null.
     bool list;
-    bool output;                        ///< Passed by non-const reference.
-    const core::ListOps* ops = nullptr; ///< Of a list of structures.
+    bool output;                   ///< Passed by non-const reference.
+    const ListType* ops = nullptr; ///< Of a list of structures.
 };
 
 struct FunctionRow {

@@ -427,13 +427,13 @@ private:
 
 class StructureListType : public TypeOps {
 public:
-    StructureListType(const StructureInfo& structure, const core::ListOps& ops)
-        : TypeOps(Shape::StructureList), structure_(structure), ops_(ops)
+    StructureListType(const StructureInfo& structure, const ListType& type)
+        : TypeOps(Shape::StructureList), structure_(structure), type_(type), ops_(type.ops)
     {
     }
 
-    void* create() const override { return ops_.Create(); }
-    void destroy(void* value) const override { ops_.Delete(value); }
+    void* create() const override { return type_.create(); }
+    void destroy(void* value) const override { type_.destroy(value); }
     bool read(void* value, const std::string& text) const override
     {
         rapidjson::Document document;
@@ -464,6 +464,7 @@ public:
 
 private:
     const StructureInfo& structure_;
+    const ListType& type_;
     const core::ListOps& ops_;
 };
 
@@ -670,7 +671,7 @@ private:
     const RecordTable& table_;
 };
 
-std::unique_ptr<TypeOps> MakeNamed(const std::string& name, bool list, const core::ListOps* ops)
+std::unique_ptr<TypeOps> MakeNamed(const std::string& name, bool list, const ListType* ops)
 {
     const StructureInfo* const structure = FindStructure(name);
     if (structure != nullptr) {
@@ -798,7 +799,7 @@ const RecordTable* FindRecord(const std::string& name)
     return nullptr;
 }
 
-const TypeOps& NamedType(const std::string& name, bool list, const core::ListOps* ops)
+const TypeOps& NamedType(const std::string& name, bool list, const ListType* ops)
 {
     static std::mutex mutex;
     static std::map<std::pair<std::string, bool>, std::unique_ptr<TypeOps>> types;

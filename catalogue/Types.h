@@ -118,20 +118,32 @@ struct RecordTable;
 /// The plain record of that name, or null.
 const RecordTable* FindRecord(const std::string& name);
 
-/// What can be done with a list of structures; null for one of records.
+/// What can be done with a list of structures. Their table is the library's own.
+struct ListType {
+    core::ListOps ops;
+    void* (*create)();
+    void (*destroy)(void* list);
+};
+
+template <class Structure>
+inline constexpr ListType kListType = {core::MakeListOps<Structure>(nullptr),
+                                       []() -> void* { return new std::vector<Structure>; },
+                                       [](void* list) { delete static_cast<std::vector<Structure>*>(list); }};
+
+/// The same by the list's type; null for one of records.
 template <class List>
-constexpr const core::ListOps* ListOf()
+constexpr const ListType* ListOf()
 {
     using Element = typename List::value_type;
     if constexpr (std::is_base_of<protocol::IJSONStruct, Element>::value) {
-        return &core::kListOps<Element>;
+        return &kListType<Element>;
     } else {
         return nullptr;
     }
 }
 
 /// The structure or record of that name, or a list of them, which for structures needs its operations.
-const TypeOps& NamedType(const std::string& name, bool list, const core::ListOps* ops = nullptr);
+const TypeOps& NamedType(const std::string& name, bool list, const ListType* ops = nullptr);
 
 std::string WriteText(const std::string& value);
 

@@ -26,6 +26,23 @@ if(NOT MSVC)
     add_compile_options(-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 
+# For sources that are many or seldom run: small instead of fast. Sections of their own let the linker drop what nobody
+# calls. Constructors and destructors for classes that derive are left out only where they are functions of their own.
+if(NOT MSVC)
+    set(NEXWIRE_SMALL "$<$<CONFIG:Release>:-Os;-ffunction-sections;$<$<CXX_COMPILER_ID:GNU>:-fno-declone-ctor-dtor>>")
+endif()
+
+# Exceptions need to know how to unwind a function only if one can pass through it, and only at its calls. The assembler
+# would be told of all of them.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag("-fno-asynchronous-unwind-tables -fno-dwarf2-cfi-asm" NEXWIRE_FEW_UNWIND_TABLES)
+function(nexwire_few_unwind_tables target)
+    if(NEXWIRE_FEW_UNWIND_TABLES AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+        target_compile_options(${target} PRIVATE
+            "$<$<CONFIG:Release>:-fno-asynchronous-unwind-tables;-fno-dwarf2-cfi-asm>")
+    endif()
+endfunction()
+
 # C++17 and warnings as errors.
 function(nexwire_target target)
     target_compile_features(${target} PUBLIC cxx_std_17)

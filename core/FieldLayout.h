@@ -27,11 +27,9 @@ enum class Work : std::uint8_t {
 
 /// And with a `std::vector` of them.
 enum class ListWork : std::uint8_t {
-    New,    ///< A new list.
-    Delete, ///< Deletes the list.
-    Swap,   ///< Exchanges the elements with the list `other`.
-    Renew,  ///< Replaces the elements by `count` new ones, and answers the first.
-    Look,   ///< Answers the first element, and where the last one ends to `other`, a `void*`.
+    Swap,  ///< Exchanges the elements with the list `other`.
+    Renew, ///< Replaces the elements by `count` new ones, and answers the first.
+    Look,  ///< Answers the first element, and where the last one ends to `other`, a `void*`.
 };
 
 /// What can be done with a structure without naming its type. One object per structure, made where its table stands. A
@@ -57,8 +55,6 @@ struct StructOps {
 struct ListOps : StructOps {
     void* (*listWork)(ListWork work, void* list, void* other, std::size_t count);
 
-    void* Create() const { return listWork(ListWork::New, nullptr, nullptr, 0); }
-    void Delete(void* list) const { listWork(ListWork::Delete, list, nullptr, 0); }
     void Swap(void* list, void* other) const { listWork(ListWork::Swap, list, other, 0); }
     void* Renew(void* list, std::size_t count) const { return listWork(ListWork::Renew, list, nullptr, count); }
     /// The first element.
@@ -125,14 +121,8 @@ template <class T>
 void* DoListWork(ListWork work, void* object, void* other, std::size_t count)
 {
     using List = std::vector<T>;
-    if (work == ListWork::New) {
-        return new List;
-    }
     List& list = *static_cast<List*>(object);
     switch (work) {
-    case ListWork::Delete:
-        delete &list;
-        return nullptr;
     case ListWork::Swap:
         list.swap(*static_cast<List*>(other));
         break;
@@ -170,9 +160,15 @@ constexpr const FieldTable* FieldsOf()
     }
 }
 
+template <class T>
+constexpr ListOps MakeListOps(const FieldTable* fields)
+{
+    return {MakeOps<T>(fields), &DoListWork<T>};
+}
+
 /// What can be done with a list of a structure.
 template <class T>
-inline constexpr ListOps kListOps = {MakeOps<T>(FieldsOf<T>()), &DoListWork<T>};
+inline constexpr ListOps kListOps = MakeListOps<T>(FieldsOf<T>());
 
 /// Key that a structure is sent under; null for a result.
 template <class T>

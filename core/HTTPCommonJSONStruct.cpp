@@ -23,22 +23,29 @@ namespace {
 
 using nexwire::core::AnswerBudget;
 using nexwire::core::ConversionScope;
-using nexwire::core::JsonTree;
 using nexwire::core::Wanted;
 
-/// What a structure reads of a value. A structure of the host's own may read anything.
+/// The table of a structure, if it says all of it: a structure of the host's own may be anything.
+const nexwire::core::FieldTable& TableOf(const IJSONStruct& structure)
+{
+    if (const auto* const result = dynamic_cast<const IReturnData*>(&structure)) {
+        return result->Fields();
+    }
+    if (const auto* const request = dynamic_cast<const IInboundData*>(&structure)) {
+        return request->Fields();
+    }
+    static constexpr nexwire::core::FieldTable kNone = {"", "", nullptr, 0, {}};
+    return kNone;
+}
+
+/// What a structure reads of a value.
 Wanted WantedBy(const IJSONStruct& structure)
 {
-    const nexwire::core::FieldTable* fields = nullptr;
-    if (const auto* const result = dynamic_cast<const IReturnData*>(&structure)) {
-        fields = &result->Fields();
-    } else if (const auto* const request = dynamic_cast<const IInboundData*>(&structure)) {
-        fields = &request->Fields();
-    }
-    if (fields == nullptr || !nexwire::core::IsOfTable(structure, *fields)) {
+    const nexwire::core::FieldTable& fields = TableOf(structure);
+    if (!nexwire::core::IsOfTable(structure, fields)) {
         return nexwire::core::kEverything;
     }
-    return {Wanted::Of::Fields, fields, nullptr, 0};
+    return {Wanted::Of::Fields, &fields, nullptr, 0};
 }
 
 const char* TextOf(const cJSON* node)
@@ -124,9 +131,8 @@ try {
 
 std::string StructureToJSON(const IJSONStruct& structure)
 try {
-    const ConversionScope scope;
-    const JsonTree tree(structure.ToJson());
-    return nexwire::core::PrintFormatted(tree.get());
+    ConversionScope scope;
+    return nexwire::core::PrintFormatted(scope.Write(structure, TableOf(structure)));
 } catch (...) {
     return {};
 }
@@ -174,14 +180,9 @@ try {
 
 std::string Serialize(const protocol::IInboundData& request)
 {
-    const ConversionScope scope;
-    const JsonTree body(cJSON_CreateObject());
-    cJSON* const item = request.ToJson();
-    if (item == nullptr || cJSON_AddItemToObjectCS(body.get(), request.RootName(), item) == 0) {
-        cJSON_Delete(item);
-        return std::string();
-    }
-    return PrintFormatted(body.get());
+    ConversionScope scope;
+    const char* const root = request.RootName();
+    return root != nullptr ? PrintFormatted(scope.Write(request, request.Fields(), root)) : std::string();
 }
 
 } // namespace nexwire::core

@@ -193,101 +193,202 @@ void Read(IJSONStruct& object, void* base, const FieldTable& table, const cJSON*
     }
 }
 
-cJSON* MakeTextList(const std::vector<std::string>& list)
+const SerializationIgnoreItemFeatures& FilterOf(const IJSONStruct& object, bool inbound)
 {
-    JsonTree array(cJSON_CreateArray());
-    for (const std::string& text : list) {
-        cJSON* const item = cJSON_CreateString(text.c_str());
-        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
-            cJSON_Delete(item);
-            return nullptr;
-        }
+    if (inbound) {
+        return static_cast<const protocol::IInboundData&>(object);
     }
-    return array.Release();
+    return static_cast<const protocol::IReturnData&>(object);
 }
 
-cJSON* MakeIntList(const std::vector<std::int32_t>& list)
-{
-    JsonTree array(cJSON_CreateArray());
-    for (const std::int32_t number : list) {
-        cJSON* const item = cJSON_CreateNumber(number);
-        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
+/// Makes trees that belong to whoever asked for them. What is null says that memory ran out.
+class OwnNodes {
+public:
+    using Tree = JsonTree;
+
+    static cJSON* Container(int type) { return type == cJSON_Array ? cJSON_CreateArray() : cJSON_CreateObject(); }
+    static cJSON* Text(const std::string& text) { return cJSON_CreateString(text.c_str()); }
+    static cJSON* Number(double value) { return cJSON_CreateNumber(value); }
+    static cJSON* Raw(const std::string& text) { return cJSON_CreateRaw(text.c_str()); }
+    static cJSON* Bool(bool value) { return cJSON_CreateBool(value ? 1 : 0); }
+    static cJSON* Of(const IJSONStruct& structure, const StructOps&) { return structure.ToJson(); }
+    /// The keys are literals of this library and outlive every tree.
+    static bool Add(JsonTree& parent, const char* key, cJSON* item)
+    {
+        const bool added = item != nullptr && (key != nullptr ? cJSON_AddItemToObjectCS(parent.get(), key, item)
+                                                              : cJSON_AddItemToArray(parent.get(), item)) != 0;
+        if (!added) {
             cJSON_Delete(item);
+        }
+        return added;
+    }
+};
+
+template <class Nodes>
+cJSON* MakeObject(Nodes& nodes, const IJSONStruct& structure, const FieldTable& table);
+
+/// Makes trees that only this library sees: nodes in the arena, keys and texts where the structure has them. Throws
+/// when memory runs out.
+class PassingNodes {
+public:
+    class Tree {
+    public:
+        explicit Tree(cJSON* root) : root_(root) {}
+        cJSON* get() const { return root_; }
+        cJSON* Release() const { return root_; }
+        void Add(cJSON* item)
+        {
+            (last_ != nullptr ? last_->next : root_->child) = item;
+            last_ = item;
+        }
+
+    private:
+        cJSON* root_;
+        cJSON* last_ = nullptr;
+    };
+
+    explicit PassingNodes(ConversionScope& scope) : scope_(scope) {}
+
+    cJSON* Container(int type) { return New(type); }
+    cJSON* Text(const std::string& text)
+    {
+        cJSON* const node = New(cJSON_String);
+        node->valuestring = const_cast<char*>(text.c_str());
+        return node;
+    }
+    cJSON* Number(double value)
+    {
+        cJSON* const node = New(cJSON_Number);
+        node->valuedouble = value;
+        return node;
+    }
+    cJSON* Raw(const std::string& text)
+    {
+        cJSON* const node = New(cJSON_Raw);
+        auto* const copy = static_cast<char*>(scope_.Allocate(text.size() + 1));
+        std::memcpy(copy, text.c_str(), text.size() + 1);
+        node->valuestring = copy;
+        return node;
+    }
+    cJSON* Bool(bool value) { return New(value ? cJSON_True : cJSON_False); }
+    cJSON* Of(const IJSONStruct& structure, const StructOps& ops)
+    {
+        return ops.fields != nullptr ? MakeObject(*this, structure, *ops.fields) : Foreign(structure);
+    }
+    static bool Add(Tree& parent, const char* key, cJSON* item)
+    {
+        if (item == nullptr) {
+            return false;
+        }
+        item->string = const_cast<char*>(key);
+        parent.Add(item);
+        return true;
+    }
+
+    /// Of a structure that says itself what it looks like.
+    cJSON* Foreign(const IJSONStruct& structure)
+    {
+        JsonTree& made = scope_.Adopt();
+        made.Reset(structure.ToJson());
+        if (made.get() == nullptr) {
             return nullptr;
         }
+        cJSON* const node = New(cJSON_NULL);
+        *node = *made.get();
+        return node;
     }
-    return array.Release();
-}
 
-cJSON* MakeStructList(const void* list, const ListOps& ops)
+private:
+    cJSON* New(int type)
+    {
+        auto* const node = static_cast<cJSON*>(scope_.Allocate(sizeof(cJSON)));
+        *node = cJSON();
+        node->type = type;
+        return node;
+    }
+
+    ConversionScope& scope_;
+};
+
+template <class Nodes, class Look>
+cJSON* MakeArray(Nodes& nodes, std::size_t count, const Look& look)
 {
-    JsonTree array(cJSON_CreateArray());
-    std::size_t count = 0;
-    void* const first = ops.Look(list, count);
+    typename Nodes::Tree array(nodes.Container(cJSON_Array));
     for (std::size_t i = 0; i < count; ++i) {
-        cJSON* const item = ops.Element(first, i)->ToJson();
-        if (item == nullptr || cJSON_AddItemToArray(array.get(), item) == 0) {
-            cJSON_Delete(item);
+        if (!nodes.Add(array, nullptr, look(i))) {
             return nullptr;
         }
     }
     return array.Release();
 }
 
-cJSON* MakeInt64(std::int64_t value)
+template <class Nodes>
+cJSON* MakeInt64(Nodes& nodes, std::int64_t value)
 {
     // cJSON prints numbers with 15 digits; larger ones go in as text.
     constexpr std::int64_t kPrintedExactly = 999999999999999;
     if (value >= -kPrintedExactly && value <= kPrintedExactly) {
-        return cJSON_CreateNumber(static_cast<double>(value));
+        return nodes.Number(static_cast<double>(value));
     }
-    return cJSON_CreateRaw(std::to_string(value).c_str());
+    return nodes.Raw(std::to_string(value));
 }
 
-cJSON* MakeItem(const void* base, const Field& field)
+template <class Nodes>
+cJSON* MakeItem(Nodes& nodes, const void* base, const Field& field)
 {
     switch (field.kind) {
     case Kind::Text:
-        return cJSON_CreateString(At<std::string>(base, field).c_str());
+        return nodes.Text(At<std::string>(base, field));
     case Kind::Int:
-        return cJSON_CreateNumber(At<std::int32_t>(base, field));
+        return nodes.Number(At<std::int32_t>(base, field));
     case Kind::Int64:
-        return MakeInt64(At<std::int64_t>(base, field));
+        return MakeInt64(nodes, At<std::int64_t>(base, field));
     case Kind::Real:
-        return cJSON_CreateNumber(At<double>(base, field));
+        return nodes.Number(At<double>(base, field));
     case Kind::Bool:
-        return cJSON_CreateBool(At<bool>(base, field) ? 1 : 0);
+        return nodes.Bool(At<bool>(base, field));
     case Kind::Struct:
-        return StructOps::AsStruct(const_cast<char*>(&At<char>(base, field)))->ToJson();
-    case Kind::TextList:
-        return MakeTextList(At<std::vector<std::string>>(base, field));
-    case Kind::IntList:
-        return MakeIntList(At<std::vector<std::int32_t>>(base, field));
-    case Kind::StructList:
-        return MakeStructList(&At<char>(base, field), field.List());
+        return nodes.Of(*StructOps::AsStruct(const_cast<char*>(&At<char>(base, field))), *field.ops);
+    case Kind::TextList: {
+        const auto& list = At<std::vector<std::string>>(base, field);
+        return MakeArray(nodes, list.size(), [&](std::size_t i) { return nodes.Text(list[i]); });
+    }
+    case Kind::IntList: {
+        const auto& list = At<std::vector<std::int32_t>>(base, field);
+        return MakeArray(nodes, list.size(), [&](std::size_t i) { return nodes.Number(list[i]); });
+    }
+    case Kind::StructList: {
+        const ListOps& ops = field.List();
+        std::size_t count = 0;
+        void* const first = ops.Look(&At<char>(base, field), count);
+        return MakeArray(nodes, count, [&](std::size_t i) { return nodes.Of(*ops.Element(first, i), ops); });
+    }
     }
     return nullptr;
 }
 
-cJSON* Write(const void* base, const FieldTable& table, const SerializationIgnoreItemFeatures& filter)
+template <class Nodes>
+cJSON* MakeObject(Nodes& nodes, const IJSONStruct& structure, const FieldTable& table)
 {
+    const SerializationIgnoreItemFeatures& filter = FilterOf(structure, table.ops.inbound);
     const bool all = filter.FilterMode() == SerializationIgnoreItemFeatures::kLeaveOut && filter.FilterKeys().empty();
-    JsonTree object(cJSON_CreateObject());
+    typename Nodes::Tree object(nodes.Container(cJSON_Object));
     if (object.get() == nullptr) {
         return nullptr;
     }
     for (const Field& field : table) {
-        if (!all && filter.IsLeftOut(field.key)) {
-            continue;
-        }
-        cJSON* const item = MakeItem(base, field);
-        // The keys are literals of this library and outlive every tree.
-        if (item == nullptr || cJSON_AddItemToObjectCS(object.get(), field.key, item) == 0) {
-            cJSON_Delete(item);
+        if ((all || !filter.IsLeftOut(field.key)) &&
+            !nodes.Add(object, field.key, MakeItem(nodes, &structure, field))) {
             return nullptr;
         }
     }
     return object.Release();
+}
+
+cJSON* Write(const IJSONStruct& structure, const FieldTable& table)
+{
+    OwnNodes nodes;
+    return MakeObject(nodes, structure, table);
 }
 
 std::unordered_set<std::string> PresentKeys(const IJSONStruct& object, const FieldTable& table)
@@ -313,14 +414,6 @@ bool IsPresent(const IJSONStruct& object, const FieldTable& table, std::string_v
     }
     const auto* const noted = StructAccess::Noted(object);
     return noted != nullptr && noted->count(std::string(key)) != 0;
-}
-
-SerializationIgnoreItemFeatures& FilterOf(IJSONStruct& object, bool inbound)
-{
-    if (inbound) {
-        return static_cast<protocol::IInboundData&>(object);
-    }
-    return static_cast<protocol::IReturnData&>(object);
 }
 
 void MoveField(void* to, void* from, const Field& field)
@@ -354,16 +447,33 @@ void MoveField(void* to, void* from, const Field& field)
 
 /// The table of structures that a host brings.
 constexpr FieldTable kNoFields = {"", "", nullptr, 0, {}};
+constexpr FieldTable kNoFieldsSent = {"", "", nullptr, 0, {nullptr, nullptr, 0, true, nullptr}};
 
 } // namespace
 
 void MoveByTable(IJSONStruct& to, IJSONStruct& from, const FieldTable& fields)
 {
     StructAccess::Move(to, from);
-    FilterOf(to, fields.ops.inbound) = std::move(FilterOf(from, fields.ops.inbound));
+    const auto filter = [&](const IJSONStruct& object) -> SerializationIgnoreItemFeatures& {
+        return const_cast<SerializationIgnoreItemFeatures&>(FilterOf(object, fields.ops.inbound));
+    };
+    filter(to) = std::move(filter(from));
     for (const Field& field : fields) {
         MoveField(&to, &from, field);
     }
+}
+
+const cJSON* ConversionScope::Write(const IJSONStruct& structure, const FieldTable& table, const char* root)
+{
+    PassingNodes nodes(*this);
+    cJSON* const value = IsOfTable(structure, table) ? MakeObject(nodes, structure, table) : nodes.Foreign(structure);
+    if (root == nullptr || value == nullptr) {
+        return value;
+    }
+    cJSON* const object = nodes.Container(cJSON_Object);
+    object->child = value;
+    value->string = const_cast<char*>(root);
+    return object;
 }
 
 void HeldValue::Parse(const cJSON* node)
@@ -461,12 +571,12 @@ void IInboundData::Parse(const cJSON* node)
 
 cJSON* IInboundData::ToJson() const
 {
-    return core::Write(this, Fields(), *this);
+    return core::Write(*this, Fields());
 }
 
 const core::FieldTable& IInboundData::Fields() const
 {
-    return core::kNoFields;
+    return core::kNoFieldsSent;
 }
 
 const char* IInboundData::RootName() const
@@ -503,7 +613,7 @@ void IReturnData::Parse(const cJSON* node)
 
 cJSON* IReturnData::ToJson() const
 {
-    return core::Write(this, Fields(), *this);
+    return core::Write(*this, Fields());
 }
 
 const core::FieldTable& IReturnData::Fields() const

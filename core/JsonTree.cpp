@@ -90,6 +90,7 @@ ConversionScope::ConversionScope() : arena_(ThreadArena()), mark_(arena_.Positio
 ConversionScope::~ConversionScope()
 {
     lenient_.Reset();
+    adopted_.clear();
     arena_.GoBack(mark_);
     if (--t_depth == 0) {
         t_hookArena = nullptr;
@@ -118,6 +119,15 @@ const cJSON* ConversionScope::Parse(const std::string& text, const char*& errorP
         lenient_.Reset(ParseLeniently(text, errorPosition));
     }
     return lenient_.get();
+}
+
+void* ConversionScope::Allocate(std::size_t size)
+{
+    void* const memory = arena_.Allocate(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
 }
 
 void JsonTree::Reset(cJSON* root)

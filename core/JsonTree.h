@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <forward_list>
 #include <string>
 
 #include <cjson/cJSON.h>
 
 #include "core/Arena.h"
 #include "core/JsonReader.h"
+#include "nexwire/JSONStruct.h"
 
 namespace nexwire::core {
 
@@ -46,10 +48,23 @@ public:
     /// @throws std::bad_alloc, AnswerTooCostly
     const cJSON* Parse(const std::string& text, const char*& errorPosition, const Wanted& wanted = kEverything);
 
+    /// The tree of a structure with that table, under the key `root` if there is one. It refers to the structure's
+    /// texts and lives until the scope ends. Null when a structure of the host's own makes none.
+    /// @throws std::bad_alloc
+    const cJSON* Write(const protocol::IJSONStruct& structure, const FieldTable& table, const char* root = nullptr);
+
+    /// Memory until the scope ends.
+    /// @throws std::bad_alloc
+    void* Allocate(std::size_t size);
+    /// Place for a tree of cJSON's, which is deleted when the scope ends.
+    /// @throws std::bad_alloc
+    JsonTree& Adopt() { return adopted_.emplace_front(); }
+
 private:
     Arena& arena_;
     Arena::Mark mark_;
     JsonTree lenient_; ///< What only cJSON's parser could read.
+    std::forward_list<JsonTree> adopted_;
 };
 
 /// The indented form with tabs and newlines; empty when memory ran out.

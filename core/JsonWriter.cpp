@@ -1,11 +1,13 @@
 #include "core/JsonWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -42,137 +44,181 @@ bool NeedsEscape(std::uint64_t eight)
     return (found & (kEach * 0x80)) != 0;
 }
 
-void AppendText(std::string& out, const char* text)
-{
-    out += '"';
-    const char* const end = text + std::strlen(text);
-    const char* run = text;
-    while (text < end) {
-        std::uint64_t eight = 0;
-        while (end - text >= 8) {
-            std::memcpy(&eight, text, sizeof(eight));
-            if (NeedsEscape(eight)) {
-                break;
-            }
-            text += 8;
+/// Room for text that grows, in a string that is cut to its length at the end.
+class Writer {
+public:
+    explicit Writer(std::string& out) : out_(out), used_(out.size()) { out_.resize(out_.capacity()); }
+
+    bool Value(const cJSON& node, std::size_t depth);
+    void Finish() { out_.resize(used_); }
+
+private:
+    static constexpr std::size_t kLongestEscape = 6;
+    static constexpr std::size_t kLongestNumber = 64;
+
+    /// At least so many characters from the end of what was written; what of them is used is told to `Used`.
+    char* Room(std::size_t size)
+    {
+        if (out_.size() - used_ < size) {
+            out_.resize(std::max(out_.size() * 2, used_ + size));
         }
-        const char* const stop = end - text > 8 ? text + 8 : end;
-        for (; text < stop; ++text) {
+        return &out_[used_];
+    }
+    void Used(const char* end) { used_ = static_cast<std::size_t>(end - out_.data()); }
+
+    void Put(std::string_view text)
+    {
+        std::memcpy(Room(text.size()), text.data(), text.size());
+        used_ += text.size();
+    }
+    void Indent(std::size_t depth)
+    {
+        std::memset(Room(depth), '\t', depth);
+        used_ += depth;
+    }
+    void Text(const char* text);
+    bool Number(const cJSON& node);
+    bool Array(const cJSON& array, std::size_t depth);
+    bool Object(const cJSON& object, std::size_t depth);
+
+    std::string& out_;
+    std::size_t used_;
+};
+
+void Writer::Text(const char* text)
+{
+    constexpr std::size_t kAtOnce = sizeof(std::uint64_t);
+    const std::size_t length = std::strlen(text);
+    std::size_t left = length;
+    char* to = Room(left + 2);
+    *to++ = '"';
+    while (left > 0) {
+        if (length >= kAtOnce) {
+            // The last ones are taken with some that were written before: those had no escapes, or it is seen here.
+            const std::size_t before = left < kAtOnce ? kAtOnce - left : 0;
+            std::uint64_t eight = 0;
+            std::memcpy(&eight, text - before, kAtOnce);
+            if (!NeedsEscape(eight)) {
+                std::memcpy(to - before, &eight, kAtOnce);
+                const std::size_t taken = kAtOnce - before;
+                to += taken;
+                text += taken;
+                left -= taken;
+                continue;
+            }
+        }
+        for (std::size_t i = std::min(left, kAtOnce); i > 0; --i, ++text, --left) {
             const auto c = static_cast<unsigned char>(*text);
             const char escape = kEscapes[c];
             if (escape == 0) {
+                *to++ = *text;
                 continue;
             }
-            out.append(run, static_cast<std::size_t>(text - run));
-            run = text + 1;
-            out += '\\';
-            out += escape;
+            Used(to);
+            to = Room(kLongestEscape + left);
+            *to++ = '\\';
+            *to++ = escape;
             if (escape == 'u') {
                 constexpr char kDigits[] = "0123456789abcdef";
-                out += "00";
-                out += kDigits[c >> 4];
-                out += kDigits[c & 15];
+                *to++ = '0';
+                *to++ = '0';
+                *to++ = kDigits[c >> 4];
+                *to++ = kDigits[c & 15];
             }
         }
     }
-    out.append(run, static_cast<std::size_t>(end - run));
-    out += '"';
+    *to++ = '"';
+    Used(to);
 }
 
-bool AppendNumber(std::string& out, const cJSON& node)
+bool Writer::Number(const cJSON& node)
 {
     // Whole numbers of up to 15 digits are printed as they are; cJSON knows what to do with the others.
     constexpr double kBeyond = 1e15;
     const double value = node.valuedouble;
-    char text[64];
+    char* const text = Room(kLongestNumber);
     if (value > -kBeyond && value < kBeyond && (value != 0.0 || !std::signbit(value))) {
         const auto whole = static_cast<std::int64_t>(value);
         if (static_cast<double>(whole) == value) {
-            const std::to_chars_result result = std::to_chars(text, text + sizeof(text), whole);
-            out.append(text, static_cast<std::size_t>(result.ptr - text));
+            Used(std::to_chars(text, text + kLongestNumber, whole).ptr);
             return true;
         }
     }
-    if (cJSON_PrintPreallocated(const_cast<cJSON*>(&node), text, sizeof(text), 0) == 0) {
+    if (cJSON_PrintPreallocated(const_cast<cJSON*>(&node), text, static_cast<int>(kLongestNumber), 0) == 0) {
         return false;
     }
     // cJSON stops at 15 digits when what they say is nearly the value; positions have to come back as they were.
     constexpr int kEnoughDigits = 17;
-    const std::string_view printed(text);
+    const char* const end = text + std::strlen(text);
     double read = 0.0; // And so it stays where 15 digits are beyond the largest number.
-    const bool isNumber =
-        std::from_chars(printed.data(), printed.data() + printed.size(), read).ec != std::errc::invalid_argument;
+    const bool isNumber = std::from_chars(text, end, read).ec != std::errc::invalid_argument;
     if (isNumber && (read < value || read > value)) {
-        const std::to_chars_result result =
-            std::to_chars(text, text + sizeof(text), value, std::chars_format::general, kEnoughDigits);
-        out.append(text, static_cast<std::size_t>(result.ptr - text));
+        Used(std::to_chars(text, text + kLongestNumber, value, std::chars_format::general, kEnoughDigits).ptr);
         return true;
     }
-    out += printed;
+    Used(end);
     return true;
 }
 
-bool Append(std::string& out, const cJSON& node, std::size_t depth);
-
-bool AppendArray(std::string& out, const cJSON& array, std::size_t depth)
+bool Writer::Array(const cJSON& array, std::size_t depth)
 {
-    out += '[';
+    Put("[");
     for (const cJSON* child = array.child; child != nullptr; child = child->next) {
-        if (!Append(out, *child, depth + 1)) {
+        if (!Value(*child, depth + 1)) {
             return false;
         }
         if (child->next != nullptr) {
-            out += ", ";
+            Put(", ");
         }
     }
-    out += ']';
+    Put("]");
     return true;
 }
 
-bool AppendObject(std::string& out, const cJSON& object, std::size_t depth)
+bool Writer::Object(const cJSON& object, std::size_t depth)
 {
-    out += "{\n";
+    Put("{\n");
     for (const cJSON* child = object.child; child != nullptr; child = child->next) {
-        out.append(depth + 1, '\t');
-        AppendText(out, child->string != nullptr ? child->string : "");
-        out += ":\t";
-        if (!Append(out, *child, depth + 1)) {
+        Indent(depth + 1);
+        Text(child->string != nullptr ? child->string : "");
+        Put(":\t");
+        if (!Value(*child, depth + 1)) {
             return false;
         }
-        out += child->next != nullptr ? ",\n" : "\n";
+        Put(child->next != nullptr ? ",\n" : "\n");
     }
-    out.append(depth, '\t');
-    out += '}';
+    Indent(depth);
+    Put("}");
     return true;
 }
 
-bool Append(std::string& out, const cJSON& node, std::size_t depth)
+bool Writer::Value(const cJSON& node, std::size_t depth)
 {
     switch (node.type & 0xFF) {
     case cJSON_NULL:
-        out += "null";
+        Put("null");
         return true;
     case cJSON_False:
-        out += "false";
+        Put("false");
         return true;
     case cJSON_True:
-        out += "true";
+        Put("true");
         return true;
     case cJSON_Number:
-        return AppendNumber(out, node);
+        return Number(node);
     case cJSON_Raw:
         if (node.valuestring == nullptr) {
             return false;
         }
-        out += node.valuestring;
+        Put(node.valuestring);
         return true;
     case cJSON_String:
-        AppendText(out, node.valuestring != nullptr ? node.valuestring : "");
+        Text(node.valuestring != nullptr ? node.valuestring : "");
         return true;
     case cJSON_Array:
-        return AppendArray(out, node, depth);
+        return Array(node, depth);
     case cJSON_Object:
-        return AppendObject(out, node, depth);
+        return Object(node, depth);
     default:
         return false;
     }
@@ -182,7 +228,10 @@ bool Append(std::string& out, const cJSON& node, std::size_t depth)
 
 bool AppendFormatted(std::string& out, const cJSON& root)
 {
-    return Append(out, root, 0);
+    Writer writer(out);
+    const bool written = writer.Value(root, 0);
+    writer.Finish();
+    return written;
 }
 
 } // namespace nexwire::core

@@ -1,5 +1,6 @@
 #include "core/Pipeline.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include <keel/Error.h>
@@ -63,18 +64,33 @@ try {
     return none;
 }
 
+Path::Path(const Path& other) : count_(other.count_)
+{
+    std::copy_n(other.pieces_, count_, pieces_);
+}
+
+std::string_view Path::View(const Piece& piece)
+{
+    return piece.length == kUnknownLength ? std::string_view(piece.text) : std::string_view(piece.text, piece.length);
+}
+
 std::string Path::Text() const
 {
     std::size_t length = 0;
     for (std::size_t i = 0; i < count_; ++i) {
-        length += pieces_[i].size();
+        length += View(pieces_[i]).size();
     }
     std::string text;
     text.reserve(length);
     for (std::size_t i = 0; i < count_; ++i) {
-        text.append(pieces_[i]);
+        text.append(View(pieces_[i]));
     }
     return text;
+}
+
+Operation::Operation(std::int32_t method, const Path& path, const protocol::IInboundData* body)
+    : path_(path), body_(body), method_(method)
+{
 }
 
 Operation& Operation::Add(Entries& entries, const char* name, std::string_view value)

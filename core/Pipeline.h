@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,20 +35,34 @@ class Path {
 public:
     static constexpr std::size_t kMaxPieces = 8;
 
-    Path(const char* literal) : pieces_{std::string_view(literal)}, count_(1) {}
+    Path(const char* literal) { Add(literal); }
     template <class First, class Second, class... More>
     Path(const First& first, const Second& second, const More&... more)
-        : pieces_{std::string_view(first), std::string_view(second), std::string_view(more)...},
-          count_(2 + sizeof...(More))
     {
         static_assert(2 + sizeof...(More) <= kMaxPieces, "too many pieces");
+        Add(first);
+        Add(second);
+        (Add(more), ...);
     }
+    Path(const Path& other);
+    Path& operator=(const Path&) = delete;
 
     std::string Text() const;
 
 private:
-    std::array<std::string_view, kMaxPieces> pieces_;
-    std::size_t count_;
+    struct Piece {
+        const char* text;
+        std::size_t length;
+    };
+    /// Of literals: every request function would have to count them.
+    static constexpr std::size_t kUnknownLength = static_cast<std::size_t>(-1);
+
+    void Add(const char* literal) { pieces_[count_++] = {literal, kUnknownLength}; }
+    void Add(std::string_view text) { pieces_[count_++] = {text.data(), text.size()}; }
+    static std::string_view View(const Piece& piece);
+
+    std::size_t count_ = 0;
+    Piece pieces_[kMaxPieces]; // NOLINT(cppcoreguidelines-pro-type-member-init): only `count_` of them are anything.
 };
 
 /// Content type of uploads in slices and of ranged downloads; the boundary is fixed.
@@ -67,18 +80,17 @@ public:
     template <class Owner, class Member, class Value, class... More>
     explicit Partial(Member Owner::*member, const Value& value, const More&... more)
     {
-        static_cast<void>(core::Guard([&] {
-            Structure structure;
+        const auto take = [&] {
             std::vector<const void*> sent;
-            Take(structure, sent, member, value, more...);
-            core::SendOnly(structure, &structure, sent);
-            structure_ = std::move(structure);
+            Take(structure_, sent, member, value, more...);
+            core::SendOnly(structure_, &structure_, sent);
             return true;
-        }));
+        };
+        complete_ = core::Guard(take);
     }
 
     /// Null when memory ran out; what is made of it is not sent then.
-    const protocol::IInboundData* Body() const { return structure_ ? &*structure_ : nullptr; }
+    const protocol::IInboundData* Body() const { return complete_ ? &structure_ : nullptr; }
 
 private:
     static void Take(Structure&, std::vector<const void*>&) {}
@@ -91,7 +103,8 @@ private:
         Take(structure, sent, more...);
     }
 
-    std::optional<Structure> structure_;
+    Structure structure_;
+    bool complete_ = false;
 };
 
 template <class Structure, class Member, class Value, class... More>
@@ -103,15 +116,16 @@ Partial<Structure> Only(Member Structure::*member, const Value& value, const Mor
 /// One request, not yet sent.
 class Operation {
 public:
-    Operation(std::int32_t method, const Path& path) : path_(path), method_(method) {}
+    Operation(std::int32_t method, const Path& path, const protocol::IInboundData* body = nullptr);
     Operation(std::int32_t method, const Path& path, const protocol::IInboundData& body)
-        : path_(path), body_(&body), method_(method)
+        : Operation(method, path, &body)
     {
     }
     template <class Structure>
     Operation(std::int32_t method, const Path& path, const Partial<Structure>& body)
-        : path_(path), body_(body.Body()), method_(method), spoiled_(body.Body() == nullptr)
+        : Operation(method, path, body.Body())
     {
+        spoiled_ = body.Body() == nullptr;
     }
 
     /// The body is a text of the caller, as it stands.
