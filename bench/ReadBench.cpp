@@ -9,6 +9,7 @@
 #include <benchmark/benchmark.h>
 
 #include "Peers.h"
+#include "Turns.h"
 #include "nexwire/ConversionArena.h"
 #include "nexwire/HTTPCommonJSONStruct.h"
 
@@ -97,6 +98,24 @@ void Peer(benchmark::State& state)
     Count(state, count);
 }
 
+/// How much memory a read takes at most, the result included, beside the text.
+void Memory(benchmark::State& state)
+{
+    const std::string& answer = Answer(static_cast<std::size_t>(state.range(0)));
+    bench::HeldMemory memory;
+    bool good = true;
+    for (auto _ : state) {
+        good = memory.During([&] {
+            PersonListData result;
+            return ReadWithNexwire(answer, result);
+        }) && good;
+    }
+    if (!good) {
+        state.SkipWithError("read something else");
+    }
+    bench::Report(state, memory.MiB(), memory.MiB() * (1 << 20) / static_cast<double>(answer.size()), -6, "MiB|the text");
+}
+
 template <class Function>
 void Register(const std::string& name, Function function)
 {
@@ -120,6 +139,8 @@ int main(int argc, char** argv)
         ++argv;
     }
     Register(group + "nexwire", Nexwire);
+    const std::string title = group == "read/" ? "memory of a typed read" : "memory of a typed read, arena";
+    benchmark::RegisterBenchmark(title.c_str(), Memory)->Arg(100000)->Iterations(1)->UseRealTime();
     Register(group + "nlohmann", Peer<bench::ReadWithNlohmann>);
     Register(group + "rapidjson", Peer<bench::ReadWithRapidJson>);
     Register(group + "simdjson", Peer<bench::ReadWithSimdjson>);

@@ -71,7 +71,7 @@ private:
     std::vector<double> peer_;
 };
 
-/// What `bench_report` prints: a figure of the library's, the ratio, the ratio to reach (0: none).
+/// What `bench_report` prints: a figure of the library's, the ratio, the ratio to reach (0: none; -1.15: at most 1.15).
 ///
 /// @param label  the figure's unit and the peer's name, as "us|bare libcurl".
 inline void Report(benchmark::State& state, double own, double ratio, double bar, const std::string& label)
@@ -97,6 +97,7 @@ public:
         return good;
     }
     void Report(benchmark::State& state) const { state.counters["turn_held"] = most_; }
+    double MiB() const { return most_; }
 
 private:
     /// A line of the process's own status; 0 where there is none.

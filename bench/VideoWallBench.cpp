@@ -51,7 +51,7 @@ void Compare(benchmark::State& state, std::uint16_t port, const std::string& pat
         state.SkipWithError("an exchange failed");
         return;
     }
-    bench::Report(state, turns.Own() * 1e6, turns.Ratio(), 0, "us|bare POST");
+    bench::Report(state, turns.Own() * 1e6, 1 / turns.Ratio(), working ? -1.15 : 0, "us|bare POST, share");
 }
 
 /// The body that an operation sends.

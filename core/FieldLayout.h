@@ -245,9 +245,12 @@ private:
 };
 
 /// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
-/// table's count when there is none.
+/// table's count when there is none. Quickest when `key` is the table's own.
 inline std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
 {
+    if (expected < table.count && table.fields[expected].key == key) {
+        return expected;
+    }
     for (std::size_t i = expected; i < table.count; ++i) {
         if (std::strcmp(table.fields[i].key, key) == 0) {
             return i;

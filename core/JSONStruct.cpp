@@ -103,7 +103,25 @@ void ClearLists(void* base, const FieldTable& table)
     }
 }
 
-void ReadField(void* base, const Field& field, const cJSON* node)
+/// Whether a structure may hold anything of before.
+enum class Before { Something, Nothing };
+
+void Read(IJSONStruct& object, const FieldTable& table, const cJSON* node, Before before);
+
+void ReadStruct(void* memory, const StructOps& ops, const cJSON* node, Before before)
+{
+    if (cJSON_IsObject(node) == 0) {
+        return;
+    }
+    IJSONStruct& structure = *StructOps::AsStruct(memory);
+    if (ops.fields != nullptr) {
+        Read(structure, *ops.fields, node, before);
+    } else {
+        structure.Parse(node);
+    }
+}
+
+void ReadField(void* base, const Field& field, const cJSON* node, Before before)
 {
     switch (field.kind) {
     case Kind::Text:
@@ -134,9 +152,7 @@ void ReadField(void* base, const Field& field, const cJSON* node)
         }
         break;
     case Kind::Struct:
-        if (cJSON_IsObject(node) != 0) {
-            StructOps::AsStruct(&At<char>(base, field))->Parse(node);
-        }
+        ReadStruct(&At<char>(base, field), *field.ops, node, before);
         break;
     case Kind::TextList:
         if (cJSON_IsArray(node) != 0) {
@@ -162,22 +178,22 @@ void ReadField(void* base, const Field& field, const cJSON* node)
             void* const first = ops.Renew(&At<char>(base, field), Counted(node, ops.size));
             std::size_t index = 0;
             for (const cJSON* child = node->child; child != nullptr; child = child->next, ++index) {
-                if (cJSON_IsObject(child) != 0) {
-                    ops.Element(first, index)->Parse(child);
-                }
+                ReadStruct(ops.Element(first, index), ops, child, Before::Nothing);
             }
         }
         break;
     }
 }
 
-void Read(IJSONStruct& object, void* base, const FieldTable& table, const cJSON* node)
+void Read(IJSONStruct& object, const FieldTable& table, const cJSON* node, Before before)
 {
     if (node == nullptr) {
         return;
     }
-    StructAccess::Clear(object);
-    ClearLists(base, table);
+    if (before == Before::Something) {
+        StructAccess::Clear(object);
+        ClearLists(&object, table);
+    }
     std::size_t expected = 0;
     for (const cJSON* child = node->child; child != nullptr; child = child->next) {
         if (child->string == nullptr) {
@@ -188,7 +204,7 @@ void Read(IJSONStruct& object, void* base, const FieldTable& table, const cJSON*
             continue;
         }
         StructAccess::Set(object, index);
-        ReadField(base, table.fields[index], child);
+        ReadField(&object, table.fields[index], child, before);
         expected = index + 1;
     }
 }
@@ -566,7 +582,7 @@ bool SerializationIgnoreItemFeatures::IsLeftOut(std::string_view key) const
 
 void IInboundData::Parse(const cJSON* node)
 {
-    core::Read(*this, this, Fields(), node);
+    core::Read(*this, Fields(), node, core::Before::Something);
 }
 
 cJSON* IInboundData::ToJson() const
@@ -608,7 +624,7 @@ IInboundData& IInboundData::operator=(IInboundData&& other) noexcept
 
 void IReturnData::Parse(const cJSON* node)
 {
-    core::Read(*this, this, Fields(), node);
+    core::Read(*this, Fields(), node, core::Before::Something);
 }
 
 cJSON* IReturnData::ToJson() const
