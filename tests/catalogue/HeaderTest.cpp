@@ -57,7 +57,8 @@ TEST(Headers, GiveARowPerPublicStaticFunctionWithItsTypesInFull)
     EXPECT_THAT(rows, HasSubstr("bool (*)(std::shared_ptr<int>, protocol::personnelcommon::Progress&, "
                                 "const std::vector<protocol::Progress>&, const std::string)"));
     EXPECT_THAT(rows, HasSubstr("{\"result\", nullptr, \"personnelcommon::Progress\", false, true}"));
-    EXPECT_THAT(rows, HasSubstr("{\"all\", nullptr, \"Progress\", true, false}"));
+    EXPECT_THAT(rows,
+                HasSubstr("{\"all\", nullptr, \"Progress\", true, false, ListOf<std::vector<protocol::Progress>>()}"));
     EXPECT_THAT(rows, HasSubstr("{\"texts\", &PlainType<std::map<int, std::string>>, nullptr, false, true}"));
     EXPECT_THAT(rows, HasSubstr("Bytes<void>(a[1]), static_cast<std::size_t>(Slot<std::string>(a[1]).size())"));
     EXPECT_THAT(rows, HasSubstr("{\"data\", &PlainType<AnyStructure>, nullptr, false, true}"));
