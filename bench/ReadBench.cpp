@@ -113,7 +113,8 @@ void Memory(benchmark::State& state)
     if (!good) {
         state.SkipWithError("read something else");
     }
-    bench::Report(state, memory.MiB(), memory.MiB() * (1 << 20) / static_cast<double>(answer.size()), -6, "MiB|the text");
+    bench::Report(state, memory.MiB(), memory.MiB() * (1 << 20) / static_cast<double>(answer.size()), -6,
+                  "MiB|the text");
 }
 
 template <class Function>

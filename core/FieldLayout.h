@@ -244,6 +244,16 @@ private:
     std::string text_;
 };
 
+/// Keys are short: no call is worth it.
+inline bool IsSameKey(const char* key, const char* other)
+{
+    while (*key == *other && *key != '\0') {
+        ++key;
+        ++other;
+    }
+    return *key == *other;
+}
+
 /// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
 /// table's count when there is none. Quickest when `key` is the table's own.
 inline std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
@@ -252,12 +262,12 @@ inline std::size_t FindField(const FieldTable& table, std::size_t expected, cons
         return expected;
     }
     for (std::size_t i = expected; i < table.count; ++i) {
-        if (std::strcmp(table.fields[i].key, key) == 0) {
+        if (IsSameKey(table.fields[i].key, key)) {
             return i;
         }
     }
     for (std::size_t i = 0; i < expected && i < table.count; ++i) {
-        if (std::strcmp(table.fields[i].key, key) == 0) {
+        if (IsSameKey(table.fields[i].key, key)) {
             return i;
         }
     }

@@ -1,26 +1,14 @@
 #include "core/JsonReader.h"
 
-#include <array>
 #include <charconv>
 #include <climits>
 #include <cstdint>
 #include <cstring>
 #include <new>
 
-// The reader looks at many characters at a time where the processor can. Its code is then not that of the others in
-// the process.
-#if defined(__SSE2__)
-#define RAPIDJSON_SSE2
-#elif defined(__ARM_NEON)
-#define RAPIDJSON_NEON
-#endif
-#define RAPIDJSON_NAMESPACE nexwire::core::json
-#define RAPIDJSON_NAMESPACE_BEGIN namespace nexwire::core::json {
-#define RAPIDJSON_NAMESPACE_END }
-#include <rapidjson/reader.h>
-
 #include "core/AnswerBudget.h"
 #include "core/FieldLayout.h"
+#include "core/PlainText.h"
 
 namespace nexwire::core {
 namespace {
@@ -46,151 +34,58 @@ Wanted WantedOf(const Field& field)
     }
 }
 
-/// Makes cJSON nodes of what the parser reports and somebody wants.
-class TreeBuilder {
+/// What is wanted of each element of an array; false when nothing is.
+bool WantedOfElements(const Wanted& array, Wanted& element)
+{
+    if (array.of == Wanted::Of::Everything) {
+        element = array;
+        return true;
+    }
+    element = array.table != nullptr ? Wanted{Wanted::Of::Fields, array.table, nullptr, 0} : kItself;
+    return array.of == Wanted::Of::Elements;
+}
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// Reads a text that may be written to and has room for `kWordBytes` more behind its end, all of them 0. Each step
+/// leaves the position behind what it read, and gives up at whatever is not plain.
+class Reader {
 public:
-    TreeBuilder(Arena& arena, const Wanted& wanted) : arena_(arena), next_(wanted) {}
+    Reader(Arena& arena, char* text) : arena_(arena), position_(text) {}
 
-    const cJSON* Root() const { return root_; }
-
-    bool Null() { return Unwanted() || Add(cJSON_NULL) != nullptr; }
-    bool Bool(bool value)
+    /// Null when the value is not plain, or something is left behind it.
+    const cJSON* Read(const Wanted& wanted, const char* end)
     {
-        if (!Unwanted()) {
-            Add(value ? cJSON_True : cJSON_False)->valueint = value ? 1 : 0;
-        }
-        return true;
+        SkipSpace();
+        cJSON* const root = Value(wanted, 0);
+        SkipSpace();
+        return position_ == end ? root : nullptr;
     }
-    bool RawNumber(const char* text, json::SizeType length, bool)
-    {
-        if (Unwanted()) {
-            return length <= kLongestNumber;
-        }
-        double value = 0.0;
-        if (!ToNumber(text, length, value)) {
-            return false;
-        }
-        cJSON* const node = Add(cJSON_Number);
-        node->valuedouble = value;
-        if (value >= INT_MAX) {
-            node->valueint = INT_MAX;
-        } else {
-            node->valueint = value <= INT_MIN ? INT_MIN : static_cast<int>(value);
-        }
-        return true;
-    }
-    // Numbers come as text only.
-    bool Int(int) { return false; }
-    bool Uint(unsigned) { return false; }
-    bool Int64(std::int64_t) { return false; }
-    bool Uint64(std::uint64_t) { return false; }
-    bool Double(double) { return false; }
-    bool String(const char* text, json::SizeType, bool)
-    {
-        if (!Unwanted()) {
-            Add(cJSON_String)->valuestring = const_cast<char*>(text);
-        }
-        return true;
-    }
-    bool Key(const char* text, json::SizeType, bool)
-    {
-        if (unwantedDepth_ == 0) {
-            key_ = const_cast<char*>(text);
-            ChooseByKey(text);
-        }
-        return true;
-    }
-    bool StartObject() { return Open(cJSON_Object); }
-    bool EndObject(json::SizeType) { return Close(); }
-    bool StartArray() { return Open(cJSON_Array); }
-    bool EndArray(json::SizeType) { return Close(); }
 
 private:
-    struct Level {
-        cJSON* node;
-        Wanted wanted;        ///< Of the value itself.
-        std::size_t expected; ///< Index of the member that comes next, if the server keeps the table's order.
-    };
-
-    static bool ToNumber(const char* text, std::size_t length, double& value)
+    void SkipSpace()
     {
-        constexpr std::size_t kExactDigits = 15;
-        if (length > kLongestNumber) {
+        while (*position_ == ' ' || *position_ == '\n' || *position_ == '\r' || *position_ == '\t') {
+            ++position_;
+        }
+    }
+
+    /// Whether that character comes next, behind space; if so, the position is behind it and the space that follows.
+    bool Take(char expected)
+    {
+        SkipSpace();
+        if (*position_ != expected) {
             return false;
         }
-        const bool negative = *text == '-';
-        const std::size_t start = negative ? 1 : 0;
-        if (length - start <= kExactDigits) {
-            std::int64_t number = 0;
-            std::size_t i = start;
-            while (i < length && text[i] >= '0' && text[i] <= '9') {
-                number = number * 10 + (text[i] - '0');
-                ++i;
-            }
-            if (i == length) {
-                const auto magnitude = static_cast<double>(number);
-                value = negative ? -magnitude : magnitude;
-                return true;
-            }
-        }
-        const std::from_chars_result result = std::from_chars(text, text + length, value);
-        return result.ec == std::errc() && result.ptr == text + length;
+        ++position_;
+        SkipSpace();
+        return true;
     }
 
-    /// Chooses what is wanted of the value behind a key.
-    void ChooseByKey(const char* key)
-    {
-        Level& level = open_[depth_ - 1];
-        const Wanted& wanted = level.wanted;
-        wantsNext_ = false;
-        switch (wanted.of) {
-        case Wanted::Of::Everything:
-            wantsNext_ = true;
-            next_ = wanted;
-            break;
-        case Wanted::Of::Fields: {
-            const std::size_t index = FindField(*wanted.table, level.expected, key);
-            if (index < wanted.table->count) {
-                const Field& field = wanted.table->fields[index];
-                level.expected = index + 1;
-                wantsNext_ = true;
-                next_ = WantedOf(field);
-                // The table's own is found again at once.
-                key_ = const_cast<char*>(field.key);
-            }
-            break;
-        }
-        case Wanted::Of::Members:
-            for (std::size_t i = 0; i < wanted.count && !wantsNext_; ++i) {
-                if (std::strcmp(wanted.members[i].key, key) == 0) {
-                    wantsNext_ = true;
-                    next_ = wanted.members[i].wanted;
-                }
-            }
-            break;
-        default:
-            break;
-        }
-    }
-
-    /// Chooses what is wanted of the next element of the innermost array.
-    void ChooseElement()
-    {
-        const Wanted& wanted = open_[depth_ - 1].wanted;
-        wantsNext_ = true;
-        if (wanted.of == Wanted::Of::Everything) {
-            next_ = wanted;
-        } else if (wanted.of == Wanted::Of::Elements) {
-            next_ = wanted.table != nullptr ? Wanted{Wanted::Of::Fields, wanted.table, nullptr, 0} : kItself;
-        } else {
-            wantsNext_ = false;
-        }
-    }
-
-    /// Whether nobody reads the value that begins.
-    bool Unwanted() const { return unwantedDepth_ > 0 || !wantsNext_; }
-
-    cJSON* Add(int type)
+    cJSON* New(int type)
     {
         if (charged_ == 0) {
             ChargeAnswer(kChargedAtOnce * sizeof(cJSON));
@@ -203,51 +98,386 @@ private:
         }
         *node = cJSON();
         node->type = type;
-        node->string = key_;
-        key_ = nullptr;
-        if (last_ != nullptr) {
-            last_->next = node;
-            node->prev = last_;
-        } else if (depth_ > 0) {
-            open_[depth_ - 1].node->child = node;
-        } else {
-            root_ = node;
-        }
-        last_ = node;
         return node;
     }
 
-    bool Open(int type)
+    cJSON* Value(const Wanted& wanted, std::size_t depth)
     {
-        if (depth_ + unwantedDepth_ >= open_.size()) {
-            return false;
+        switch (*position_) {
+        case '{':
+            return Object(wanted, depth);
+        case '[':
+            return Array(wanted, depth);
+        case '"': {
+            char* const text = Text();
+            if (text == nullptr) {
+                return nullptr;
+            }
+            cJSON* const node = New(cJSON_String);
+            node->valuestring = text;
+            return node;
         }
-        if (Unwanted()) {
-            ++unwantedDepth_;
+        case 't':
+            if (Word("true")) {
+                cJSON* const node = New(cJSON_True);
+                node->valueint = 1;
+                return node;
+            }
+            return nullptr;
+        case 'f':
+            return Word("false") ? New(cJSON_False) : nullptr;
+        case 'n':
+            return Word("null") ? New(cJSON_NULL) : nullptr;
+        default: {
+            double value = 0.0;
+            if (!Number(value)) {
+                return nullptr;
+            }
+            cJSON* const node = New(cJSON_Number);
+            node->valuedouble = value;
+            node->valueint = value >= INT_MAX ? INT_MAX : (value <= INT_MIN ? INT_MIN : static_cast<int>(value));
+            return node;
+        }
+        }
+    }
+
+    /// A value that nobody reads: as strict, but no nodes.
+    bool Skip(std::size_t depth)
+    {
+        switch (*position_) {
+        case '{':
+            return depth < CJSON_NESTING_LIMIT &&
+                   Members([] { return nullptr; }, [&](char*) { return Skip(depth + 1); });
+        case '[':
+            return depth < CJSON_NESTING_LIMIT && Elements([&] { return Skip(depth + 1); });
+        case '"':
+            return Text() != nullptr;
+        case 't':
+            return Word("true");
+        case 'f':
+            return Word("false");
+        case 'n':
+            return Word("null");
+        default: {
+            double value = 0.0;
+            return Number(value);
+        }
+        }
+    }
+
+    /// Adds nodes to a container.
+    class Children {
+    public:
+        explicit Children(cJSON* parent) : parent_(parent) {}
+        bool Add(cJSON* node)
+        {
+            if (node == nullptr) {
+                return false;
+            }
+            node->prev = last_;
+            (last_ != nullptr ? last_->next : parent_->child) = node;
+            last_ = node;
             return true;
         }
-        cJSON* const node = Add(type);
-        open_[depth_++] = {node, next_, 0};
-        last_ = nullptr;
-        if (type == cJSON_Array) {
-            ChooseElement();
+        /// The first one tells the last, as everywhere in cJSON's trees.
+        cJSON* Done()
+        {
+            if (last_ != nullptr) {
+                parent_->child->prev = last_;
+            }
+            return parent_;
+        }
+
+    private:
+        cJSON* parent_;
+        cJSON* last_ = nullptr;
+    };
+
+    cJSON* Object(const Wanted& wanted, std::size_t depth)
+    {
+        if (depth >= CJSON_NESTING_LIMIT) {
+            return nullptr;
+        }
+        Children children(New(cJSON_Object));
+        std::size_t expected = 0; // Index of the member that comes next, if the server keeps the table's order.
+        const auto likely = [&] {
+            return wanted.of == Wanted::Of::Fields && expected < wanted.table->count
+                       ? wanted.table->fields[expected].key
+                       : nullptr;
+        };
+        const bool plain = Members(likely, [&](char* key) {
+            Wanted next = wanted;
+            if (!WantedOfMember(wanted, key, expected, next)) {
+                return Skip(depth + 1);
+            }
+            cJSON* const node = Value(next, depth + 1);
+            if (node != nullptr) {
+                node->string = key;
+            }
+            return children.Add(node);
+        });
+        return plain ? children.Done() : nullptr;
+    }
+
+    cJSON* Array(const Wanted& wanted, std::size_t depth)
+    {
+        if (depth >= CJSON_NESTING_LIMIT) {
+            return nullptr;
+        }
+        Children children(New(cJSON_Array));
+        Wanted next = wanted;
+        const bool some = WantedOfElements(wanted, next);
+        const bool plain = Elements([&] { return some ? children.Add(Value(next, depth + 1)) : Skip(depth + 1); });
+        return plain ? children.Done() : nullptr;
+    }
+
+    /// Has `read` read the value behind each key. `likely` tells which key probably comes next, or null.
+    template <class Likely, class Read>
+    bool Members(const Likely& likely, const Read& read)
+    {
+        ++position_;
+        SkipSpace();
+        if (Take('}')) {
+            return true;
+        }
+        do {
+            char* const key = Key(likely());
+            if (key == nullptr || !Take(':') || !read(key)) {
+                return false;
+            }
+        } while (Take(','));
+        return Take('}');
+    }
+
+    /// The key that comes next; `likely` itself where it is that.
+    char* Key(const char* likely)
+    {
+        if (*position_ != '"') {
+            return nullptr;
+        }
+        if (likely != nullptr) {
+            char* text = position_ + 1;
+            const char* same = likely;
+            while (*same != '\0' && *text == *same) {
+                ++text;
+                ++same;
+            }
+            if (*same == '\0' && *text == '"') {
+                position_ = text + 1;
+                return const_cast<char*>(likely);
+            }
+        }
+        return Text();
+    }
+
+    template <class Read>
+    bool Elements(const Read& read)
+    {
+        ++position_;
+        SkipSpace();
+        if (Take(']')) {
+            return true;
+        }
+        do {
+            if (!read()) {
+                return false;
+            }
+        } while (Take(','));
+        return Take(']');
+    }
+
+    /// What is wanted of the value behind a key, which becomes the table's own where there is one: that is found again
+    /// at once. False when nothing is.
+    static bool WantedOfMember(const Wanted& object, char*& key, std::size_t& expected, Wanted& member)
+    {
+        switch (object.of) {
+        case Wanted::Of::Everything:
+            return true;
+        case Wanted::Of::Fields: {
+            const std::size_t index = FindField(*object.table, expected, key);
+            if (index == object.table->count) {
+                return false;
+            }
+            const Field& field = object.table->fields[index];
+            expected = index + 1;
+            key = const_cast<char*>(field.key);
+            member = WantedOf(field);
+            return true;
+        }
+        case Wanted::Of::Members:
+            for (std::size_t i = 0; i < object.count; ++i) {
+                if (std::strcmp(object.members[i].key, key) == 0) {
+                    member = object.members[i].wanted;
+                    return true;
+                }
+            }
+            return false;
+        default:
+            return false;
+        }
+    }
+
+    bool Word(std::string_view word)
+    {
+        // Behind the text are enough zeros to compare with.
+        if (std::memcmp(position_, word.data(), word.size()) != 0) {
+            return false;
+        }
+        position_ += word.size();
+        return true;
+    }
+
+    bool Digits()
+    {
+        if (!IsDigit(*position_)) {
+            return false;
+        }
+        while (IsDigit(*position_)) {
+            ++position_;
         }
         return true;
     }
 
-    bool Close()
+    bool Number(double& value)
     {
-        if (unwantedDepth_ > 0) {
-            --unwantedDepth_;
+        constexpr std::ptrdiff_t kExactDigits = 15;
+        const char* const start = position_;
+        const bool negative = *position_ == '-';
+        if (negative) {
+            ++position_;
+        }
+        const char* const digits = position_;
+        if (!Digits() || (*digits == '0' && position_ - digits > 1)) {
+            return false;
+        }
+        const bool whole = *position_ != '.' && *position_ != 'e' && *position_ != 'E';
+        if (whole && position_ - digits <= kExactDigits) {
+            std::int64_t number = 0;
+            for (const char* digit = digits; digit < position_; ++digit) {
+                number = number * 10 + (*digit - '0');
+            }
+            const auto magnitude = static_cast<double>(number);
+            value = negative ? -magnitude : magnitude;
             return true;
         }
-        cJSON* const node = open_[--depth_].node;
-        if (last_ != nullptr) {
-            node->child->prev = last_;
+        if (*position_ == '.') {
+            ++position_;
+            if (!Digits()) {
+                return false;
+            }
         }
-        last_ = node;
-        if (depth_ > 0 && open_[depth_ - 1].node->type == cJSON_Array) {
-            ChooseElement();
+        if (*position_ == 'e' || *position_ == 'E') {
+            ++position_;
+            if (*position_ == '+' || *position_ == '-') {
+                ++position_;
+            }
+            if (!Digits()) {
+                return false;
+            }
+        }
+        if (position_ - start > static_cast<std::ptrdiff_t>(kLongestNumber)) {
+            return false;
+        }
+        const std::from_chars_result result = std::from_chars(start, position_, value);
+        return result.ec == std::errc() && result.ptr == position_;
+    }
+
+    /// The text in quotation marks, unescaped where it stands, with a 0 behind it.
+    char* Text()
+    {
+        char* const start = ++position_;
+        position_ = const_cast<char*>(EndOfPlainText(start));
+        char* to = position_;
+        while (*position_ != '"') {
+            if (*position_ != '\\' || !Unescape(to)) {
+                return nullptr; // A control character, or the end.
+            }
+            const char* const next = EndOfPlainText(position_);
+            const auto length = static_cast<std::size_t>(next - position_);
+            std::memmove(to, position_, length);
+            to += length;
+            position_ += length;
+        }
+        ++position_;
+        *to = '\0';
+        return start;
+    }
+
+    /// Writes what an escape stands for, which is never longer.
+    bool Unescape(char*& to)
+    {
+        const char escape = position_[1];
+        position_ += 2;
+        switch (escape) {
+        case '"':
+        case '\\':
+        case '/':
+            *to++ = escape;
+            return true;
+        case 'b':
+            *to++ = '\b';
+            return true;
+        case 'f':
+            *to++ = '\f';
+            return true;
+        case 'n':
+            *to++ = '\n';
+            return true;
+        case 'r':
+            *to++ = '\r';
+            return true;
+        case 't':
+            *to++ = '\t';
+            return true;
+        case 'u':
+            return UnescapeNumber(to);
+        default:
+            return false;
+        }
+    }
+
+    /// The code unit written as four hexadecimal digits.
+    bool CodeUnit(std::uint32_t& unit)
+    {
+        const std::from_chars_result result = std::from_chars(position_, position_ + 4, unit, 16);
+        const bool whole = result.ptr == position_ + 4;
+        position_ += 4;
+        return whole;
+    }
+
+    bool UnescapeNumber(char*& to)
+    {
+        std::uint32_t character = 0;
+        if (!CodeUnit(character)) {
+            return false;
+        }
+        if (character >= 0xD800 && character < 0xE000) {
+            std::uint32_t low = 0;
+            if (character >= 0xDC00 || position_[0] != '\\' || position_[1] != 'u') {
+                return false;
+            }
+            position_ += 2;
+            if (!CodeUnit(low) || low < 0xDC00 || low >= 0xE000) {
+                return false;
+            }
+            character = 0x10000 + ((character - 0xD800) << 10) + (low - 0xDC00);
+        }
+        const auto put = [&](std::uint32_t byte) { *to++ = static_cast<char>(static_cast<unsigned char>(byte)); };
+        const auto follow = [&](int shift) { put(0x80 | (character >> shift & 0x3F)); };
+        if (character < 0x80) {
+            put(character);
+        } else if (character < 0x800) {
+            put(0xC0 | character >> 6);
+            follow(0);
+        } else if (character < 0x10000) {
+            put(0xE0 | character >> 12);
+            follow(6);
+            follow(0);
+        } else {
+            put(0xF0 | character >> 18);
+            follow(12);
+            follow(6);
+            follow(0);
         }
         return true;
     }
@@ -255,87 +485,22 @@ private:
     static constexpr std::size_t kChargedAtOnce = 32;
 
     Arena& arena_;
+    char* position_;
     std::size_t charged_ = 0; ///< Nodes that are counted towards the answer and not made yet.
-    const cJSON* root_ = nullptr;
-    cJSON* last_ = nullptr; ///< Before the next node in the innermost open one.
-    char* key_ = nullptr;
-    Wanted next_;           ///< Of the value that comes next.
-    bool wantsNext_ = true; ///< Whether anybody reads that at all.
-    std::size_t depth_ = 0;
-    std::size_t unwantedDepth_ = 0; ///< Containers open around the next value that nobody reads.
-    std::array<Level, CJSON_NESTING_LIMIT> open_;
 };
-
-/// The code unit written as four hexadecimal digits; -1 when it is none.
-int CodeUnit(const char* digits, const char* end)
-{
-    if (end - digits < 4) {
-        return -1;
-    }
-    unsigned unit = 0;
-    const std::from_chars_result result = std::from_chars(digits, digits + 4, unit, 16);
-    return result.ptr == digits + 4 ? static_cast<int>(unit) : -1;
-}
-
-/// Whether an escape stands for the second half of a surrogate pair without its first half, which the fast parser
-/// takes for a character and cJSON refuses.
-bool HasLoneLowSurrogate(const std::string& text)
-{
-    const char* position = text.data();
-    const char* const end = position + text.size();
-    const char* afterHigh = nullptr;
-    while ((position = static_cast<const char*>(
-                std::memchr(position, '\\', static_cast<std::size_t>(end - position)))) != nullptr) {
-        if (end - position < 2) {
-            return false;
-        }
-        if (position[1] != 'u') {
-            position += 2;
-            continue;
-        }
-        const int unit = CodeUnit(position + 2, end);
-        if (unit < 0) {
-            return false;
-        }
-        const bool paired = afterHigh == position;
-        if (unit >= 0xDC00 && unit <= 0xDFFF && !paired) {
-            return true;
-        }
-        position += 6;
-        afterHigh = unit >= 0xD800 && unit <= 0xDBFF && !paired ? position : nullptr;
-    }
-    return false;
-}
 
 } // namespace
 
 const cJSON* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted)
 {
-    if (text.size() >= UINT32_MAX || HasLoneLowSurrogate(text)) {
-        return nullptr;
-    }
     // Keys and texts are unescaped in place and stay there.
-    auto* const copy = static_cast<char*>(arena.Allocate(text.size() + 1));
+    auto* const copy = static_cast<char*>(arena.Allocate(text.size() + kWordBytes));
     if (copy == nullptr) {
         throw std::bad_alloc();
     }
-    std::memcpy(copy, text.c_str(), text.size() + 1);
-
-    constexpr unsigned kFlags =
-        json::kParseInsituFlag | json::kParseNumbersAsStringsFlag | json::kParseStopWhenDoneFlag;
-    json::InsituStringStream stream(copy);
-    json::Reader reader;
-    TreeBuilder builder(arena, wanted);
-    if (reader.Parse<kFlags>(stream, builder).IsError()) {
-        return nullptr;
-    }
-    // Nothing but white space may follow.
-    const char* const end = copy + text.size();
-    const char* position = copy + stream.Tell();
-    while (position < end && (*position == ' ' || *position == '\t' || *position == '\r' || *position == '\n')) {
-        ++position;
-    }
-    return position == end ? builder.Root() : nullptr;
+    std::memcpy(copy, text.data(), text.size());
+    std::memset(copy + text.size(), 0, kWordBytes);
+    return Reader(arena, copy).Read(wanted, copy + text.size());
 }
 
 } // namespace nexwire::core

@@ -1,7 +1,6 @@
 #include "core/JsonWriter.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -11,38 +10,10 @@
 #include <string_view>
 #include <system_error>
 
+#include "core/PlainText.h"
+
 namespace nexwire::core {
 namespace {
-
-/// What stands for each character inside a text: 0 itself, 'u' its number, anything else a letter behind a backslash.
-constexpr std::array<char, 256> MakeEscapes()
-{
-    std::array<char, 256> escapes{};
-    for (std::size_t i = 0; i < 32; ++i) {
-        escapes[i] = 'u';
-    }
-    escapes['\b'] = 'b';
-    escapes['\f'] = 'f';
-    escapes['\n'] = 'n';
-    escapes['\r'] = 'r';
-    escapes['\t'] = 't';
-    escapes['"'] = '"';
-    escapes['\\'] = '\\';
-    return escapes;
-}
-
-constexpr std::array<char, 256> kEscapes = MakeEscapes();
-
-/// Whether one of eight characters is a control character, a quotation mark or a backslash.
-bool NeedsEscape(std::uint64_t eight)
-{
-    constexpr std::uint64_t kEach = 0x0101010101010101;
-    const std::uint64_t quote = eight ^ (kEach * '"');
-    const std::uint64_t backslash = eight ^ (kEach * '\\');
-    const std::uint64_t found =
-        ((eight - kEach * 0x20) & ~eight) | ((quote - kEach) & ~quote) | ((backslash - kEach) & ~backslash);
-    return (found & (kEach * 0x80)) != 0;
-}
 
 /// Room for text that grows, in a string that is cut to its length at the end.
 class Writer {
@@ -87,27 +58,26 @@ private:
 
 void Writer::Text(const char* text)
 {
-    constexpr std::size_t kAtOnce = sizeof(std::uint64_t);
     const std::size_t length = std::strlen(text);
     std::size_t left = length;
     char* to = Room(left + 2);
     *to++ = '"';
     while (left > 0) {
-        if (length >= kAtOnce) {
+        if (length >= kWordBytes) {
             // The last ones are taken with some that were written before: those had no escapes, or it is seen here.
-            const std::size_t before = left < kAtOnce ? kAtOnce - left : 0;
+            const std::size_t before = left < kWordBytes ? kWordBytes - left : 0;
             std::uint64_t eight = 0;
-            std::memcpy(&eight, text - before, kAtOnce);
+            std::memcpy(&eight, text - before, kWordBytes);
             if (!NeedsEscape(eight)) {
-                std::memcpy(to - before, &eight, kAtOnce);
-                const std::size_t taken = kAtOnce - before;
+                std::memcpy(to - before, &eight, kWordBytes);
+                const std::size_t taken = kWordBytes - before;
                 to += taken;
                 text += taken;
                 left -= taken;
                 continue;
             }
         }
-        for (std::size_t i = std::min(left, kAtOnce); i > 0; --i, ++text, --left) {
+        for (std::size_t i = std::min(left, kWordBytes); i > 0; --i, ++text, --left) {
             const auto c = static_cast<unsigned char>(*text);
             const char escape = kEscapes[c];
             if (escape == 0) {

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace nexwire::core {
+
+/// So many characters of a text are looked at together.
+constexpr std::size_t kWordBytes = sizeof(std::uint64_t);
+
+/// What stands for each character inside a JSON text: 0 itself, 'u' its number, anything else a letter behind a
+/// backslash.
+constexpr std::array<char, 256> MakeEscapes()
+{
+    std::array<char, 256> escapes{};
+    for (std::size_t i = 0; i < 32; ++i) {
+        escapes[i] = 'u';
+    }
+    escapes['\b'] = 'b';
+    escapes['\f'] = 'f';
+    escapes['\n'] = 'n';
+    escapes['\r'] = 'r';
+    escapes['\t'] = 't';
+    escapes['"'] = '"';
+    escapes['\\'] = '\\';
+    return escapes;
+}
+
+inline constexpr std::array<char, 256> kEscapes = MakeEscapes();
+
+/// Whether one of the characters is a control character, a quotation mark or a backslash.
+inline bool NeedsEscape(std::uint64_t word)
+{
+    constexpr std::uint64_t kEach = 0x0101010101010101;
+    const std::uint64_t quote = word ^ (kEach * '"');
+    const std::uint64_t backslash = word ^ (kEach * '\\');
+    const std::uint64_t found =
+        ((word - kEach * 0x20) & ~word) | ((quote - kEach) & ~quote) | ((backslash - kEach) & ~backslash);
+    return (found & (kEach * 0x80)) != 0;
+}
+
+/// The first of those characters; there must be one, and room for a word behind it.
+inline const char* EndOfPlainText(const char* text)
+{
+    std::uint64_t word = 0;
+    for (std::memcpy(&word, text, kWordBytes); !NeedsEscape(word); std::memcpy(&word, text, kWordBytes)) {
+        text += kWordBytes;
+    }
+    while (kEscapes[static_cast<unsigned char>(*text)] == 0) {
+        ++text;
+    }
+    return text;
+}
+
+} // namespace nexwire::core
