@@ -29,6 +29,7 @@ endif()
 # For sources that are many or seldom run: small instead of fast. Sections of their own let the linker drop what nobody
 # calls. Constructors and destructors for classes that derive are left out only where they are functions of their own.
 if(NOT MSVC)
+    set(NEXWIRE_MEDIUM "$<$<CONFIG:Release>:-O2;-ffunction-sections>")
     set(NEXWIRE_SMALL "$<$<CONFIG:Release>:-Os;-ffunction-sections;$<$<CXX_COMPILER_ID:GNU>:-fno-declone-ctor-dtor>>")
 endif()
 

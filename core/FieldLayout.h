@@ -37,8 +37,8 @@ enum class ListWork : std::uint8_t {
 struct StructOps {
     const FieldTable* fields; ///< Null for a structure that has none: one of the host's own.
     const std::type_info* type;
-    std::size_t size;
-    bool inbound; ///< An `IInboundData`; otherwise an `IReturnData`.
+    std::uint32_t size; ///< As small as it can be said: there are a thousand of these.
+    bool inbound;       ///< An `IInboundData`; otherwise an `IReturnData`.
     /// One function for all works: with one for each, those of a thousand structures would be a quarter of the library.
     void (*work)(Work work, void* object, void* other);
 
@@ -114,7 +114,8 @@ void DoWork(Work work, void* object, [[maybe_unused]] void* other)
 template <class T>
 constexpr StructOps MakeOps(const FieldTable* fields)
 {
-    return {fields, &typeid(T), sizeof(T), std::is_base_of<protocol::IInboundData, T>::value, &DoWork<T>};
+    return {fields, &typeid(T), static_cast<std::uint32_t>(sizeof(T)),
+            std::is_base_of<protocol::IInboundData, T>::value, &DoWork<T>};
 }
 
 template <class T>

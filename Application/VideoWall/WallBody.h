@@ -117,10 +117,7 @@ public:
     void Read(const std::string& path, Record& record, const RecordField<Record> (&fields)[count]) const
     {
         Record fresh = record;
-        Below below(path);
-        for (const RecordField<Record>& field : fields) {
-            std::visit([&](auto member) { Read(below(field.key), fresh.*member, field.also); }, field.member);
-        }
+        ReadFields(Below(path), fresh, fields);
         record = std::move(fresh);
     }
 
@@ -130,7 +127,7 @@ public:
     {
         std::vector<Record> records(Size(path));
         for (std::size_t i = 0; i < records.size(); ++i) {
-            Read(path + '/' + std::to_string(i), records[i], fields);
+            ReadFields(Below(path, i), records[i], fields);
         }
         return records;
     }
@@ -138,6 +135,14 @@ public:
     std::size_t Size(const std::string& path) const;
 
 private:
+    template <class Record, std::size_t count>
+    void ReadFields(Below below, Record& record, const RecordField<Record> (&fields)[count]) const
+    {
+        for (const RecordField<Record>& field : fields) {
+            std::visit([&](auto member) { Read(below(field.key), record.*member, field.also); }, field.member);
+        }
+    }
+
     proto::CRapidJsonProto json_;
 };
 

@@ -13,7 +13,6 @@
 #include <utility>
 
 #include <rapidjson/document.h>
-#include <rapidjson/memorystream.h>
 #include <rapidjson/pointer.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
@@ -67,7 +66,7 @@ bool IsText(const std::string& text)
 // Hands the events of the parser on to the document and stops it where the document must not go.
 class Gate {
 public:
-    explicit Gate(Document& document) : document_(document) {}
+    Gate(Document& document, bool checked) : document_(document), checked_(checked) {}
 
     bool Null() { return document_.Null(); }
     bool Bool(bool value) { return document_.Bool(value); }
@@ -100,11 +99,11 @@ public:
     // Only here a lone half of a surrogate pair shows, as the bytes it was decoded to.
     bool String(const char* text, SizeType length, bool copy)
     {
-        return IsUtf8(text, length) && document_.String(text, length, copy);
+        return IsWhole(text, length) && document_.String(text, length, copy);
     }
     bool Key(const char* text, SizeType length, bool copy)
     {
-        return IsUtf8(text, length) && document_.Key(text, length, copy);
+        return IsWhole(text, length) && document_.Key(text, length, copy);
     }
     bool StartObject() { return Enter() && document_.StartObject(); }
     bool EndObject(SizeType count) { return Leave() && document_.EndObject(count); }
@@ -112,6 +111,7 @@ public:
     bool EndArray(SizeType count) { return Leave() && document_.EndArray(count); }
 
 private:
+    bool IsWhole(const char* text, SizeType length) const { return !checked_ || IsUtf8(text, length); }
     bool Enter() { return ++depth_ <= CRapidJsonProto::kMaxDepth; }
     bool Leave()
     {
@@ -120,10 +120,11 @@ private:
     }
 
     Document& document_;
+    const bool checked_; ///< Whether texts are to be looked at.
     std::size_t depth_ = 0;
 };
 
-// Parses into a document; a generator in the library's sense.
+// Parses into a document, which keeps the text: strings stay where they stand. A generator in the library's sense.
 class Parser {
 public:
     explicit Parser(const std::string& text) : text_(text) {}
@@ -131,12 +132,16 @@ public:
     bool operator()(Document& document)
     {
         const std::size_t start = text_.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-        rapidjson::MemoryStream in(text_.data() + start, text_.size() - start);
+        const std::size_t length = text_.size() - start;
+        auto* const copy = static_cast<char*>(document.GetAllocator().Malloc(length + 1));
+        std::memcpy(copy, text_.c_str() + start, length + 1);
+        rapidjson::GenericInsituStringStream<Utf8> in(copy);
         rapidjson::GenericReader<Utf8, Utf8, Allocator> reader;
-        Gate gate(document);
-        const unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+        // Only escapes make anything else of the bytes that are there.
+        Gate gate(document, text_.find("\\u") != std::string::npos);
+        const unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
         // A NUL counts as the end of the text for the library.
-        complete_ = !reader.Parse<flags>(in, gate).IsError() && in.Tell() == text_.size() - start;
+        complete_ = IsUtf8(copy, length) && !reader.Parse<flags>(in, gate).IsError() && in.Tell() == length;
         return complete_;
     }
 
@@ -153,10 +158,10 @@ using Token = Pointer::Token;
 // allocates, does the rest.
 class Path {
 public:
-    explicit Path(const std::string& path)
+    explicit Path(std::string_view path)
     {
         if (!TakeApart(path)) {
-            const std::string whole = path.empty() || path.front() == '/' ? path : '/' + path;
+            const std::string whole = (path.empty() || path.front() == '/' ? "" : "/") + std::string(path);
             pointer_ = std::make_unique<Pointer>(whole.data(), whole.size());
             valid_ = pointer_->IsValid();
             count_ = pointer_->GetTokenCount();
@@ -169,7 +174,7 @@ public:
     const Token* end() const { return begin() + count_; }
 
 private:
-    bool TakeApart(const std::string& path)
+    bool TakeApart(std::string_view path)
     {
         if (path.find('~') != std::string::npos) {
             return false;
@@ -326,10 +331,42 @@ bool Whole(const Value& value, std::int64_t& whole)
 struct CRapidJsonProto::Impl {
     Document document{rapidjson::kObjectType};
 
-    const Value* Find(const std::string& text) const
+    const Value* Find(std::string_view path) const
     {
-        const Path path(text);
-        const Value* at = path.IsValid() ? &document : nullptr;
+        if (path.empty()) {
+            return &document;
+        }
+        const auto [place, name] = Split(path);
+        const Value* const at = PlaceAt(place);
+        return at != nullptr ? Walk(*at, Path(name)) : nullptr;
+    }
+
+    bool Store(std::string_view path, Value& value)
+    {
+        // Where keys are set one after the other their path is looked for once. Longer ones may be too deep.
+        if (!path.empty() && path.size() < kMaxDepth) {
+            const auto [place, name] = Split(path);
+            Value* const at = const_cast<Value*>(PlaceAt(place));
+            if (at != nullptr && (at->IsObject() || at->IsArray())) {
+                return StoreIn(*at, Path(name), value);
+            }
+        }
+        place_ = nullptr;
+        return StoreIn(document, Path(path), value);
+    }
+
+private:
+    /// A path up to its last part, and that.
+    static std::pair<std::string_view, std::string_view> Split(std::string_view path)
+    {
+        const std::size_t slash = path.rfind('/');
+        return slash == std::string_view::npos ? std::pair(std::string_view(), path)
+                                               : std::pair(path.substr(0, slash), path.substr(slash));
+    }
+
+    static const Value* Walk(const Value& from, const Path& path)
+    {
+        const Value* at = path.IsValid() ? &from : nullptr;
         for (const Token& token : path) {
             if (at == nullptr) {
                 break;
@@ -346,18 +383,33 @@ struct CRapidJsonProto::Impl {
         return at;
     }
 
-    bool Store(const std::string& text, Value& value)
+    /// The value at a path; the last one is kept. What is set below it leaves it where it is, and what is set elsewhere
+    /// replaces it.
+    const Value* PlaceAt(std::string_view path) const
     {
-        const Path path(text);
-        if (!CanCreate(document, path)) {
+        if (place_ == nullptr || path != placePath_) {
+            place_ = nullptr;
+            placePath_ = path;
+            place_ = Walk(document, Path(path));
+        }
+        return place_;
+    }
+
+    bool StoreIn(Value& root, const Path& path, Value& value)
+    {
+        if (!CanCreate(root, path)) {
             return false;
         }
-        Create(document, path, document.GetAllocator()) = value;
+        Create(root, path, document.GetAllocator()) = value;
         return true;
     }
 
+    mutable const Value* place_ = nullptr;
+    mutable std::string placePath_;
+
+public:
     template <class Number>
-    bool StoreNumber(const std::string& path, Number number)
+    bool StoreNumber(std::string_view path, Number number)
     {
         Value value(number);
         return Store(path, value);
