@@ -118,13 +118,17 @@ struct RecordTable;
 /// The plain record of that name, or null.
 const RecordTable* FindRecord(const std::string& name);
 
+/// What can be done with a list of them; their table is the library's own.
+template <class Structure>
+inline constexpr core::ListOps kListWithoutTable = core::MakeListOps<Structure>(nullptr);
+
 /// What can be done with a list of structures; null for one of records.
 template <class List>
 constexpr const core::ListOps* ListOf()
 {
     using Element = typename List::value_type;
     if constexpr (std::is_base_of<protocol::IJSONStruct, Element>::value) {
-        return &core::kListOps<Element>;
+        return &kListWithoutTable<Element>;
     } else {
         return nullptr;
     }

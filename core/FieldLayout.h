@@ -170,9 +170,15 @@ constexpr const FieldTable* FieldsOf()
     }
 }
 
+template <class T>
+constexpr ListOps MakeListOps(const FieldTable* fields)
+{
+    return {MakeOps<T>(fields), &DoListWork<T>};
+}
+
 /// What can be done with a list of a structure.
 template <class T>
-inline constexpr ListOps kListOps = {MakeOps<T>(FieldsOf<T>()), &DoListWork<T>};
+inline constexpr ListOps kListOps = MakeListOps<T>(FieldsOf<T>());
 
 /// Key that a structure is sent under; null for a result.
 template <class T>
