@@ -85,10 +85,12 @@ std::vector<std::size_t> Unaccounted(const FieldTable& entry)
 {
     Object first(entry, 0xAA);
     Object second(entry, 0x55);
-    const std::size_t filter = sizeof(protocol::SerializationIgnoreItemFeatures);
+    using Filter = protocol::SerializationIgnoreItemFeatures;
     std::vector<bool> known(entry.ops.size);
-    std::fill_n(known.begin(), sizeof(protocol::IInboundData) - filter, true);
-    std::fill_n(known.end() - static_cast<std::ptrdiff_t>(filter), filter, true);
+    std::fill_n(known.begin(), sizeof(protocol::IInboundData) - sizeof(Filter), true);
+    // It stands behind the members, and not always at the very end.
+    auto* const filter = reinterpret_cast<unsigned char*>(&dynamic_cast<Filter&>(*first));
+    std::fill_n(known.begin() + (filter - first.Bytes()), sizeof(Filter), true);
     for (const Field& field : entry) {
         std::fill_n(known.begin() + field.offset, field.size, true);
     }
