@@ -34,8 +34,10 @@ TEST(ExecutorTls, CertificatesAreJudged)
         {"expired", expired.Base(), files.authority, true, "has expired"},
         {"not valid yet", early.Base(), files.authority, true, "is not valid yet"},
         {"for clients", forClients.Base(), files.authority, true, "made for another purpose than serving"},
+#ifndef _WIN32 // Wine's TLS ends the handshake by itself.
         {"with a key for something else", forLists.Base(), files.authority, true,
          "made for another purpose than serving"},
+#endif
         {"signed by itself", ofItself.Base(), files.authority, true, "not trusted"},
         {"signed by itself and trusted", ofItself.Base(), files.ofItself, true, ""},
         {"a star for parts of an address", starred.Base(), files.starred, true, "does not fit"},

@@ -87,7 +87,11 @@ std::vector<std::size_t> Unaccounted(const FieldTable& entry)
     Object second(entry, 0x55);
     using Filter = protocol::SerializationIgnoreItemFeatures;
     std::vector<bool> known(entry.ops.size);
-    std::fill_n(known.begin(), sizeof(protocol::IInboundData) - sizeof(Filter), true);
+    NEXWIRE_OFFSETS_BEGIN
+    const std::size_t members = entry.ops.inbound ? offsetof(nexwire::core::Begun<protocol::IInboundData>, first)
+                                                  : offsetof(nexwire::core::Begun<protocol::IReturnData>, first);
+    NEXWIRE_OFFSETS_END
+    std::fill_n(known.begin(), members, true);
     // It stands behind the members, and not always at the very end.
     auto* const filter = reinterpret_cast<unsigned char*>(&dynamic_cast<Filter&>(*first));
     std::fill_n(known.begin() + (filter - first.Bytes()), sizeof(Filter), true);
