@@ -25,6 +25,7 @@ install(TARGETS ${libraries} EXPORT nexwire
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
 install(EXPORT nexwire NAMESPACE nexwire:: DESTINATION "${package}" FILE nexwire${kind}-targets.cmake
     COMPONENT dev)
+install(FILES ${NEXWIRE_MINGW_RUNTIME} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 if(NOT APPLE AND NOT NEXWIRE_DEB)
     set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
 endif()

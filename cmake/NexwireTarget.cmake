@@ -10,6 +10,9 @@ endif()
 if(WIN32)
     # A program finds its libraries beside it.
     set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    foreach(library IN LISTS NEXWIRE_MINGW_RUNTIME)
+        file(COPY "${library}" DESTINATION "${PROJECT_BINARY_DIR}/bin")
+    endforeach()
 endif()
 
 if(NEXWIRE_SANITIZE)

@@ -19,7 +19,14 @@ set(ENV{PKG_CONFIG_SYSROOT_DIR} "")
 # Last on every link line: what archives of third parties and Asio's headers ask for.
 set(CMAKE_CXX_STANDARD_LIBRARIES "-lmswsock -lws2_32 -lcrypt32 -lbcrypt -lkernel32 -luser32 -lshell32 -lole32 -ladvapi32")
 
-# The compiler's own run-time libraries go into each program and library; there is nothing to copy beside them.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
-set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")
+# All programs and libraries share the compiler's run-time libraries, so that an exception passes from one to another; what
+# they are is NEXWIRE_MINGW_RUNTIME, full paths. They must stand beside the programs.
+set(NEXWIRE_MINGW_RUNTIME "")
+foreach(library libstdc++-6 libgcc_s_dw2-1 libgcc_s_seh-1 libwinpthread-1)
+    execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${library}.dll" OUTPUT_VARIABLE path
+        OUTPUT_STRIP_TRAILING_WHITESPACE)
+    # A library that the target does not have comes back as it was asked for.
+    if(IS_ABSOLUTE "${path}")
+        list(APPEND NEXWIRE_MINGW_RUNTIME "${path}")
+    endif()
+endforeach()

@@ -17,6 +17,7 @@ declare -rA PACKAGES=(
     [ci]="ccache fish zsh"
     [chroot]="debootstrap"
     [wine]="wine wine32"
+    [wine64]="wine64"
     [windows]="dpkg-dev googletest make perl tcl"
     [windows-i686]="g++-mingw-w64-i686-posix"
     [windows-x86_64]="g++-mingw-w64-x86-64-posix"

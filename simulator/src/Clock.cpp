@@ -1,5 +1,6 @@
 #include "src/Clock.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace nexwire::simulator {
@@ -67,6 +68,13 @@ std::optional<std::int64_t> FromIsoTime(std::string_view text)
     const std::int64_t offset = (hours * 60 + minutes) * 60000LL;
     return DaysOf(at.year, at.month, at.day) * kDayMs + at.hour * 3600000LL + at.minute * 60000LL + at.second * 1000LL +
            (sign == '-' ? offset : -offset);
+}
+
+int PercentOf(double done, double whole)
+{
+    // Divided last: a share has no exact form, and times 100 it falls short of a whole number where the processor keeps
+    // more digits than a double has.
+    return static_cast<int>(std::clamp(done * 100.0 / whole, 0.0, 100.0));
 }
 
 } // namespace nexwire::simulator

@@ -20,4 +20,8 @@ std::string IsoTime(std::int64_t ms);
 /// Milliseconds since 1970 UTC of such a text, whatever its offset; nothing when it is none.
 std::optional<std::int64_t> FromIsoTime(std::string_view text);
 
+/// Whole percents of some work, 0 to 100.
+/// @param done,whole  in one unit; `whole` above 0.
+int PercentOf(double done, double whole);
+
 } // namespace nexwire::simulator

@@ -474,13 +474,13 @@ Json Progress(Handling& handling, const Command& asked, const Json& batch, bool&
 {
     Allocator& memory = handling.Memory();
     const double passed = static_cast<double>(handling.nowMs - AsInt(Member(batch, "startedMs")));
-    const double part = std::clamp(passed / AsDouble(Member(batch, "workMs")), 0.0, 1.0);
+    const double whole = AsDouble(Member(batch, "workMs"));
     const std::int64_t code = AsInt(Member(batch, "code"));
-    const bool failed = code != 0 && part >= 0.5;
-    finished = failed || part >= 1.0;
+    const bool failed = code != 0 && passed * 2.0 >= whole;
+    finished = failed || passed >= whole;
     Json value(rapidjson::kObjectType);
     Fields(value, memory)
-        .Number("progress", failed ? 50 : static_cast<int>(part * 100))
+        .Number("progress", failed ? 50 : PercentOf(passed, whole))
         .Text("state", failed     ? "failed"
                        : finished ? "done"
                                   : "running")

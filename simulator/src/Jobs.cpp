@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "src/Clock.h"
 #include "src/Rules.h"
 #include "src/Services.h"
 
@@ -61,7 +62,8 @@ struct View {
     std::int64_t failed = 0;
     int percent = 0;
     State state = kRunning;
-    double elapsed = 0; ///< In elements.
+    double elapsedMs = 0;
+    double itemMs = 1; ///< What one element takes.
 };
 
 State StateOf(const View& view, std::int64_t index)
@@ -81,15 +83,14 @@ View Look(Handling& handling, const std::string& key)
     const std::int64_t until = stopped == nullptr ? handling.nowMs : AsInt(stopped);
     const Json& items = *Member(view.job, "items");
     view.total = items.Size();
-    view.elapsed = static_cast<double>(std::max<std::int64_t>(until - AsInt(Member(view.job, "startedMs")), 0)) /
-                   Member(view.job, "itemMs")->GetDouble();
-    view.through =
-        view.elapsed >= static_cast<double>(view.total) ? view.total : static_cast<std::int64_t>(view.elapsed);
+    view.elapsedMs = static_cast<double>(std::max<std::int64_t>(until - AsInt(Member(view.job, "startedMs")), 0));
+    view.itemMs = Member(view.job, "itemMs")->GetDouble();
+    const double elements = view.elapsedMs / view.itemMs;
+    view.through = elements >= static_cast<double>(view.total) ? view.total : static_cast<std::int64_t>(elements);
     for (std::int64_t i = 0; i < view.through; ++i) {
         view.failed += AsInt(Member(items[static_cast<rapidjson::SizeType>(i)], "code")) == 0 ? 0 : 1;
     }
-    view.percent =
-        view.total == 0 ? 100 : static_cast<int>(std::min(view.elapsed / static_cast<double>(view.total), 1.0) * 100);
+    view.percent = view.total == 0 ? 100 : PercentOf(view.elapsedMs, static_cast<double>(view.total) * view.itemMs);
     view.state = view.through == view.total ? (view.failed > 0 ? kFailed : kDone)
                  : stopped != nullptr       ? kStopped
                                             : kRunning;
@@ -127,13 +128,13 @@ Json Value(Handling& handling, const WireMember& member, const View& view, std::
         return StateValue(handling, member, state);
     }
     if (member.IsNumber()) {
-        const double part = view.elapsed - static_cast<double>(index);
+        const double ofItem = view.elapsedMs - static_cast<double>(index) * view.itemMs;
         return BeginsWith(key, "success")                             ? Json(view.through - view.failed)
                : BeginsWith(key, "fail")                              ? Json(view.failed)
                : BeginsWith(key, "total") || Same(key, "count")       ? Json(view.total)
                : BeginsWith(key, "finish") || BeginsWith(key, "hand") ? Json(view.through)
                : EndsWith(key, "progress") || EndsWith(key, "percent")
-                   ? Json(whole ? view.percent : static_cast<int>(std::clamp(part, 0.0, 1.0) * 100))
+                   ? Json(whole ? view.percent : PercentOf(ofItem, view.itemMs))
                    : Json(EndsWith(key, "code") || Same(key, "result") ? code : 0);
     }
     if (member.kind == WireKind::kBool) {

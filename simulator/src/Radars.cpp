@@ -221,7 +221,7 @@ private:
         Json list = Copy(State("subSystems"), memory_);
         for (Json& system : list.GetArray()) {
             const Json* since = Member(system, "armedMs");
-            const bool arming = since != nullptr && Part(AsInt(since), kArmingMs) < 1.0;
+            const bool arming = since != nullptr && Done(AsInt(since), kArmingMs) < kArmingMs;
             Fields(system, memory_)
                 .Text("armStatus", since == nullptr ? "disarmed"
                                    : arming         ? "arming"
@@ -232,10 +232,10 @@ private:
         return list;
     }
 
-    /// How much of some work has been done since then, 0 to 1.
-    double Part(std::int64_t sinceMs, double wholeMs) const
+    /// How much of some work has been done since then, in milliseconds.
+    double Done(std::int64_t sinceMs, double wholeMs) const
     {
-        return std::clamp(static_cast<double>(handling_.nowMs - sinceMs) * timeScale_ / wholeMs, 0.0, 1.0);
+        return std::clamp(static_cast<double>(handling_.nowMs - sinceMs) * timeScale_, 0.0, wholeMs);
     }
 
     std::string DoneAt(std::int64_t sinceMs, double wholeMs) const
@@ -247,14 +247,14 @@ private:
     {
         const Json& zone = NeedZone(number);
         const Json* since = Member(zone, "_changedMs");
-        const double part = since == nullptr ? 1.0 : Part(AsInt(since), kLandformsMs);
-        const bool done = part >= 1.0;
+        const double doneMs = since == nullptr ? kLandformsMs : Done(AsInt(since), kLandformsMs);
+        const bool done = doneMs >= kLandformsMs;
         const Json* corners = AtPath(zone, "zoneIn.pointList");
         Json answer(rapidjson::kObjectType);
         Fields(answer, memory_)
             .Number("zoneNo", number)
             .Text("status", done ? "done" : "learning")
-            .Number("progress", static_cast<int>(part * 100))
+            .Number("progress", PercentOf(doneMs, kLandformsMs))
             .Text("learnedTime", !done              ? std::string()
                                  : since == nullptr ? std::string(AsText(&State("installedTime")))
                                                     : DoneAt(AsInt(since), kLandformsMs))
@@ -289,7 +289,7 @@ private:
     {
         Json answer = Copy(State("environment"), memory_);
         const Json* since = Member(state_, "changedMs");
-        const bool done = since != nullptr && Part(AsInt(since), kEnvironmentMs) >= 1.0;
+        const bool done = since != nullptr && Done(AsInt(since), kEnvironmentMs) >= kEnvironmentMs;
         Fields(answer, memory_).Text("lastLearnTime", done ? DoneAt(AsInt(since), kEnvironmentMs) : std::string());
         return answer;
     }
@@ -297,16 +297,16 @@ private:
     Json Learning()
     {
         const Json* since = Member(state_, "changedMs");
-        const double part = since == nullptr ? 0.0 : Part(AsInt(since), kEnvironmentMs);
-        const bool learns = since != nullptr && part < 1.0;
+        const double doneMs = since == nullptr ? 0.0 : Done(AsInt(since), kEnvironmentMs);
+        const bool learns = since != nullptr && doneMs < kEnvironmentMs;
         Json answer(rapidjson::kObjectType);
         Fields(answer, memory_)
             .Text("status", since == nullptr ? "idle"
                             : learns         ? "learning"
                                              : "done")
-            .Number("progress", static_cast<int>(part * 100))
+            .Number("progress", PercentOf(doneMs, kEnvironmentMs))
             .Number("remaining",
-                    learns ? static_cast<int>(std::ceil((1.0 - part) * kEnvironmentMs / timeScale_ / 1000)) : 0);
+                    learns ? static_cast<int>(std::ceil((kEnvironmentMs - doneMs) / timeScale_ / 1000)) : 0);
         return answer;
     }
 

@@ -225,12 +225,12 @@ Stage Look(const Json& work, const Json& terminal, std::int64_t nowMs)
     const Json* stopped = Member(work, "stoppedMs");
     const auto elapsed =
         static_cast<double>((stopped == nullptr ? nowMs : AsInt(stopped)) - AsInt(Member(work, "startedMs")));
-    const double part = std::clamp(elapsed / AsDouble(Member(terminal, "ms")), 0.0, 1.0);
+    const double whole = AsDouble(Member(terminal, "ms"));
     const bool fails = AsInt(Member(terminal, "code")) != 0;
-    if (part >= 1.0) {
+    if (elapsed >= whole) {
         return {fails ? "failed" : "done", fails ? 0 : 100, true};
     }
-    const int percent = fails ? 0 : static_cast<int>(part * 100);
+    const int percent = fails ? 0 : PercentOf(elapsed, whole);
     return stopped != nullptr ? Stage{"stopped", percent, true}
                               : Stage{fails || elapsed <= 0 ? "waiting" : "running", percent, false};
 }

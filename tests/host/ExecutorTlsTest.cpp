@@ -15,6 +15,10 @@ TEST(ExecutorTls, CertificatesAreJudged)
     TlsServer expired(files.expired, files.serverKey, false);
     TlsServer early(files.early, files.serverKey, false);
     TlsServer forClients(files.forClients, files.serverKey, false);
+    TlsServer forLists(files.forLists, files.serverKey, false);
+    TlsServer ofItself(files.ofItself, files.serverKey, false);
+    TlsServer starred(files.starred, files.serverKey, false);
+    TlsServer old(files.server, files.serverKey, false, true);
     struct Row {
         const char* what;
         std::string base;
@@ -30,6 +34,14 @@ TEST(ExecutorTls, CertificatesAreJudged)
         {"expired", expired.Base(), files.authority, true, "has expired"},
         {"not valid yet", early.Base(), files.authority, true, "is not valid yet"},
         {"for clients", forClients.Base(), files.authority, true, "made for another purpose than serving"},
+#ifndef _WIN32 // Wine's TLS ends the handshake by itself.
+        {"with a key for something else", forLists.Base(), files.authority, true,
+         "made for another purpose than serving"},
+#endif
+        {"signed by itself", ofItself.Base(), files.authority, true, "not trusted"},
+        {"signed by itself and trusted", ofItself.Base(), files.ofItself, true, ""},
+        {"a star for parts of an address", starred.Base(), files.starred, true, "does not fit"},
+        {"TLS 1.1", old.Base(), files.authority, true, "no TLS with 127.0.0.1:"},
         {"not a certificate", server.Base(), files.serverKey, true, "caFile cannot be used"},
         {"anything goes", elsewhere.Base(), "", false, ""},
         {"plain HTTP to a TLS port", "http" + server.Base().substr(5), "", true, "HTTP/1"},
@@ -47,6 +59,7 @@ TEST(ExecutorTls, CertificatesAreJudged)
             EXPECT_FALSE(outcome.answered);
         } else {
             ExpectFailure(outcome, HostError::TlsFailed, row.failure);
+            ExpectFailure(Call(executor, Request(0, "/p")), HostError::TlsFailed, row.failure);
         }
     }
     EXPECT_EQ(server.Requests().size(), 1U) << "nothing was said to a server that was not trusted";

@@ -53,7 +53,8 @@ void Extend(X509* certificate, X509* issuer, int id, const std::string& value)
 
 // Without an issuer it signs itself and is an authority.
 Certificate MakeCertificate(const std::string& name, const std::string& subject, EVP_PKEY* key, X509* issuer,
-                            EVP_PKEY* issuerKey, long startsInHours = -1, const char* purpose = nullptr)
+                            EVP_PKEY* issuerKey, long startsInHours = -1, const char* purpose = nullptr,
+                            const char* keyUsage = nullptr)
 {
     Certificate made(X509_new(), &X509_free);
     static long serial = 1;
@@ -72,6 +73,9 @@ Certificate MakeCertificate(const std::string& name, const std::string& subject,
     }
     if (purpose != nullptr) {
         Extend(made.get(), signer, NID_ext_key_usage, purpose);
+    }
+    if (keyUsage != nullptr) {
+        Extend(made.get(), signer, NID_key_usage, keyUsage);
     }
     Need(X509_sign(made.get(), issuerKey, EVP_sha256()) > 0, "signature");
     return made;
@@ -123,15 +127,22 @@ Certificates MakeAll()
     const Key serverKey = MakeKey();
     all.server = Write(all.folder, "server.pem", issue("server", "IP:127.0.0.1", serverKey.get()).get());
     all.serverKey = Write(all.folder, "server.key", serverKey.get());
-    const auto faulty = [&](const char* file, long startsInHours, const char* purpose) {
+    const auto faulty = [&](const char* file, long startsInHours, const char* purpose = nullptr,
+                            const char* keyUsage = nullptr) {
         return Write(all.folder, file,
                      MakeCertificate("faulty", "IP:127.0.0.1", serverKey.get(), authority.get(), authorityKey.get(),
-                                     startsInHours, purpose)
+                                     startsInHours, purpose, keyUsage)
                          .get());
     };
-    all.expired = faulty("expired.pem", -10, nullptr);
-    all.early = faulty("early.pem", 10, nullptr);
+    all.expired = faulty("expired.pem", -10);
+    all.early = faulty("early.pem", 10);
     all.forClients = faulty("clients.pem", -1, "clientAuth");
+    all.forLists = faulty("lists.pem", -1, nullptr, "critical,cRLSign");
+    const auto itself = [&](const char* file, const char* name, const char* subject) {
+        return Write(all.folder, file, MakeCertificate(name, subject, serverKey.get(), nullptr, serverKey.get()).get());
+    };
+    all.ofItself = itself("itself.pem", "127.0.0.1", "IP:127.0.0.1");
+    all.starred = itself("starred.pem", "*.0.0.1", "");
     const Key otherKey = MakeKey();
     all.elsewhere = Write(all.folder, "other.pem", issue("other", "DNS:elsewhere.example", otherKey.get()).get());
     all.elsewhereKey = Write(all.folder, "other.key", otherKey.get());
@@ -194,8 +205,15 @@ private:
 
 class TlsTransport : public nexwire::loopback::Transport {
 public:
-    TlsTransport(const std::string& certificate, const std::string& key, bool askForClient)
+    TlsTransport(const std::string& certificate, const std::string& key, bool askForClient, bool old)
     {
+        if (old) {
+            SSL_CTX* const native = context_.native_handle();
+            Need(SSL_CTX_set_min_proto_version(native, TLS1_VERSION) == 1 &&
+                     SSL_CTX_set_max_proto_version(native, TLS1_1_VERSION) == 1 &&
+                     SSL_CTX_set_cipher_list(native, "DEFAULT:@SECLEVEL=0") == 1,
+                 "old TLS");
+        }
         context_.use_certificate_chain_file(certificate);
         context_.use_private_key_file(key, asio::ssl::context::pem);
         if (askForClient) {
@@ -216,8 +234,8 @@ private:
 
 } // namespace
 
-TlsServer::TlsServer(const std::string& certificate, const std::string& key, bool askForClient)
-    : RawServer(std::make_shared<TlsTransport>(certificate, key, askForClient))
+TlsServer::TlsServer(const std::string& certificate, const std::string& key, bool askForClient, bool old)
+    : RawServer(std::make_shared<TlsTransport>(certificate, key, askForClient, old))
 {
     SetDefault(nexwire::loopback::Reply::Http(200, "secure"));
 }

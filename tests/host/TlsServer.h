@@ -19,6 +19,9 @@ struct Certificates {
     std::string expired;
     std::string early;      ///< Not valid yet.
     std::string forClients; ///< Made for clients only.
+    std::string forLists;   ///< With a key for signing lists of what was revoked.
+    std::string ofItself;   ///< Signed by itself.
+    std::string starred;    ///< Signed by itself, for "*.0.0.1".
     std::string client;
     std::string clientKey;    ///< Opened by `kPassphrase`.
     std::string clientBundle; ///< Both as PKCS#12, opened by the same.
@@ -31,7 +34,8 @@ struct Certificates {
 class TlsServer : public nexwire::loopback::RawServer {
 public:
     /// @param askForClient  refuse clients that show no certificate of the authority.
-    TlsServer(const std::string& certificate, const std::string& key, bool askForClient);
+    /// @param old           speak nothing newer than TLS 1.1.
+    TlsServer(const std::string& certificate, const std::string& key, bool askForClient, bool old = false);
 };
 
 } // namespace host_test

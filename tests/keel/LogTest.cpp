@@ -68,9 +68,15 @@ TEST_F(LogProcess, ErrorsOfStaticDestructorsStillCome)
         Log().Error("", "early", LOG4CXX_LOCATION);
         std::exit(0);
     };
+#ifdef _WIN32
+    // A program's end before those of its DLLs, so the log is still whole.
+    const auto info = HasSubstr("late info");
+#else
+    const auto info = Not(HasSubstr("late info"));
+#endif
     EXPECT_EXIT(run(), testing::ExitedWithCode(0),
-                testing::AllOf(HasSubstr("early"), HasSubstr("late {\"password\":\"***\"} 中文"),
-                               Not(HasSubstr("late info")), Not(HasSubstr("hunter2"))));
+                testing::AllOf(HasSubstr("early"), HasSubstr("late {\"password\":\"***\"} 中文"), info,
+                               Not(HasSubstr("hunter2"))));
 }
 
 TEST_F(LogProcess, ThreadsThatLogOnWhileTheProcessExits)

@@ -85,10 +85,16 @@ std::vector<std::size_t> Unaccounted(const FieldTable& entry)
 {
     Object first(entry, 0xAA);
     Object second(entry, 0x55);
-    const std::size_t filter = sizeof(protocol::SerializationIgnoreItemFeatures);
+    using Filter = protocol::SerializationIgnoreItemFeatures;
     std::vector<bool> known(entry.ops.size);
-    std::fill_n(known.begin(), sizeof(protocol::IInboundData) - filter, true);
-    std::fill_n(known.end() - static_cast<std::ptrdiff_t>(filter), filter, true);
+    NEXWIRE_OFFSETS_BEGIN
+    const std::size_t members = entry.ops.inbound ? offsetof(nexwire::core::Begun<protocol::IInboundData>, first)
+                                                  : offsetof(nexwire::core::Begun<protocol::IReturnData>, first);
+    NEXWIRE_OFFSETS_END
+    std::fill_n(known.begin(), members, true);
+    // It stands behind the members, and not always at the very end.
+    auto* const filter = reinterpret_cast<unsigned char*>(&dynamic_cast<Filter&>(*first));
+    std::fill_n(known.begin() + (filter - first.Bytes()), sizeof(Filter), true);
     for (const Field& field : entry) {
         std::fill_n(known.begin() + field.offset, field.size, true);
     }

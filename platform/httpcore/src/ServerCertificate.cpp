@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <memory>
 #include <type_traits>
 
@@ -87,8 +88,8 @@ std::string AddressBytes(const std::string& host)
     return inet_pton(AF_INET6, host.c_str(), bytes) == 1 ? std::string(bytes, 16) : std::string();
 }
 
-/// Whether a name of a certificate, perhaps "*.example.com", is that of the host.
-bool Fits(const wchar_t* wide, const std::string& host)
+/// Whether a name of a certificate is that of the host; for one that is no address it may be "*.example.com".
+bool Fits(const wchar_t* wide, const std::string& host, bool isAddress = false)
 {
     std::string name;
     for (; *wide != L'\0'; ++wide) {
@@ -101,7 +102,7 @@ bool Fits(const wchar_t* wide, const std::string& host)
     if (!name.empty() && name.back() == '.') {
         name.pop_back();
     }
-    if (name.compare(0, 2, "*.") != 0) {
+    if (isAddress || name.compare(0, 2, "*.") != 0) {
         return name == host;
     }
     // The star is one whole part, and not the last but one.
@@ -138,13 +139,14 @@ bool IsOf(const CERT_CONTEXT& certificate, const std::string& host)
             }
         }
     }
-    if (names || extension != nullptr) {
+    if (names || (extension != nullptr && list == nullptr)) {
         return false;
     }
-    // The old way, for certificates that list no names.
+    // The old way, for certificates that list no names. One with a zero in it ends somewhere else than it seems to.
     char oid[] = szOID_COMMON_NAME;
     wchar_t common[256] = {};
-    return CertGetNameStringW(&certificate, CERT_NAME_ATTR_TYPE, 0, oid, common, 256) > 1 && Fits(common, host);
+    const DWORD length = CertGetNameStringW(&certificate, CERT_NAME_ATTR_TYPE, 0, oid, common, 256);
+    return length > 1 && std::wcslen(common) + 1 == length && Fits(common, host, !address.empty());
 }
 
 /// The certificates of a PEM text; none when there is none.
@@ -194,6 +196,15 @@ Engine TrustOnly(HCERTSTORE store)
         }
     }
     return Engine(engine);
+}
+
+/// Whether the key may be used to serve, where the certificate says what it may be used for; a chain is judged without.
+bool KeyServes(const CERT_CONTEXT& certificate)
+{
+    BYTE usage[2] = {};
+    return !CertGetIntendedKeyUsage(X509_ASN_ENCODING, certificate.pCertInfo, usage, sizeof usage) ||
+           (usage[0] &
+            (CERT_DIGITAL_SIGNATURE_KEY_USAGE | CERT_KEY_ENCIPHERMENT_KEY_USAGE | CERT_KEY_AGREEMENT_KEY_USAGE)) != 0;
 }
 
 CertificateFault FaultOf(DWORD status, const CERT_CONTEXT& certificate)
@@ -246,8 +257,10 @@ CertificateFault JudgeServer(CURL* easy, const std::string* authorities, std::st
     wanted.RequestedUsage.Usage.cUsageIdentifier = 1;
     wanted.RequestedUsage.Usage.rgpszUsageIdentifier = usages;
     PCCERT_CHAIN_CONTEXT built = nullptr;
-    if (!CertGetCertificateChain(engine.get(), certificate.get(), nullptr, certificate->hCertStore, &wanted, 0, nullptr,
-                                 &built)) {
+    // Who names the authorities asks nobody else for certificates.
+    const DWORD flags = authorities != nullptr ? CERT_CHAIN_CACHE_ONLY_URL_RETRIEVAL : 0;
+    if (!CertGetCertificateChain(engine.get(), certificate.get(), nullptr, certificate->hCertStore, &wanted, flags,
+                                 nullptr, &built)) {
         words = "its chain cannot be built";
         return CertificateFault::Untrusted;
     }
@@ -258,6 +271,10 @@ CertificateFault JudgeServer(CURL* easy, const std::string* authorities, std::st
         std::snprintf(number, sizeof number, "trust status 0x%lx", static_cast<unsigned long>(status));
         words = number;
         return FaultOf(status, *certificate);
+    }
+    if (!KeyServes(*certificate)) {
+        words = "its key is for something else";
+        return CertificateFault::WrongPurpose;
     }
     const std::string host = HostOf(easy);
     if (host.empty() || !IsOf(*certificate, host)) {

@@ -358,7 +358,12 @@ private:
 
 } // namespace
 
-struct CRedactor::Keys {
+#if defined(__GNUC__) && !defined(_WIN32)
+#define NOT_EXPORTED __attribute__((visibility("hidden"))) // As a part of an exported class it would be, too.
+#else
+#define NOT_EXPORTED
+#endif
+struct NOT_EXPORTED CRedactor::Keys {
     std::unordered_map<std::string, Secrecy> keys;
     std::size_t longest = 0;
 

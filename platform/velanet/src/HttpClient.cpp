@@ -299,7 +299,9 @@ private:
         }
         std::list<Session::Kept> fresh;
         fresh.emplace_back().server = server;
-        if (!fresh.front().connection.Open(server.compare(0, 6, "https ") == 0)) {
+        const bool overTls = server.compare(0, 6, "https ") == 0;
+        httpcore::Connection& connection = fresh.front().connection;
+        if (!connection.Open(overTls) || (overTls && !connection.SetTls(httpcore::TlsSettings()))) {
             throw Failure{Error::kInternal, "the HTTP library cannot be initialised"};
         }
         all.splice(all.begin(), fresh);
