@@ -10,7 +10,7 @@ namespace nexwire::core {
 /// their body: throws when memory runs out.
 std::string Serialize(const protocol::IInboundData& request);
 
-/// What `protocol::ParseJSONText` gives, but throws when memory runs out: for who must tell that from a text that holds
+/// What `protocol::ParseJSONText` gives, but throws when memory runs out: callers must tell that from a text that holds
 /// something else.
 bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller);
 

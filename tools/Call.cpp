@@ -265,7 +265,13 @@ int OutputJson(const CallOptions& options, const JsonObject& object)
     return Output((options.compact ? Compact(object.Done()) : Pretty(object.Done())) + "\n");
 }
 
-/// The same for programs.
+/// `text` from elsewhere for programs: JSON spells control characters out itself.
+std::string ForPrograms(const std::string& text)
+{
+    return Keel::StringUtil::IsUtf8(text) ? Redacted(text) : Shown(text);
+}
+
+/// Tells how the exchange went, for programs.
 int ReportAsJson(const CallOptions& options, const catalogue::Call& call, const Course& course)
 {
     const ExchangeRecord& exchange = course.exchange;
@@ -274,9 +280,9 @@ int ReportAsJson(const CallOptions& options, const catalogue::Call& call, const 
     object.Text("outcome", OutcomeOf(course.code)).Text("function", call.function().Name());
     object.Number("category", fromEnvelope ? exchange.category : course.last.category);
     object.Number("number", fromEnvelope ? exchange.number : course.last.number);
-    object.Text("message", Shown(fromEnvelope ? exchange.message : course.last.text));
+    object.Text("message", ForPrograms(fromEnvelope ? exchange.message : course.last.text));
     object.Json("result", course.code == kDone ? call.Result(course.outcome) : "null");
-    object.Text("path", course.direct ? "" : Shown(exchange.path)).Number("milliseconds", course.milliseconds);
+    object.Text("path", course.direct ? "" : ForPrograms(exchange.path)).Number("milliseconds", course.milliseconds);
     return OutputJson(options, object);
 }
 

@@ -24,19 +24,41 @@ std::string Quoted(const std::string& text)
     return quoted + "'";
 }
 
+bool IsControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20;
+}
+
+/// The format by which printf writes the bytes; on one line, whatever they are.
+std::string PrintFormat(const std::string& bytes)
+{
+    std::string format;
+    for (const char c : bytes) {
+        if (c == '\n') {
+            format += "\\n";
+        } else if (IsControl(c)) {
+            format += {'\\', '0', static_cast<char>('0' + c / 8), static_cast<char>('0' + c % 8)};
+        } else {
+            format.append(c == '%' || c == '\\' ? 2 : 1, c);
+        }
+    }
+    return format;
+}
+
 std::string CurlLine(const Exchange& exchange, const std::string& target, const std::string& body,
                      const std::string& server)
 {
     const HttpServer::Done& served = exchange.served;
     std::string line = "curl -X " + Quoted(served.request.verb) + " " + Quoted(server + target);
     const auto type = served.request.headers.find("content-type");
+    const bool piped = std::any_of(body.begin(), body.end(), IsControl);
     if (!body.empty()) {
         line += " -H " +
                 Quoted("Content-Type: " +
                        (type == served.request.headers.end() ? std::string("application/json") : type->second)) +
-                " --data-binary " + Quoted(body);
+                " --data-binary " + (piped ? "@-" : Quoted(body));
     }
-    return line;
+    return piped ? "printf " + Quoted(PrintFormat(body)) + " | " + line : line;
 }
 
 /// A value that the body has somewhere under that name, its own members first; null without one.

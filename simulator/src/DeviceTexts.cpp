@@ -206,7 +206,7 @@ void Kestrel(Handling& handling)
     Give(handling, spoken.document, spoken.status);
 }
 
-// An SDK command by its code; what comes with it is kept and given back to who asks without any text.
+// An SDK command by its code; what comes with it is kept; without any text it is read back.
 void Netsdk(Handling& handling)
 {
     CheckReach(handling);

@@ -4,170 +4,209 @@
 // The wall as a document, and back.
 
 namespace nexwire::simulator {
-namespace {
 
-template <class Elements, class Make>
-Json List(const Elements& elements, Allocator& memory, const Make& make)
-{
-    Json list(rapidjson::kArrayType);
-    for (const auto& element : elements) {
-        list.PushBack(make(element), memory);
+/// What is kept of everything, said once for both ways: a way takes a key and what stands under it.
+class VideoWallState::Keeping {
+    template <class Way, class T>
+    using Of = typename std::decay_t<Way>::template Of<T>;
+
+public:
+    /// Into a document.
+    class Writer {
+    public:
+        template <class T>
+        using Of = const T;
+
+        explicit Writer(Allocator& memory) : memory_(memory), fields_(memory) {}
+
+        void Value(std::string_view key, const std::string& text) { fields_.Text(key, text); }
+        void Value(std::string_view key, bool flag) { fields_.Flag(key, flag); }
+        void Value(std::string_view key, std::int64_t number) { fields_.Number(key, number); }
+        void Value(std::string_view key, int number) { fields_.Number(key, number); }
+        void Value(std::string_view key, Run run) { fields_.Number(key, static_cast<int>(run)); }
+        void Value(std::string_view key, const std::array<std::string, 3>& texts)
+        {
+            List(key, texts, [this](const std::string& text) { return MakeText(text, memory_); });
+        }
+        template <class T>
+        void Value(std::string_view key, const std::vector<T>& elements)
+        {
+            List(key, elements, [this](const T& element) {
+                Writer each(memory_);
+                Members(each, element);
+                return each.Take();
+            });
+        }
+        /// Elements whose name in the map stands under the key `name`.
+        template <class Name, class T>
+        void Map(std::string_view key, std::string_view name, const std::map<Name, T>& elements)
+        {
+            List(key, elements, [this, name](const std::pair<const Name, T>& element) {
+                Writer each(memory_);
+                each.Value(name, element.first);
+                Members(each, element.second);
+                return each.Take();
+            });
+        }
+        Json Take() { return fields_.Take(); }
+
+    private:
+        template <class Elements, class Make>
+        void List(std::string_view key, const Elements& elements, const Make& make)
+        {
+            Json list(rapidjson::kArrayType);
+            for (const auto& element : elements) {
+                list.PushBack(make(element), memory_);
+            }
+            fields_.Value(key, std::move(list));
+        }
+
+        Allocator& memory_;
+        Fields fields_;
+    };
+
+    /// Out of one.
+    class Reader {
+    public:
+        template <class T>
+        using Of = T;
+
+        explicit Reader(const Json& from) : from_(from) {}
+
+        void Value(std::string_view key, std::string& text) const { text = AsText(Member(from_, key)); }
+        void Value(std::string_view key, bool& flag) const { flag = AsBool(Member(from_, key)); }
+        void Value(std::string_view key, std::int64_t& number) const { number = AsInt(Member(from_, key)); }
+        void Value(std::string_view key, int& number) const { number = static_cast<int>(AsInt(Member(from_, key))); }
+        void Value(std::string_view key, Run& run) const { run = static_cast<Run>(AsInt(Member(from_, key))); }
+        void Value(std::string_view key, std::array<std::string, 3>& texts) const
+        {
+            std::size_t at = 0;
+            for (const Json& text : Elements(Member(from_, key))) {
+                texts.at(at++) = AsText(&text);
+            }
+        }
+        template <class T>
+        void Value(std::string_view key, std::vector<T>& elements) const
+        {
+            for (const Json& element : Elements(Member(from_, key))) {
+                Members(Reader(element), elements.emplace_back());
+            }
+        }
+        template <class Name, class T>
+        void Map(std::string_view key, std::string_view name, std::map<Name, T>& elements) const
+        {
+            for (const Json& element : Elements(Member(from_, key))) {
+                const Reader each(element);
+                Name named{};
+                each.Value(name, named);
+                Members(each, elements[named]);
+            }
+        }
+
+    private:
+        const Json& from_;
+    };
+
+    template <class Way>
+    static void Members(Way&& way, Of<Way, VideoWallState>& wall)
+    {
+        way.Value("nextSerial", wall.nextSerial_);
+        way.Value("nextWindow", wall.nextWindow_);
+        way.Map("devices", "guid", wall.devices_);
+        way.Map("tasks", "guid", wall.tasks_);
     }
-    return list;
-}
 
-std::string Text(const Json& object, std::string_view key)
-{
-    return std::string(AsText(Member(object, key)));
-}
+private:
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Device>& device)
+    {
+        way.Value("username", device.username);
+        way.Value("password", device.password);
+        way.Value("address", device.address);
+        way.Value("port", device.port);
+        way.Value("alias", device.alias);
+        way.Value("serial", device.serial);
+        way.Value("loginAt", device.loginAt);
+        way.Value("outputs", device.outputs);
+        way.Map("windows", "id", device.windows);
+    }
 
-int Int(const Json& object, std::string_view key)
-{
-    return static_cast<int>(AsInt(Member(object, key)));
-}
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Output>& output)
+    {
+        way.Value("resolution", output.resolution);
+        way.Value("bound", output.bound);
+        way.Value("row", output.row);
+        way.Value("col", output.col);
+        way.Value("sound", output.sound);
+    }
 
-} // namespace
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Window>& window)
+    {
+        way.Value("row", window.row);
+        way.Value("col", window.col);
+        way.Value("rowNum", window.rowNum);
+        way.Value("colNum", window.colNum);
+        way.Value("screens", window.screens);
+        way.Map("streams", "sub", window.streams);
+    }
+
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Stream>& stream)
+    {
+        way.Value("url", stream.url);
+        way.Value("since", stream.since);
+    }
+
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Task>& task)
+    {
+        way.Value("scope", task.scope);
+        way.Value("name", task.name);
+        way.Value("pollingTime", task.pollingTime);
+        way.Value("streamType", task.streamType);
+        way.Value("cameras", task.cameras);
+        way.Value("places", task.places);
+        way.Value("run", task.run);
+        way.Value("step", task.step);
+        way.Value("since", task.since);
+    }
+
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Camera>& camera)
+    {
+        way.Value("cameraGuid", camera.cameraGuid);
+        way.Value("cameraName", camera.cameraName);
+        way.Value("deviceSerial", camera.deviceSerial);
+        way.Value("channelNo", camera.channelNo);
+        way.Value("url", camera.url);
+        way.Value("streamKey", camera.streamKey);
+        way.Value("guid", camera.guid);
+        way.Value("cameraType", camera.cameraType);
+        way.Value("share", camera.share);
+        way.Value("stopped", camera.stopped);
+    }
+
+    template <class Way>
+    static void Members(Way&& way, Of<Way, Place>& place)
+    {
+        way.Value("deviceGuid", place.deviceGuid);
+        way.Value("windowId", place.windowId);
+        way.Value("subNo", place.subNo);
+    }
+};
 
 Json VideoWallState::Save(Allocator& memory) const
 {
-    const auto stream = [&](const auto& each) {
-        return Fields(memory)
-            .Number("sub", each.first)
-            .Text("url", each.second.url)
-            .Number("since", each.second.since)
-            .Take();
-    };
-    const auto window = [&](const auto& each) {
-        const Window& w = each.second;
-        return Fields(memory)
-            .Number("id", each.first)
-            .Number("row", w.row)
-            .Number("col", w.col)
-            .Number("rowNum", w.rowNum)
-            .Number("colNum", w.colNum)
-            .Number("screens", w.screens)
-            .Value("streams", List(w.streams, memory, stream))
-            .Take();
-    };
-    const auto output = [&](const Output& o) {
-        return Fields(memory)
-            .Text("resolution", o.resolution)
-            .Flag("bound", o.bound)
-            .Number("row", o.row)
-            .Number("col", o.col)
-            .Flag("sound", o.sound)
-            .Take();
-    };
-    const auto device = [&](const auto& each) {
-        const Device& d = each.second;
-        return Fields(memory)
-            .Text("guid", each.first)
-            .Text("username", d.username)
-            .Text("password", d.password)
-            .Text("address", d.address)
-            .Number("port", d.port)
-            .Text("alias", d.alias)
-            .Text("serial", d.serial)
-            .Number("loginAt", d.loginAt)
-            .Value("outputs", List(d.outputs, memory, output))
-            .Value("windows", List(d.windows, memory, window))
-            .Take();
-    };
-    const auto camera = [&](const Camera& c) {
-        return Fields(memory)
-            .Text("cameraGuid", c.cameraGuid)
-            .Text("cameraName", c.cameraName)
-            .Text("deviceSerial", c.deviceSerial)
-            .Number("channelNo", c.channelNo)
-            .Text("url", c.url)
-            .Text("streamKey", c.streamKey)
-            .Text("guid", c.guid)
-            .Number("cameraType", c.cameraType)
-            .Number("share", c.share)
-            .Flag("stopped", c.stopped)
-            .Take();
-    };
-    const auto place = [&](const Place& p) {
-        return Fields(memory)
-            .Text("deviceGuid", p.deviceGuid)
-            .Number("windowId", p.windowId)
-            .Number("subNo", p.subNo)
-            .Take();
-    };
-    const auto task = [&](const auto& each) {
-        const Task& t = each.second;
-        return Fields(memory)
-            .Text("guid", each.first)
-            .Value("scope", List(t.scope, memory, [&](const std::string& text) { return MakeText(text, memory); }))
-            .Text("name", t.name)
-            .Number("pollingTime", t.pollingTime)
-            .Number("streamType", t.streamType)
-            .Value("cameras", List(t.cameras, memory, camera))
-            .Value("places", List(t.places, memory, place))
-            .Number("run", static_cast<int>(t.run))
-            .Number("step", t.step)
-            .Number("since", t.since)
-            .Take();
-    };
-    return Fields(memory)
-        .Number("nextSerial", nextSerial_)
-        .Number("nextWindow", nextWindow_)
-        .Value("devices", List(devices_, memory, device))
-        .Value("tasks", List(tasks_, memory, task))
-        .Take();
+    Keeping::Writer way(memory);
+    Keeping::Members(way, *this);
+    return way.Take();
 }
 
 void VideoWallState::Load(const Json& saved)
 {
-    nextSerial_ = Int(saved, "nextSerial");
-    nextWindow_ = Int(saved, "nextWindow");
-    for (const Json& from : Elements(Member(saved, "devices"))) {
-        Device& device = devices_[Text(from, "guid")];
-        device.username = Text(from, "username");
-        device.password = Text(from, "password");
-        device.address = Text(from, "address");
-        device.port = Int(from, "port");
-        device.alias = Text(from, "alias");
-        device.serial = Text(from, "serial");
-        device.loginAt = AsInt(Member(from, "loginAt"));
-        for (const Json& each : Elements(Member(from, "outputs"))) {
-            device.outputs.push_back({Text(each, "resolution"), AsBool(Member(each, "bound")), Int(each, "row"),
-                                      Int(each, "col"), AsBool(Member(each, "sound"))});
-        }
-        for (const Json& each : Elements(Member(from, "windows"))) {
-            Window& window = device.windows[Int(each, "id")];
-            window.row = Int(each, "row");
-            window.col = Int(each, "col");
-            window.rowNum = Int(each, "rowNum");
-            window.colNum = Int(each, "colNum");
-            window.screens = Int(each, "screens");
-            for (const Json& stream : Elements(Member(each, "streams"))) {
-                window.streams[Int(stream, "sub")] = {Text(stream, "url"), AsInt(Member(stream, "since"))};
-            }
-        }
-    }
-    for (const Json& from : Elements(Member(saved, "tasks"))) {
-        Task& task = tasks_[Text(from, "guid")];
-        std::size_t at = 0;
-        for (const Json& scope : Elements(Member(from, "scope"))) {
-            task.scope.at(at++) = AsText(&scope);
-        }
-        task.name = Text(from, "name");
-        task.pollingTime = Int(from, "pollingTime");
-        task.streamType = Int(from, "streamType");
-        for (const Json& each : Elements(Member(from, "cameras"))) {
-            task.cameras.push_back({Text(each, "cameraGuid"), Text(each, "cameraName"), Text(each, "deviceSerial"),
-                                    Int(each, "channelNo"), Text(each, "url"), Text(each, "streamKey"),
-                                    Text(each, "guid"), Int(each, "cameraType"), Int(each, "share"),
-                                    AsBool(Member(each, "stopped"))});
-        }
-        for (const Json& each : Elements(Member(from, "places"))) {
-            task.places.push_back({Text(each, "deviceGuid"), Int(each, "windowId"), Int(each, "subNo")});
-        }
-        task.run = static_cast<Run>(Int(from, "run"));
-        task.step = AsInt(Member(from, "step"));
-        task.since = AsInt(Member(from, "since"));
-    }
+    Keeping::Members(Keeping::Reader(saved), *this);
 }
 
 } // namespace nexwire::simulator

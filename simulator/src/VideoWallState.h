@@ -111,6 +111,7 @@ private:
         std::int64_t step = 0;  ///< Steps taken up to `since`.
         std::int64_t since = 0; ///< Milliseconds since 1970 UTC.
     };
+    class Keeping;
     using Handler = void (VideoWallState::*)(const WallInput&, WallOutput&);
     using Tasks = std::map<std::string, Task>;
     static const std::map<std::string, Handler>& Handlers();

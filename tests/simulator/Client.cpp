@@ -1,17 +1,15 @@
 #include "Client.h"
 
-#include <boost/asio/connect.hpp>
+#include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/read.hpp>
 #include <boost/asio/write.hpp>
-#include <boost/beast/core.hpp>
-#include <boost/beast/http.hpp>
-#include <rapidjson/pointer.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
 
-#include <cstdio>
-#include <stdexcept>
+#include <array>
+#include <chrono>
+#include <thread>
 
 namespace test {
 namespace {
@@ -26,58 +24,7 @@ tcp::endpoint Endpoint(std::uint16_t port)
     return {asio::ip::address_v4::loopback(), port};
 }
 
-const rapidjson::Value* Find(const Reply& reply, const std::string& pointer)
-{
-    return reply.json == nullptr ? nullptr : rapidjson::Pointer(pointer.c_str()).Get(*reply.json);
-}
-
-std::string Numbered(const char* prefix, int number)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, "%s%030d", prefix, number);
-    return text;
-}
-
 } // namespace
-
-std::string Reply::Text(const std::string& pointer) const
-{
-    const rapidjson::Value* value = Find(*this, pointer);
-    return value != nullptr && value->IsString() ? value->GetString() : "(none)";
-}
-
-std::int64_t Reply::Int(const std::string& pointer) const
-{
-    const rapidjson::Value* value = Find(*this, pointer);
-    return value != nullptr && value->IsInt64() ? value->GetInt64() : -999;
-}
-
-std::size_t Reply::Size(const std::string& pointer) const
-{
-    const rapidjson::Value* value = Find(*this, pointer);
-    return value != nullptr && value->IsArray() ? value->Size() : 999;
-}
-
-std::string Reply::Print(const std::string& pointer) const
-{
-    const rapidjson::Value* value = Find(*this, pointer);
-    if (value == nullptr) {
-        return {};
-    }
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    value->Accept(writer);
-    return buffer.GetString();
-}
-
-std::vector<std::string> Reply::Texts(const std::string& pointer, const std::string& member) const
-{
-    std::vector<std::string> texts;
-    for (std::size_t i = 0; Find(*this, pointer + "/" + std::to_string(i)) != nullptr; ++i) {
-        texts.push_back(Text(pointer + "/" + std::to_string(i) + "/" + member));
-    }
-    return texts;
-}
 
 class Client::Impl {
 public:
@@ -85,18 +32,26 @@ public:
 
     Reply Send(const std::string& verb, const std::string& path, const std::string& body)
     {
-        http::request<http::string_body> request;
-        request.method_string(verb);
-        request.target(path);
-        request.version(11);
-        request.set(http::field::host, "127.0.0.1");
-        request.body() = body;
-        request.prepare_payload();
-        http::write(socket_, request);
+        const std::string head = verb + " " + path +
+                                 " HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Length: " + std::to_string(body.size()) +
+                                 "\r\n\r\n";
+        asio::write(socket_, asio::buffer(head + body));
         http::response_parser<http::string_body> parser;
         parser.body_limit(256u << 20u);
         parser.skip(verb == "HEAD");
-        http::read(socket_, buffer_, parser);
+        parser.eager(true);
+        while (!parser.is_done()) {
+            beast::error_code error;
+            buffer_.commit(socket_.read_some(buffer_.prepare(kReadSize), error));
+            if (error == asio::error::eof && parser.got_some()) {
+                parser.put_eof(error = {});
+            } else if (!error) {
+                buffer_.consume(parser.put(buffer_.data(), error));
+            }
+            if (error && error != http::error::need_more) {
+                throw beast::system_error(error);
+            }
+        }
         Reply reply;
         reply.status = parser.get().result_int();
         reply.body = parser.get().body();
@@ -109,6 +64,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kReadSize = 64u * 1024u;
+
     asio::io_context context_;
     tcp::socket socket_;
     beast::flat_buffer buffer_;
@@ -125,48 +82,26 @@ Reply Client::Send(const std::string& verb, const std::string& path, const std::
 std::string SendRaw(std::uint16_t port, const std::string& bytes, bool closeAfter)
 {
     asio::io_context context;
-    beast::tcp_stream stream(context);
-    stream.connect(Endpoint(port));
+    tcp::socket socket(context);
+    socket.connect(Endpoint(port));
     beast::error_code error;
-    asio::write(stream.socket(), asio::buffer(bytes), error); // The platform may close before it has all.
+    asio::write(socket, asio::buffer(bytes), error); // The platform may close before it has all.
     if (closeAfter) {
-        stream.socket().shutdown(tcp::socket::shutdown_send, error);
+        socket.shutdown(tcp::socket::shutdown_send, error);
     }
     std::string answer;
-    stream.expires_after(std::chrono::seconds(2));
-    asio::async_read(stream, asio::dynamic_buffer(answer), [](beast::error_code, std::size_t) {});
-    context.run();
-    return answer;
-}
-
-Site::Site(const std::string& databasePath, std::uint64_t bodyLimit)
-    : now_(std::make_shared<std::atomic<std::int64_t>>(1704067200000))
-{
-    nexwire::simulator::Options options;
-    options.databasePath = databasePath;
-    options.bodyLimit = bodyLimit;
-    options.now = [now = now_] { return now->load(); };
-    platform_ = std::make_unique<nexwire::simulator::Platform>(options);
-    std::string error;
-    if (!platform_->Start(error)) {
-        throw std::runtime_error(error);
+    std::array<char, 4096> piece{};
+    socket.non_blocking(true);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    while (std::chrono::steady_clock::now() < end) {
+        answer.append(piece.data(), socket.read_some(asio::buffer(piece), error));
+        if (error == asio::error::would_block) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        } else if (error) {
+            break;
+        }
     }
-    client_ = std::make_unique<Client>(platform_->Port());
-}
-
-Reply Site::Send(const std::string& verb, const std::string& path, const std::string& body)
-{
-    return client_->Send(verb, "/7730/v1/" + path, body);
-}
-
-std::string Device(int number)
-{
-    return Numbered("AC", number);
-}
-
-std::string Person(int number)
-{
-    return Numbered("9E", number);
+    return answer;
 }
 
 } // namespace test

@@ -22,7 +22,7 @@ TEST(Call, PrintsTheResultAloneOnStandardOutput)
     EXPECT_THAT(empty.err, AllOf(HasSubstr("local platform"), HasSubstr("envelope 0-0"),
                                  HasSubstr("POST /7730/v1/accessController/accessGroups")));
 
-    // Numbers stay numbers, on one line for who wants that.
+    // Numbers stay numbers, on one line where that is wanted.
     const ProcessResult added = Nexwire({"call", "addAccessGroup", R"(accessGroupAddParam={"name":"n"})", "--compact"});
     EXPECT_EQ(0, added.code);
     EXPECT_THAT(added.out, IsOfForm("\\{\"groupGuid\":\"[0-9A-F]{32}\",\"code\":0\\}\n"));
@@ -214,6 +214,9 @@ TEST(Replay, TextsOfTheServerDoNotSteerTheTerminal)
         const ProcessResult result = Nexwire(arguments);
         EXPECT_EQ(4, result.code) << result.err;
         EXPECT_THAT(result.out + result.err, AllOf(HasSubstr("bad"), Not(HasSubstr("\x1b")), Not(HasSubstr("\nFAKE"))));
+        if (!more.empty() && more[0] == "--json") {
+            EXPECT_THAT(result.out, HasSubstr(R"("bad\u001B[31m\nFAKE")")) << "programs get it as it was";
+        }
     }
 }
 

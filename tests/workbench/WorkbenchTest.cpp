@@ -74,12 +74,16 @@ TEST_F(Workbench, TellsWhatWentOverTheWireInWordsOfTheLibrary)
     EXPECT_THAT(lines("text=it%27s+mine"), AllOf(HasSubstr("\"id\":1"), Not(HasSubstr("\"id\":2"))));
     EXPECT_THAT(lines("function=modify*scription"), AllOf(HasSubstr("\"id\":2"), Not(HasSubstr("\"id\":1"))));
     EXPECT_THAT(lines("after=1&limit=1&full=1"), AllOf(HasSubstr("\"id\":4"), HasSubstr("requestHeaders")));
+    Send("PUT", kGroups, "{\n\"100%\": \"\\t\"\t}");
+    EXPECT_THAT(Send("GET", "exchanges/5").Text("/lines/curl"),
+                AllOf(testing::StartsWith(R"(printf '{\n"100%%": "\\t"\011}' | curl -X PUT )"),
+                      testing::EndsWith(" --data-binary @-")));
     EXPECT_EQ(Send("DELETE", "exchanges").status, 200u);
     EXPECT_EQ(Send("GET", "exchanges/4").status, 404u);
-    EXPECT_EQ(platform.ExchangeCount(), 4u) << "the workbench's own requests are none";
+    EXPECT_EQ(platform.ExchangeCount(), 5u) << "the workbench's own requests are none";
 }
 
-TEST_F(Workbench, ShowsSecretsOnlyToWhoAsks)
+TEST_F(Workbench, ShowsSecretsOnlyWhereAsked)
 {
     Send("POST", "/7730/v1/framework/login?token=geheim-1", R"({"userLogin":{"userName":"u","password":"geheim-2"}})");
     EXPECT_THAT(Send("GET", "exchanges?full=1").body, Not(HasSubstr("geheim")));
