@@ -51,8 +51,8 @@ TEST(Platform, TakesFaultsSeedsAndATokenFromFilesAndHasItsDatabaseToItself)
         folder.Write("seed.json", R"({"accessGroups":[{"accessGroupGuid":"EE","name":"Seeded"}]})");
     const std::string token = "@file:" + folder.Write("token", "0123456789abcdef\n");
     const std::string header = "Authorization=@file:" + folder.Write("header", "Bearer 0123456789abcdef");
-    Running platform(
-        {"platform", "--db", folder.Path("site.db"), "--faults", faults, "--seed", seed, "--token", token});
+    Running platform(NexwireCommand(
+        {"platform", "--db", folder.Path("site.db"), "--faults", faults, "--seed", seed, "--token", token}));
     const std::string address = platform.Line();
     const auto query = [&](const std::vector<std::string>& more) {
         std::vector<std::string> arguments = {"call", "queryAccessGroups", "--server", address};
