@@ -111,10 +111,19 @@ std::string ReadAll(HANDLE pipe)
 ProcessResult Finish(HANDLE process, HANDLE out, HANDLE err)
 {
     ProcessResult result;
+    bool ended = true;
+    // As long as it runs, its ends do not come.
+    std::thread guard([&] {
+        ended = WaitForSingleObject(process, 60000) == WAIT_OBJECT_0;
+        if (!ended) {
+            TerminateProcess(process, 1);
+        }
+    });
     std::thread other([&] { result.err = ReadAll(err); });
     result.out = ReadAll(out);
     other.join();
-    if (WaitForSingleObject(process, 60000) != WAIT_OBJECT_0) {
+    guard.join();
+    if (!ended) {
         throw std::runtime_error("nothing for a minute");
     }
     DWORD code = 0;
