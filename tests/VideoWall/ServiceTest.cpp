@@ -123,10 +123,15 @@ TEST_F(Service, DecodersLogInWithTheirAccount)
     tagTWDeviceLoginParam empty = Login("10.0.0.2");
     empty.username.clear();
     Refused(C::addDeviceAsyn(empty), 2003);
+    tagTWDeviceLoginParam stranger = Login("10.0.0.2");
+    stranger.username = "root";
+    Refused(C::addDevice(stranger), 2003);
     tagTWDeviceLoginParam away = Login("192.0.2.9");
     Refused(C::addDevice(away), 2004);
-    away.port = 0;
-    Refused(C::addDeviceAsyn(away), 2006);
+    for (const int noPort : {0, 65536}) {
+        away.port = noPort;
+        Refused(C::addDeviceAsyn(away), 2006);
+    }
     away.port = 8000;
 
     // Without waiting, the service finds out later.
