@@ -103,8 +103,14 @@ public:
         most_ = std::max(most_, StatusMiB("VmHWM:") - before);
         return good;
     }
-    void Report(benchmark::State& state) const { state.counters["turn_held"] = most_; }
-    double MiB() const { return most_; }
+    void Report(benchmark::State& state) const
+    {
+        state.counters["turn_held"] = most_;
+    }
+    double MiB() const
+    {
+        return most_;
+    }
 
 private:
     /// A line of the process's own status; 0 where there is none.
