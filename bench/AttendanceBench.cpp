@@ -24,44 +24,47 @@ namespace {
 
 std::string MakePage(std::size_t rows)
 {
-    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    std::string list;
+    const auto key = [&](const char* name) { list += (list.back() == '{' ? "\"" : ",\"") + std::string(name) + "\":"; };
+    const auto text = [&](const char* name, const std::string& value) {
+        key(name);
+        list += '"' + value + '"';
+    };
+    const auto number = [&](const char* name, int value) {
+        key(name);
+        list += std::to_string(value);
+    };
     for (std::size_t i = 0; i < rows; ++i) {
-        const int number = static_cast<int>(i);
+        const int row = static_cast<int>(i);
         const std::string digits = std::to_string(100000 + i / 31);
-        nlohmann::ordered_json row;
-        row["personnelID"] = "9E00000000000000000000000000" + digits.substr(2);
-        row["personnelCode"] = digits;
-        row["personnelName"] = "Grace Liu " + digits;
-        row["orgName"] = "Offices";
-        row["attendenceDate"] = "2026-03-" + std::to_string(10 + i % 20);
-        row["shiftName"] = "Office, weekdays";
-        row["periodID"] = "51000000000000000000000000000001";
-        row["periodName"] = "Day";
-        row["startWorkStatus"] = i % 9 == 0 ? "late" : "normal";
-        row["endWorkStatus"] = "normal";
-        row["lateDuration"] = i % 9 == 0 ? number % 60 : 0;
-        row["earlyDuration"] = 0;
-        row["attendanceDuration"] = 480;
-        row["absenceDuration"] = 0;
-        row["workDuration"] = 480 - number % 60;
-        row["restDuartion"] = 60;
-        row["vocationName"] = "";
-        row["vocationDuartion"] = 0;
-        row["level1Duartion"] = number % 30;
-        row["level2Duartion"] = 0;
-        row["level3Duartion"] = 0;
-        row["detail"] = "08:55 18:12";
-        list.push_back(std::move(row));
+        list += i == 0 ? "{" : ",{";
+        text("personnelID", "9E00000000000000000000000000" + digits.substr(2));
+        text("personnelCode", digits);
+        text("personnelName", "Grace Liu " + digits);
+        text("orgName", "Offices");
+        text("attendenceDate", "2026-03-" + std::to_string(10 + i % 20));
+        text("shiftName", "Office, weekdays");
+        text("periodID", "51000000000000000000000000000001");
+        text("periodName", "Day");
+        text("startWorkStatus", i % 9 == 0 ? "late" : "normal");
+        text("endWorkStatus", "normal");
+        number("lateDuration", i % 9 == 0 ? row % 60 : 0);
+        number("earlyDuration", 0);
+        number("attendanceDuration", 480);
+        number("absenceDuration", 0);
+        number("workDuration", 480 - row % 60);
+        number("restDuartion", 60);
+        text("vocationName", "");
+        number("vocationDuartion", 0);
+        number("level1Duartion", row % 30);
+        number("level2Duartion", 0);
+        number("level3Duartion", 0);
+        text("detail", "08:55 18:12");
+        list += '}';
     }
-    nlohmann::ordered_json page;
-    page["code"] = "0-0";
-    page["msg"] = "success";
-    nlohmann::ordered_json& data = page["data"]["statisticsCalcData"];
-    data["total"] = rows;
-    data["pageSize"] = rows;
-    data["pageNo"] = 1;
-    data["statisticsCalcList"] = std::move(list);
-    return page.dump();
+    const std::string count = std::to_string(rows);
+    return R"({"code":"0-0","msg":"success","data":{"statisticsCalcData":{"total":)" + count + R"(,"pageSize":)" +
+           count + R"(,"pageNo":1,"statisticsCalcList":[)" + list + "]}}}";
 }
 
 class FromMemory : public nexwire::IRequestExecutor {
