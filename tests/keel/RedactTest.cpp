@@ -302,7 +302,7 @@ TEST(Redact, NothingPlantedComesOut)
 TEST(Redact, LinearOnHostileTexts)
 {
     const CRedactor redactor;
-    constexpr std::size_t size = 4U << 20U;
+    constexpr std::size_t size = 2U << 20U;
     const auto repeat = [](const std::string& piece) {
         std::string text;
         text.reserve(size + piece.size());
