@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace nexwire::core {
@@ -26,6 +27,16 @@ public:
             return memory;
         }
         return AllocateFromNextChunk(size);
+    }
+
+    /// The same, or std::bad_alloc.
+    void* Obtain(std::size_t size)
+    {
+        void* const memory = Allocate(size);
+        if (memory == nullptr) {
+            throw std::bad_alloc();
+        }
+        return memory;
     }
 
     Mark Position() const;

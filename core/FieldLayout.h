@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -246,20 +247,21 @@ private:
 };
 
 /// Keys are short: no call is worth it.
-inline bool IsSameKey(const char* key, const char* other)
+inline bool IsSameKey(const char* key, std::string_view other)
 {
-    while (*key == *other && *key != '\0') {
-        ++key;
-        ++other;
+    for (const char c : other) {
+        if (*key++ != c) {
+            return false;
+        }
     }
-    return *key == *other;
+    return *key == '\0';
 }
 
 /// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
-/// table's count when there is none. Quickest when `key` is the table's own.
-inline std::size_t FindField(const FieldTable& table, std::size_t expected, const char* key)
+/// table's count when there is none. Quickest when `key` is the table's own. There is no NUL in it.
+inline std::size_t FindField(const FieldTable& table, std::size_t expected, std::string_view key)
 {
-    if (expected < table.count && table.fields[expected].key == key) {
+    if (expected < table.count && table.fields[expected].key == key.data()) {
         return expected;
     }
     for (std::size_t i = expected; i < table.count; ++i) {

@@ -23,35 +23,10 @@ namespace {
 
 using nexwire::core::AnswerBudget;
 using nexwire::core::ConversionScope;
+using nexwire::core::kItself;
+using nexwire::core::TapeEntry;
 using nexwire::core::Wanted;
-
-/// The table of a structure, if it says all of it: a structure of the host's own may be anything.
-const nexwire::core::FieldTable& TableOf(const IJSONStruct& structure)
-{
-    if (const auto* const result = dynamic_cast<const IReturnData*>(&structure)) {
-        return result->Fields();
-    }
-    if (const auto* const request = dynamic_cast<const IInboundData*>(&structure)) {
-        return request->Fields();
-    }
-    static constexpr nexwire::core::FieldTable kNone = {"", "", nullptr, 0, {}};
-    return kNone;
-}
-
-/// What a structure reads of a value.
-Wanted WantedBy(const IJSONStruct& structure)
-{
-    const nexwire::core::FieldTable& fields = TableOf(structure);
-    if (!nexwire::core::IsOfTable(structure, fields)) {
-        return nexwire::core::kEverything;
-    }
-    return {Wanted::Of::Fields, &fields, nullptr, 0};
-}
-
-const char* TextOf(const cJSON* node)
-{
-    return cJSON_IsString(node) != 0 && node->valuestring != nullptr ? node->valuestring : "";
-}
+using nexwire::core::WantedBy;
 
 std::int32_t ReadNumber(const std::string& piece)
 {
@@ -73,32 +48,38 @@ try {
         return false;
     }
     const AnswerBudget budget(body.size());
-    const Wanted::Member members[] = {{"code", nexwire::core::kItself},
-                                      {"msg", nexwire::core::kItself},
-                                      {"data", data ? WantedBy(*data) : nexwire::core::kItself}};
+    enum Member : std::size_t { kCode, kMessage, kData };
+    const Wanted payload = data ? WantedBy(*data) : kItself;
+    const Wanted::Member members[] = {{"code", kItself}, {"msg", kItself}, {"data", payload}};
     if (auto* const watched = nexwire::core::WatchedAnswers()) {
         watched->envelope = true;
-        watched->data = data ? members[2].wanted.table : watched->data;
+        watched->data = data ? payload.table : watched->data;
     }
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* const root = scope.Parse(body, position, {Wanted::Of::Members, nullptr, members, std::size(members)});
-    if (root == nullptr) {
+    auto tape = scope.Parse(body, position, {Wanted::Of::Members, nullptr, members, std::size(members)});
+    if (!tape) {
         NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;
     }
-    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "code")) {
-        const char* const text = TextOf(node);
-        // The everyday answer without the detour over streams.
-        code = std::string_view(text) == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(text);
-        coded = std::count(text, text + std::strlen(text), '-') == 1;
-    }
-    if (const cJSON* const node = cJSON_GetObjectItemCaseSensitive(root, "msg")) {
-        msg = TextOf(node);
-    }
-    const cJSON* const payload = cJSON_GetObjectItemCaseSensitive(root, "data");
-    if (data && payload != nullptr) {
-        data->Parse(payload);
+    const TapeEntry& root = tape->Next();
+    for (std::size_t i = 0; i < root.size() && root.what() == TapeEntry::What::Object; ++i) {
+        const TapeEntry& member = tape->Next();
+        switch (member.index()) {
+        case kCode:
+            // The everyday answer without the detour over streams.
+            code = member.text() == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(std::string(member.text()));
+            coded = std::count(member.text().begin(), member.text().end(), '-') == 1;
+            break;
+        case kMessage:
+            msg = member.text();
+            break;
+        default:
+            if (data) {
+                Hand(*data, payload, member, *tape);
+            }
+            break;
+        }
     }
     return true;
 } catch (const nexwire::core::AnswerTooCostly&) {
@@ -132,7 +113,7 @@ try {
 std::string StructureToJSON(const IJSONStruct& structure)
 try {
     ConversionScope scope;
-    return nexwire::core::PrintFormatted(scope.Write(structure, TableOf(structure)));
+    return nexwire::core::PrintFormatted(scope.Write(structure, nexwire::core::TableOf(structure)));
 } catch (...) {
     return {};
 }
@@ -154,25 +135,26 @@ try {
         return false;
     }
     const AnswerBudget budget(json.size());
-    const Wanted wanted = protocol::WantedBy(out);
+    const Wanted wanted = WantedBy(out);
     const Wanted::Member member = {root, wanted};
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* node =
+    auto tape =
         scope.Parse(json, position, root != nullptr ? Wanted{Wanted::Of::Members, nullptr, &member, 1} : wanted);
-    if (node == nullptr) {
+    if (!tape) {
         NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
         return false;
     }
+    const TapeEntry* value = &tape->Next();
     if (root != nullptr) {
-        node = cJSON_GetObjectItemCaseSensitive(node, root);
-        if (node == nullptr) {
+        if (value->what() != TapeEntry::What::Object || value->size() == 0) {
             // Nothing was unreadable, so there is no error position to show.
             NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_GetObjectItem([%s]). Error info: [%s].", root, "");
             return false;
         }
+        value = &tape->Next();
     }
-    out.Parse(node);
+    Hand(out, wanted, *value, *tape);
     return true;
 } catch (const AnswerTooCostly&) {
     return ReportTooCostly(json.size());
@@ -182,7 +164,8 @@ std::string Serialize(const protocol::IInboundData& request)
 {
     ConversionScope scope;
     const char* const root = request.RootName();
-    return root != nullptr ? PrintFormatted(scope.Write(request, request.Fields(), root)) : std::string();
+    const FieldTable* const fields = IsOfTable(request, request.Fields()) ? &request.Fields() : nullptr;
+    return root != nullptr ? PrintFormatted(scope.Write(request, fields, root)) : std::string();
 }
 
 } // namespace nexwire::core

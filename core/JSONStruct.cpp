@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "core/AnswerBudget.h"
@@ -40,6 +42,7 @@ protected:
 
 namespace {
 
+using What = TapeEntry::What;
 using protocol::IJSONStruct;
 using protocol::SerializationIgnoreItemFeatures;
 
@@ -53,22 +56,6 @@ template <class T>
 const T& At(const void* base, const Field& field)
 {
     return *reinterpret_cast<const T*>(static_cast<const char*>(base) + field.offset);
-}
-
-bool HasText(const cJSON* node)
-{
-    return cJSON_IsString(node) != 0 && node->valuestring != nullptr;
-}
-
-/// How many children a node has, once it is known that the answer may cost elements of that size for them.
-std::size_t Counted(const cJSON* node, std::size_t elementBytes)
-{
-    std::size_t count = 0;
-    for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-        ++count;
-    }
-    ChargeAnswer(std::uint64_t{count} * elementBytes);
-    return count;
 }
 
 std::int64_t ToInt64(double value)
@@ -106,106 +93,111 @@ void ClearLists(void* base, const FieldTable& table)
 /// Whether a structure may hold anything of before.
 enum class Before { Something, Nothing };
 
-void Read(IJSONStruct& object, const FieldTable& table, const cJSON* node, Before before);
+void Read(IJSONStruct& object, const FieldTable& table, const TapeEntry& value, TapeCursor& tape, Before before);
 
-void ReadStruct(void* memory, const StructOps& ops, const cJSON* node, Before before)
+void ReadStruct(void* memory, const StructOps& ops, const TapeEntry& value, TapeCursor& tape, Before before)
 {
-    if (cJSON_IsObject(node) == 0) {
-        return;
-    }
     IJSONStruct& structure = *StructOps::AsStruct(memory);
-    if (ops.fields != nullptr) {
-        Read(structure, *ops.fields, node, before);
-    } else {
-        structure.Parse(node);
+    if (ops.fields == nullptr) {
+        const cJSON* const node = tape.Tree(value);
+        if (cJSON_IsObject(node) != 0) {
+            structure.Parse(node);
+        }
+    } else if (value.what() == What::Object) {
+        Read(structure, *ops.fields, value, tape, before);
     }
 }
 
-void ReadField(void* base, const Field& field, const cJSON* node, Before before)
+/// The elements of an array, once it is known that the answer may cost so many bytes for each.
+template <class List, class Element>
+void ReadList(List& list, const TapeEntry& array, std::size_t elementBytes, TapeCursor& tape, const Element& element)
+{
+    ChargeAnswer(std::uint64_t{array.size()} * elementBytes);
+    list.reserve(array.size());
+    for (std::size_t i = 0; i < array.size(); ++i) {
+        list.emplace_back(element(tape.Next()));
+    }
+}
+
+void ReadField(void* base, const Field& field, const TapeEntry& value, TapeCursor& tape, Before before)
 {
     switch (field.kind) {
-    case Kind::Text:
-        if (HasText(node)) {
-            At<std::string>(base, field) = node->valuestring;
-        } else {
-            At<std::string>(base, field).clear();
-        }
+    case Kind::Text: {
+        const std::string_view text = value.text();
+        At<std::string>(base, field).assign(text.data(), text.size());
         break;
+    }
     case Kind::Int:
-        if (cJSON_IsNumber(node) != 0) {
-            At<std::int32_t>(base, field) = node->valueint;
+        if (value.what() == What::Number) {
+            At<std::int32_t>(base, field) = value.integer();
         }
         break;
     case Kind::Int64:
-        if (cJSON_IsNumber(node) != 0) {
-            At<std::int64_t>(base, field) = ToInt64(node->valuedouble);
+        if (value.what() == What::Number) {
+            At<std::int64_t>(base, field) = ToInt64(value.number());
         }
         break;
     case Kind::Real:
-        if (cJSON_IsNumber(node) != 0) {
-            At<double>(base, field) = node->valuedouble;
+        if (value.what() == What::Number) {
+            At<double>(base, field) = value.number();
         }
         break;
     case Kind::Bool:
-        if (cJSON_IsBool(node) != 0) {
-            At<bool>(base, field) = cJSON_IsTrue(node) != 0;
+        if (value.what() == What::True || value.what() == What::False) {
+            At<bool>(base, field) = value.what() == What::True;
         }
         break;
     case Kind::Struct:
-        ReadStruct(&At<char>(base, field), *field.ops, node, before);
+        ReadStruct(&At<char>(base, field), *field.ops, value, tape, before);
         break;
     case Kind::TextList:
-        if (cJSON_IsArray(node) != 0) {
-            auto& list = At<std::vector<std::string>>(base, field);
-            list.reserve(Counted(node, sizeof(std::string)));
-            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-                list.emplace_back(HasText(child) ? child->valuestring : "");
-            }
+        if (value.what() == What::Array) {
+            ReadList(At<std::vector<std::string>>(base, field), value, sizeof(std::string), tape,
+                     [](const TapeEntry& entry) { return entry.text(); });
         }
         break;
     case Kind::IntList:
-        if (cJSON_IsArray(node) != 0) {
-            auto& list = At<std::vector<std::int32_t>>(base, field);
-            list.reserve(Counted(node, sizeof(std::int32_t)));
-            for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-                list.push_back(cJSON_IsNumber(child) != 0 ? child->valueint : 0);
-            }
+        if (value.what() == What::Array) {
+            ReadList(At<std::vector<std::int32_t>>(base, field), value, sizeof(std::int32_t), tape,
+                     [](const TapeEntry& entry) { return entry.what() == What::Number ? entry.integer() : 0; });
         }
         break;
     case Kind::StructList:
-        if (cJSON_IsArray(node) != 0) {
+        if (value.what() == What::Array) {
             const ListOps& ops = field.List();
-            void* const first = ops.Renew(&At<char>(base, field), Counted(node, ops.size));
-            std::size_t index = 0;
-            for (const cJSON* child = node->child; child != nullptr; child = child->next, ++index) {
-                ReadStruct(ops.Element(first, index), ops, child, Before::Nothing);
+            ChargeAnswer(std::uint64_t{value.size()} * ops.size);
+            void* const first = ops.Renew(&At<char>(base, field), value.size());
+            for (std::size_t i = 0; i < value.size(); ++i) {
+                ReadStruct(ops.Element(first, i), ops, tape.Next(), tape, Before::Nothing);
             }
         }
         break;
     }
 }
 
-void Read(IJSONStruct& object, const FieldTable& table, const cJSON* node, Before before)
+/// Nothing is read of what is no object.
+void Read(IJSONStruct& object, const FieldTable& table, const TapeEntry& value, TapeCursor& tape, Before before)
 {
-    if (node == nullptr) {
-        return;
-    }
     if (before == Before::Something) {
         StructAccess::Clear(object);
         ClearLists(&object, table);
     }
-    std::size_t expected = 0;
-    for (const cJSON* child = node->child; child != nullptr; child = child->next) {
-        if (child->string == nullptr) {
-            continue;
-        }
-        const std::size_t index = FindField(table, expected, child->string);
-        if (index == table.count || StructAccess::Test(object, index)) {
-            continue;
-        }
-        StructAccess::Set(object, index);
-        ReadField(&object, table.fields[index], child, before);
-        expected = index + 1;
+    if (value.what() != What::Object) {
+        return;
+    }
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const TapeEntry& member = tape.Next();
+        StructAccess::Set(object, member.index());
+        ReadField(&object, table.fields[member.index()], member, tape, before);
+    }
+}
+
+void ParseByTable(IJSONStruct& object, const FieldTable& table, const cJSON* node)
+{
+    if (node != nullptr) {
+        ArenaScope scope;
+        TapeCursor tape = scope.Read(*node, {Wanted::Of::Fields, &table, nullptr, 0});
+        Read(object, table, tape.Next(), tape, Before::Something);
     }
 }
 
@@ -479,10 +471,10 @@ void MoveByTable(IJSONStruct& to, IJSONStruct& from, const FieldTable& fields)
     }
 }
 
-const cJSON* ConversionScope::Write(const IJSONStruct& structure, const FieldTable& table, const char* root)
+const cJSON* ConversionScope::Write(const IJSONStruct& structure, const FieldTable* table, const char* root)
 {
     PassingNodes nodes(*this);
-    cJSON* const value = IsOfTable(structure, table) ? MakeObject(nodes, structure, table) : nodes.Foreign(structure);
+    cJSON* const value = table != nullptr ? MakeObject(nodes, structure, *table) : nodes.Foreign(structure);
     if (root == nullptr || value == nullptr) {
         return value;
     }
@@ -509,12 +501,38 @@ bool HeldValue::HandTo(IJSONStruct& structure) const
     }
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* const node = scope.Parse(text_, position);
-    if (node == nullptr) {
+    std::optional<TapeCursor> tape = scope.Parse(text_, position);
+    if (!tape) {
         return false;
     }
-    structure.Parse(node);
+    structure.Parse(tape->Tree(tape->Next()));
     return true;
+}
+
+const FieldTable* TableOf(const IJSONStruct& structure)
+{
+    const FieldTable* fields = nullptr;
+    if (const auto* const result = dynamic_cast<const protocol::IReturnData*>(&structure)) {
+        fields = &result->Fields();
+    } else if (const auto* const request = dynamic_cast<const protocol::IInboundData*>(&structure)) {
+        fields = &request->Fields();
+    }
+    return fields != nullptr && IsOfTable(structure, *fields) ? fields : nullptr;
+}
+
+Wanted WantedBy(const IJSONStruct& structure)
+{
+    const FieldTable* const fields = TableOf(structure);
+    return fields != nullptr ? Wanted{Wanted::Of::Fields, fields, nullptr, 0} : kEverything;
+}
+
+void Hand(IJSONStruct& structure, const Wanted& wanted, const TapeEntry& value, TapeCursor& tape)
+{
+    if (wanted.table != nullptr) {
+        Read(structure, *wanted.table, value, tape, Before::Something);
+    } else {
+        structure.Parse(tape.Tree(value));
+    }
 }
 
 } // namespace nexwire::core
@@ -582,7 +600,7 @@ bool SerializationIgnoreItemFeatures::IsLeftOut(std::string_view key) const
 
 void IInboundData::Parse(const cJSON* node)
 {
-    core::Read(*this, Fields(), node, core::Before::Something);
+    core::ParseByTable(*this, Fields(), node);
 }
 
 cJSON* IInboundData::ToJson() const
@@ -624,7 +642,7 @@ IInboundData& IInboundData::operator=(IInboundData&& other) noexcept
 
 void IReturnData::Parse(const cJSON* node)
 {
-    core::Read(*this, Fields(), node, core::Before::Something);
+    core::ParseByTable(*this, Fields(), node);
 }
 
 cJSON* IReturnData::ToJson() const

@@ -1,17 +1,16 @@
 #include "core/JsonReader.h"
 
+#include <algorithm>
 #include <charconv>
-#include <climits>
 #include <cstdint>
 #include <cstring>
-#include <new>
 
-#include "core/AnswerBudget.h"
-#include "core/FieldLayout.h"
 #include "core/PlainText.h"
 
 namespace nexwire::core {
 namespace {
+
+using What = TapeEntry::What;
 
 constexpr std::size_t kLongestNumber = 63; ///< cJSON reads no longer ones.
 
@@ -50,22 +49,29 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Reads a text that may be written to and has room for `kWordBytes` more behind its end, all of them 0. Each step
-/// leaves the position behind what it read, and gives up at whatever is not plain.
+/// Reads a text. Each step leaves the position behind what it read, and gives up at whatever is not plain.
 class Reader {
 public:
-    Reader(Arena& arena, char* text) : arena_(arena), position_(text) {}
-
-    /// Null when the value is not plain, or something is left behind it.
-    const cJSON* Read(const Wanted& wanted, const char* end)
+    Reader(Arena& arena, const std::string& text)
+        : arena_(arena), tape_(arena), position_(text.data()), end_(text.data() + text.size())
     {
-        SkipSpace();
-        cJSON* const root = Value(wanted, 0);
-        SkipSpace();
-        return position_ == end ? root : nullptr;
     }
 
+    /// False when the value is not plain, or something is left behind it.
+    bool Read(const Wanted& wanted)
+    {
+        SkipSpace();
+        if (!Value(wanted, 0, 0)) {
+            return false;
+        }
+        SkipSpace();
+        return position_ == end_;
+    }
+    const TapeEntry* First() const { return tape_.First(); }
+
 private:
+    // Behind the text stands a 0, where every step ends that looks for something else.
+
     void SkipSpace()
     {
         while (*position_ == ' ' || *position_ == '\n' || *position_ == '\r' || *position_ == '\t') {
@@ -85,73 +91,54 @@ private:
         return true;
     }
 
-    cJSON* New(int type)
-    {
-        if (charged_ == 0) {
-            ChargeAnswer(kChargedAtOnce * sizeof(cJSON));
-            charged_ = kChargedAtOnce;
-        }
-        --charged_;
-        auto* const node = static_cast<cJSON*>(arena_.Allocate(sizeof(cJSON)));
-        if (node == nullptr) {
-            throw std::bad_alloc();
-        }
-        *node = cJSON();
-        node->type = type;
-        return node;
-    }
-
-    cJSON* Value(const Wanted& wanted, std::size_t depth)
+    bool Value(const Wanted& wanted, std::size_t index, std::size_t depth)
     {
         switch (*position_) {
         case '{':
-            return Object(wanted, depth);
+            return Object(wanted, index, depth);
         case '[':
-            return Array(wanted, depth);
+            return Array(wanted, index, depth);
         case '"': {
-            char* const text = Text();
-            if (text == nullptr) {
-                return nullptr;
+            std::string_view text;
+            if (!Text(text)) {
+                return false;
             }
-            cJSON* const node = New(cJSON_String);
-            node->valuestring = text;
-            return node;
+            tape_.Add(What::Text, index).SetText(text);
+            return true;
         }
         case 't':
-            if (Word("true")) {
-                cJSON* const node = New(cJSON_True);
-                node->valueint = 1;
-                return node;
-            }
-            return nullptr;
+            return Word("true", What::True, index);
         case 'f':
-            return Word("false") ? New(cJSON_False) : nullptr;
+            return Word("false", What::False, index);
         case 'n':
-            return Word("null") ? New(cJSON_NULL) : nullptr;
+            return Word("null", What::Null, index);
         default: {
             double value = 0.0;
             if (!Number(value)) {
-                return nullptr;
+                return false;
             }
-            cJSON* const node = New(cJSON_Number);
-            node->valuedouble = value;
-            node->valueint = value >= INT_MAX ? INT_MAX : (value <= INT_MIN ? INT_MIN : static_cast<int>(value));
-            return node;
+            tape_.Add(What::Number, index).SetNumber(value);
+            return true;
         }
         }
     }
 
-    /// A value that nobody reads: as strict, but no nodes.
+    /// A value that nobody reads: as strict, but no entries.
     bool Skip(std::size_t depth)
     {
         switch (*position_) {
         case '{':
             return depth < CJSON_NESTING_LIMIT &&
-                   Members([] { return nullptr; }, [&](char*) { return Skip(depth + 1); });
+                   Members([] { return nullptr; }, [&](std::string_view) { return Skip(depth + 1); });
         case '[':
             return depth < CJSON_NESTING_LIMIT && Elements([&] { return Skip(depth + 1); });
-        case '"':
-            return Text() != nullptr;
+        case '"': {
+            const Arena::Mark mark = arena_.Position();
+            std::string_view text;
+            const bool plain = Text(text);
+            arena_.GoBack(mark);
+            return plain;
+        }
         case 't':
             return Word("true");
         case 'f':
@@ -165,70 +152,53 @@ private:
         }
     }
 
-    /// Adds nodes to a container.
-    class Children {
-    public:
-        explicit Children(cJSON* parent) : parent_(parent) {}
-        bool Add(cJSON* node)
-        {
-            if (node == nullptr) {
-                return false;
-            }
-            node->prev = last_;
-            (last_ != nullptr ? last_->next : parent_->child) = node;
-            last_ = node;
-            return true;
-        }
-        /// The first one tells the last, as everywhere in cJSON's trees.
-        cJSON* Done()
-        {
-            if (last_ != nullptr) {
-                parent_->child->prev = last_;
-            }
-            return parent_;
-        }
-
-    private:
-        cJSON* parent_;
-        cJSON* last_ = nullptr;
-    };
-
-    cJSON* Object(const Wanted& wanted, std::size_t depth)
+    bool Object(const Wanted& wanted, std::size_t index, std::size_t depth)
     {
         if (depth >= CJSON_NESTING_LIMIT) {
-            return nullptr;
+            return false;
         }
-        Children children(New(cJSON_Object));
-        std::size_t expected = 0; // Index of the member that comes next, if the server keeps the table's order.
-        const auto likely = [&] {
-            return wanted.of == Wanted::Of::Fields && expected < wanted.table->count
-                       ? wanted.table->fields[expected].key
-                       : nullptr;
-        };
-        const bool plain = Members(likely, [&](char* key) {
-            Wanted next = wanted;
-            if (!WantedOfMember(wanted, key, expected, next)) {
+        const bool keyed = wanted.of == Wanted::Of::Everything;
+        TapeEntry& object = tape_.Add(keyed ? What::KeyedObject : What::Object, index);
+        MemberChoice choice(wanted);
+        std::size_t count = 0;
+        const auto read = [&](std::string_view key) {
+            Wanted member = wanted;
+            std::size_t which = 0;
+            if (keyed) {
+                tape_.Add(What::Text, 0).SetText(key);
+            } else if (!choice.Take(key, member, which)) {
                 return Skip(depth + 1);
             }
-            cJSON* const node = Value(next, depth + 1);
-            if (node != nullptr) {
-                node->string = key;
-            }
-            return children.Add(node);
-        });
-        return plain ? children.Done() : nullptr;
+            ++count;
+            return Value(member, which, depth + 1);
+        };
+        if (!Members([&] { return choice.Likely(); }, read)) {
+            return false;
+        }
+        object.SetSize(count);
+        return true;
     }
 
-    cJSON* Array(const Wanted& wanted, std::size_t depth)
+    bool Array(const Wanted& wanted, std::size_t index, std::size_t depth)
     {
         if (depth >= CJSON_NESTING_LIMIT) {
-            return nullptr;
+            return false;
         }
-        Children children(New(cJSON_Array));
-        Wanted next = wanted;
-        const bool some = WantedOfElements(wanted, next);
-        const bool plain = Elements([&] { return some ? children.Add(Value(next, depth + 1)) : Skip(depth + 1); });
-        return plain ? children.Done() : nullptr;
+        TapeEntry& array = tape_.Add(What::Array, index);
+        Wanted element = wanted;
+        std::size_t count = 0;
+        if (!WantedOfElements(wanted, element)) {
+            return Elements([&] { return Skip(depth + 1); });
+        }
+        const auto read = [&] {
+            ++count;
+            return Value(element, 0, depth + 1);
+        };
+        if (!Elements(read)) {
+            return false;
+        }
+        array.SetSize(count);
+        return true;
     }
 
     /// Has `read` read the value behind each key. `likely` tells which key probably comes next, or null.
@@ -241,8 +211,8 @@ private:
             return true;
         }
         do {
-            char* const key = Key(likely());
-            if (key == nullptr || !Take(':') || !read(key)) {
+            std::string_view key;
+            if (!Key(likely(), key) || !Take(':') || !read(key)) {
                 return false;
             }
         } while (Take(','));
@@ -250,13 +220,13 @@ private:
     }
 
     /// The key that comes next; `likely` itself where it is that.
-    char* Key(const char* likely)
+    bool Key(const char* likely, std::string_view& key)
     {
         if (*position_ != '"') {
-            return nullptr;
+            return false;
         }
         if (likely != nullptr) {
-            char* text = position_ + 1;
+            const char* text = position_ + 1;
             const char* same = likely;
             while (*same != '\0' && *text == *same) {
                 ++text;
@@ -264,10 +234,11 @@ private:
             }
             if (*same == '\0' && *text == '"') {
                 position_ = text + 1;
-                return const_cast<char*>(likely);
+                key = std::string_view(likely, static_cast<std::size_t>(same - likely));
+                return true;
             }
         }
-        return Text();
+        return Text(key);
     }
 
     template <class Read>
@@ -286,44 +257,22 @@ private:
         return Take(']');
     }
 
-    /// What is wanted of the value behind a key, which becomes the table's own where there is one: that is found again
-    /// at once. False when nothing is.
-    static bool WantedOfMember(const Wanted& object, char*& key, std::size_t& expected, Wanted& member)
-    {
-        switch (object.of) {
-        case Wanted::Of::Everything:
-            return true;
-        case Wanted::Of::Fields: {
-            const std::size_t index = FindField(*object.table, expected, key);
-            if (index == object.table->count) {
-                return false;
-            }
-            const Field& field = object.table->fields[index];
-            expected = index + 1;
-            key = const_cast<char*>(field.key);
-            member = WantedOf(field);
-            return true;
-        }
-        case Wanted::Of::Members:
-            for (std::size_t i = 0; i < object.count; ++i) {
-                if (std::strcmp(object.members[i].key, key) == 0) {
-                    member = object.members[i].wanted;
-                    return true;
-                }
-            }
-            return false;
-        default:
-            return false;
-        }
-    }
-
     bool Word(std::string_view word)
     {
-        // Behind the text are enough zeros to compare with.
-        if (std::memcmp(position_, word.data(), word.size()) != 0) {
+        if (static_cast<std::size_t>(end_ - position_) < word.size() ||
+            std::memcmp(position_, word.data(), word.size()) != 0) {
             return false;
         }
         position_ += word.size();
+        return true;
+    }
+
+    bool Word(std::string_view word, What what, std::size_t index)
+    {
+        if (!Word(word)) {
+            return false;
+        }
+        tape_.Add(what, index);
         return true;
     }
 
@@ -382,29 +331,52 @@ private:
         return result.ec == std::errc() && result.ptr == position_;
     }
 
-    /// The text in quotation marks, unescaped where it stands, with a 0 behind it.
-    char* Text()
+    /// The text in quotation marks, up to a NUL in it.
+    bool Text(std::string_view& text)
     {
-        char* const start = ++position_;
-        position_ = const_cast<char*>(EndOfPlainText(start));
-        char* to = position_;
-        while (*position_ != '"') {
-            if (*position_ != '\\' || !Unescape(to)) {
-                return nullptr; // A control character, or the end.
-            }
-            const char* const next = EndOfPlainText(position_);
-            const auto length = static_cast<std::size_t>(next - position_);
-            std::memmove(to, position_, length);
-            to += length;
-            position_ += length;
+        const char* const start = ++position_;
+        position_ = EndOfPlainText(start, end_);
+        if (*position_ == '"') {
+            text = std::string_view(start, static_cast<std::size_t>(position_ - start));
+            ++position_;
+            return true;
         }
-        ++position_;
-        *to = '\0';
-        return start;
+        return *position_ == '\\' && Unescape(start, text);
     }
 
-    /// Writes what an escape stands for, which is never longer.
-    bool Unescape(char*& to)
+    /// The text that begins there and has its first escape at the position. Without escapes it is never longer.
+    bool Unescape(const char* start, std::string_view& text)
+    {
+        const char* last = position_;
+        while (*last == '\\' && last[1] != '\0') {
+            last = EndOfPlainText(last + 2, end_);
+        }
+        if (*last != '"') {
+            return false; // A control character, or the end.
+        }
+        auto* const unescaped = static_cast<char*>(arena_.Obtain(static_cast<std::size_t>(last - start)));
+        char* to = unescaped;
+        const auto copy = [&](const char* from, const char* end) {
+            const auto length = static_cast<std::size_t>(end - from);
+            std::memcpy(to, from, length);
+            to += length;
+        };
+        copy(start, position_);
+        while (*position_ != '"') {
+            if (!Escape(to)) {
+                return false;
+            }
+            const char* const from = position_;
+            position_ = EndOfPlainText(from, end_);
+            copy(from, position_);
+        }
+        ++position_;
+        text = std::string_view(unescaped, static_cast<std::size_t>(std::find(unescaped, to, '\0') - unescaped));
+        return true;
+    }
+
+    /// Writes what an escape stands for.
+    bool Escape(char*& to)
     {
         const char escape = position_[1];
         position_ += 2;
@@ -430,7 +402,7 @@ private:
             *to++ = '\t';
             return true;
         case 'u':
-            return UnescapeNumber(to);
+            return EscapedNumber(to);
         default:
             return false;
         }
@@ -445,7 +417,7 @@ private:
         return whole;
     }
 
-    bool UnescapeNumber(char*& to)
+    bool EscapedNumber(char*& to)
     {
         std::uint32_t character = 0;
         if (!CodeUnit(character)) {
@@ -482,25 +454,108 @@ private:
         return true;
     }
 
-    static constexpr std::size_t kChargedAtOnce = 32;
-
     Arena& arena_;
-    char* position_;
-    std::size_t charged_ = 0; ///< Nodes that are counted towards the answer and not made yet.
+    Tape tape_;
+    const char* position_;
+    const char* const end_;
 };
+
+/// Lays the value of a tree onto a tape.
+void Lay(Tape& tape, const cJSON& node, const Wanted& wanted, std::size_t index)
+{
+    if (wanted.of == Wanted::Of::Everything) {
+        tape.Add(What::Tree, index).SetTree(&node);
+        return;
+    }
+    std::size_t count = 0;
+    switch (node.type & 0xFF) {
+    case cJSON_Array: {
+        TapeEntry& array = tape.Add(What::Array, index);
+        Wanted element = wanted;
+        if (WantedOfElements(wanted, element)) {
+            for (const cJSON* child = node.child; child != nullptr; child = child->next, ++count) {
+                Lay(tape, *child, element, 0);
+            }
+            array.SetSize(count);
+        }
+        break;
+    }
+    case cJSON_Object: {
+        TapeEntry& object = tape.Add(What::Object, index);
+        MemberChoice choice(wanted);
+        for (const cJSON* child = node.child; child != nullptr; child = child->next) {
+            Wanted member = wanted;
+            std::size_t which = 0;
+            if (child->string != nullptr && choice.Take(child->string, member, which)) {
+                Lay(tape, *child, member, which);
+                ++count;
+            }
+        }
+        object.SetSize(count);
+        break;
+    }
+    case cJSON_String:
+        if (node.valuestring != nullptr) {
+            tape.Add(What::Text, index).SetText(node.valuestring);
+        } else {
+            tape.Add(What::Null, index);
+        }
+        break;
+    case cJSON_Number:
+        tape.Add(What::Number, index).SetNumber(node.valuedouble);
+        break;
+    case cJSON_True:
+        tape.Add(What::True, index);
+        break;
+    case cJSON_False:
+        tape.Add(What::False, index);
+        break;
+    default:
+        tape.Add(What::Null, index);
+        break;
+    }
+}
 
 } // namespace
 
-const cJSON* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted)
+bool MemberChoice::Take(std::string_view key, Wanted& member, std::size_t& index)
 {
-    // Keys and texts are unescaped in place and stay there.
-    auto* const copy = static_cast<char*>(arena.Allocate(text.size() + kWordBytes));
-    if (copy == nullptr) {
-        throw std::bad_alloc();
+    if (object_.of == Wanted::Of::Fields) {
+        index = FindField(*object_.table, expected_, key);
+        if (index == object_.table->count) {
+            return false;
+        }
+        expected_ = index + 1;
+        member = WantedOf(object_.table->fields[index]);
+    } else if (object_.of == Wanted::Of::Members) {
+        for (index = 0; index < object_.count && key != object_.members[index].key;) {
+            ++index;
+        }
+        if (index == object_.count) {
+            return false;
+        }
+        member = object_.members[index].wanted;
+    } else {
+        return false;
     }
-    std::memcpy(copy, text.data(), text.size());
-    std::memset(copy + text.size(), 0, kWordBytes);
-    return Reader(arena, copy).Read(wanted, copy + text.size());
+    std::uint64_t& taken = taken_[index / 64];
+    const std::uint64_t bit = std::uint64_t{1} << (index % 64);
+    const bool first = (taken & bit) == 0;
+    taken |= bit;
+    return first;
+}
+
+const TapeEntry* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted)
+{
+    Reader reader(arena, text);
+    return reader.Read(wanted) ? reader.First() : nullptr;
+}
+
+const TapeEntry* ReadTree(Arena& arena, const cJSON& root, const Wanted& wanted)
+{
+    Tape tape(arena);
+    Lay(tape, root, wanted, 0);
+    return tape.First();
 }
 
 } // namespace nexwire::core

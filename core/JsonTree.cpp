@@ -79,9 +79,22 @@ cJSON* ParseLeniently(const std::string& text, const char*& errorPosition)
 
 } // namespace
 
-ConversionScope::ConversionScope() : arena_(ThreadArena()), mark_(arena_.Position())
+ArenaScope::ArenaScope() : arena_(ThreadArena()), mark_(arena_.Position())
 {
     ++t_depth;
+}
+
+ArenaScope::~ArenaScope()
+{
+    arena_.GoBack(mark_);
+    if (--t_depth == 0) {
+        t_hookArena = nullptr;
+        arena_.Trim(g_keepBytes);
+    }
+}
+
+ConversionScope::ConversionScope()
+{
     if (g_hooksInstalled) {
         t_hookArena = &arena_;
     }
@@ -91,18 +104,14 @@ ConversionScope::~ConversionScope()
 {
     lenient_.Reset();
     adopted_.clear();
-    arena_.GoBack(mark_);
-    if (--t_depth == 0) {
-        t_hookArena = nullptr;
-        arena_.Trim(g_keepBytes);
-    }
 }
 
-const cJSON* ConversionScope::Parse(const std::string& text, const char*& errorPosition, const Wanted& wanted)
+std::optional<TapeCursor> ConversionScope::Parse(const std::string& text, const char*& errorPosition,
+                                                 const Wanted& wanted)
 {
     const Arena::Mark before = arena_.Position();
-    if (const cJSON* const root = ReadPlainJson(arena_, text, wanted)) {
-        return root;
+    if (const TapeEntry* const root = ReadPlainJson(arena_, text, wanted)) {
+        return TapeCursor(arena_, root);
     }
     arena_.GoBack(before);
     const std::uint64_t cost = LenientCost(text);
@@ -118,16 +127,10 @@ const cJSON* ConversionScope::Parse(const std::string& text, const char*& errorP
         cJSON_free(probe);
         lenient_.Reset(ParseLeniently(text, errorPosition));
     }
-    return lenient_.get();
-}
-
-void* ConversionScope::Allocate(std::size_t size)
-{
-    void* const memory = arena_.Allocate(size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
+    if (lenient_.get() == nullptr) {
+        return std::nullopt;
     }
-    return memory;
+    return Read(*lenient_.get(), wanted);
 }
 
 void JsonTree::Reset(cJSON* root)

@@ -41,11 +41,15 @@ inline bool NeedsEscape(std::uint64_t word)
     return (found & (kEach * 0x80)) != 0;
 }
 
-/// The first of those characters; there must be one, and room for a word behind it.
-inline const char* EndOfPlainText(const char* text)
+/// The first of those characters; one stands at `end` at the latest.
+inline const char* EndOfPlainText(const char* text, const char* end)
 {
     std::uint64_t word = 0;
-    for (std::memcpy(&word, text, kWordBytes); !NeedsEscape(word); std::memcpy(&word, text, kWordBytes)) {
+    while (static_cast<std::size_t>(end - text) >= kWordBytes) {
+        std::memcpy(&word, text, kWordBytes);
+        if (NeedsEscape(word)) {
+            break;
+        }
         text += kWordBytes;
     }
     while (kEscapes[static_cast<unsigned char>(*text)] == 0) {

@@ -31,9 +31,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const char* end = nullptr;
     const Tree expected(cJSON_ParseWithLengthOpts(text.data(), text.size(), &end, 0), &cJSON_Delete);
     const auto mark = arena.Position();
-    const cJSON* const quick = nexwire::core::ReadPlainJson(arena, text);
-    if (quick != nullptr && (!expected || Printed(quick) != Printed(expected.get()))) {
-        std::abort();
+    if (const nexwire::core::TapeEntry* const quick = nexwire::core::ReadPlainJson(arena, text)) {
+        nexwire::core::TapeCursor tape(arena, quick);
+        if (!expected || Printed(tape.Tree(tape.Next())) != Printed(expected.get())) {
+            std::abort();
+        }
     }
     std::string formatted;
     if (expected && nexwire::core::AppendFormatted(formatted, *expected) && formatted != Printed(expected.get())) {

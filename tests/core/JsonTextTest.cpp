@@ -21,6 +21,8 @@ using nexwire::core::Arena;
 using nexwire::core::ConversionScope;
 using nexwire::core::JsonTree;
 using nexwire::core::ReadPlainJson;
+using nexwire::core::TapeCursor;
+using nexwire::core::TapeEntry;
 
 bool SameText(const char* a, const char* b)
 {
@@ -67,10 +69,10 @@ void ExpectReadAsCjsonDoes(const std::string& text)
     const JsonTree expected(ReadWithCjson(text));
     ConversionScope scope;
     const char* position = nullptr;
-    const cJSON* const read = scope.Parse(text, position);
-    ASSERT_EQ(read != nullptr, expected.get() != nullptr) << text;
-    if (read != nullptr) {
-        EXPECT_TRUE(SameTree(read, expected.get())) << text;
+    auto tape = scope.Parse(text, position);
+    ASSERT_EQ(tape.has_value(), expected.get() != nullptr) << text;
+    if (tape) {
+        EXPECT_TRUE(SameTree(tape->Tree(tape->Next()), expected.get())) << text;
     } else {
         EXPECT_GE(position, text.data());
         EXPECT_LE(position, text.data() + text.size());
@@ -104,13 +106,14 @@ TEST(JsonText, PlainJsonIsReadWithoutCjsonAsCjsonReadsIt)
 {
     for (const std::string& text : PlainTexts()) {
         Arena arena;
-        const cJSON* const read = ReadPlainJson(arena, text);
+        const TapeEntry* const read = ReadPlainJson(arena, text);
         const JsonTree expected(ReadWithCjson(text));
         ASSERT_NE(expected.get(), nullptr) << text;
         // Numbers out of the range of a double are the only plain ones left to cJSON.
         if (text.find("5e-320") == std::string::npos) {
             ASSERT_NE(read, nullptr) << text;
-            EXPECT_TRUE(SameTree(read, expected.get())) << text;
+            TapeCursor tape(arena, read);
+            EXPECT_TRUE(SameTree(tape.Tree(tape.Next()), expected.get())) << text;
         }
         ExpectReadAsCjsonDoes(text);
     }
