@@ -71,11 +71,13 @@ struct ListOps : StructOps {
 struct Field {
     const char* key;
     const StructOps* ops; ///< Set for Struct, and for StructList, where it is a `ListOps`.
-    std::uint32_t offset; ///< From the start of the structure.
+    std::uint16_t offset; ///< From the start of the structure.
     std::uint16_t size;
     std::uint8_t align;
     Kind kind;
+    std::uint8_t keySize;
 
+    std::string_view Key() const { return {key, keySize}; }
     const ListOps& List() const { return static_cast<const ListOps&>(*ops); } ///< Only of a StructList.
 };
 
@@ -247,30 +249,47 @@ private:
 };
 
 /// Keys are short: no call is worth it.
-inline bool IsSameKey(const char* key, std::string_view other)
+inline bool IsSameKey(std::string_view key, const char* other)
 {
-    for (const char c : other) {
-        if (*key++ != c) {
-            return false;
+    const auto same = [&](std::size_t at, auto word) {
+        auto otherWord = word;
+        std::memcpy(&word, key.data() + at, sizeof(word));
+        std::memcpy(&otherWord, other + at, sizeof(word));
+        return word == otherWord;
+    };
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    std::size_t at = 0;
+    if (key.size() >= kWord) {
+        for (; at + kWord < key.size(); at += kWord) {
+            if (!same(at, std::uint64_t{})) {
+                return false;
+            }
         }
+        return same(key.size() - kWord, std::uint64_t{});
     }
-    return *key == '\0';
+    while (at < key.size() && key[at] == other[at]) {
+        ++at;
+    }
+    return at == key.size();
 }
 
 /// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
-/// table's count when there is none. Quickest when `key` is the table's own. There is no NUL in it.
+/// table's count when there is none. Quickest when `key` is the table's own.
 inline std::size_t FindField(const FieldTable& table, std::size_t expected, std::string_view key)
 {
+    const auto is = [&](std::size_t i) {
+        return key.size() == table.fields[i].keySize && IsSameKey(key, table.fields[i].key);
+    };
     if (expected < table.count && table.fields[expected].key == key.data()) {
         return expected;
     }
     for (std::size_t i = expected; i < table.count; ++i) {
-        if (IsSameKey(table.fields[i].key, key)) {
+        if (is(i)) {
             return i;
         }
     }
     for (std::size_t i = 0; i < expected && i < table.count; ++i) {
-        if (IsSameKey(table.fields[i].key, key)) {
+        if (is(i)) {
             return i;
         }
     }

@@ -67,16 +67,17 @@ template <>
 struct MemberKind<std::vector<std::int32_t>> : PlainKind<Kind::IntList> {
 };
 
-template <class Member>
-constexpr Field MakeField(const char* key, std::size_t offset)
+template <class Member, std::size_t KeySize>
+constexpr Field MakeField(const char (&key)[KeySize], std::size_t offset)
 {
-    static_assert(sizeof(Member) <= UINT16_MAX, "a member this large belongs into a list");
+    static_assert(KeySize <= UINT8_MAX, "no key is this long");
     return {key,
             MemberKind<Member>::ops,
-            static_cast<std::uint32_t>(offset),
+            static_cast<std::uint16_t>(offset),
             static_cast<std::uint16_t>(sizeof(Member)),
             static_cast<std::uint8_t>(alignof(Member)),
-            MemberKind<Member>::kind};
+            MemberKind<Member>::kind,
+            static_cast<std::uint8_t>(KeySize - 1)};
 }
 
 constexpr std::size_t RoundUp(std::size_t size, std::size_t align)
@@ -128,6 +129,7 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
     };                                                                                                                 \
     }                                                                                                                  \
     NEXWIRE_OFFSETS_END                                                                                                \
+    static_assert(sizeof(T) <= UINT16_MAX, #T " is too large: members like these belong into lists");                  \
     static_assert(::nexwire::core::CoversAllMembers<T>(FieldsOf##T::kList, FieldsOf##T::kCount),                       \
                   "the table of " #T " must list every member once, in declaration order");                            \
     static_assert(FieldsOf##T::kCount <= ::nexwire::core::kMaxFields, #T " has too many members");                     \

@@ -129,7 +129,7 @@ private:
         switch (*position_) {
         case '{':
             return depth < CJSON_NESTING_LIMIT &&
-                   Members([] { return nullptr; }, [&](std::string_view) { return Skip(depth + 1); });
+                   Members([] { return std::string_view(); }, [&](std::string_view) { return Skip(depth + 1); });
         case '[':
             return depth < CJSON_NESTING_LIMIT && Elements([&] { return Skip(depth + 1); });
         case '"': {
@@ -201,7 +201,7 @@ private:
         return true;
     }
 
-    /// Has `read` read the value behind each key. `likely` tells which key probably comes next, or null.
+    /// Has `read` read the value behind each key. `likely` tells which key probably comes next, if any.
     template <class Likely, class Read>
     bool Members(const Likely& likely, const Read& read)
     {
@@ -220,23 +220,17 @@ private:
     }
 
     /// The key that comes next; `likely` itself where it is that.
-    bool Key(const char* likely, std::string_view& key)
+    bool Key(std::string_view likely, std::string_view& key)
     {
         if (*position_ != '"') {
             return false;
         }
-        if (likely != nullptr) {
-            const char* text = position_ + 1;
-            const char* same = likely;
-            while (*same != '\0' && *text == *same) {
-                ++text;
-                ++same;
-            }
-            if (*same == '\0' && *text == '"') {
-                position_ = text + 1;
-                key = std::string_view(likely, static_cast<std::size_t>(same - likely));
-                return true;
-            }
+        const char* const text = position_ + 1;
+        if (likely.data() != nullptr && static_cast<std::size_t>(end_ - text) > likely.size() &&
+            text[likely.size()] == '"' && IsSameKey(likely, text)) {
+            position_ = text + likely.size() + 1;
+            key = likely;
+            return true;
         }
         return Text(key);
     }

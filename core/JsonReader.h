@@ -44,12 +44,12 @@ class MemberChoice {
 public:
     explicit MemberChoice(const Wanted& object) : object_(object) {}
 
-    /// The key that comes next, if the server keeps the table's order; null when nobody can say.
-    const char* Likely() const
+    /// The key that comes next, if the server keeps the table's order; without data when nobody can say.
+    std::string_view Likely() const
     {
         return object_.of == Wanted::Of::Fields && expected_ < object_.table->count
-                   ? object_.table->fields[expected_].key
-                   : nullptr;
+                   ? object_.table->fields[expected_].Key()
+                   : std::string_view();
     }
 
     /// Whether the member with that key is wanted; if so, what of it, and which one it is. Quickest when the key is the

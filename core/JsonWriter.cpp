@@ -68,7 +68,7 @@ void Writer::Text(const char* text)
             const std::size_t before = left < kWordBytes ? kWordBytes - left : 0;
             std::uint64_t eight = 0;
             std::memcpy(&eight, text - before, kWordBytes);
-            if (!NeedsEscape(eight)) {
+            if (EscapesIn(eight) == 0) {
                 std::memcpy(to - before, &eight, kWordBytes);
                 const std::size_t taken = kWordBytes - before;
                 to += taken;

@@ -30,25 +30,34 @@ constexpr std::array<char, 256> MakeEscapes()
 
 inline constexpr std::array<char, 256> kEscapes = MakeEscapes();
 
-/// Whether one of the characters is a control character, a quotation mark or a backslash.
-inline bool NeedsEscape(std::uint64_t word)
+/// Not 0 if one of the characters is a control character, a quotation mark or a backslash. Of the first one in memory,
+/// where words begin with their lowest byte, the highest bit is set, and no bit is below it.
+inline std::uint64_t EscapesIn(std::uint64_t word)
 {
     constexpr std::uint64_t kEach = 0x0101010101010101;
     const std::uint64_t quote = word ^ (kEach * '"');
     const std::uint64_t backslash = word ^ (kEach * '\\');
     const std::uint64_t found =
         ((word - kEach * 0x20) & ~word) | ((quote - kEach) & ~quote) | ((backslash - kEach) & ~backslash);
-    return (found & (kEach * 0x80)) != 0;
+    return found & (kEach * 0x80);
 }
 
 /// The first of those characters; one stands at `end` at the latest.
 inline const char* EndOfPlainText(const char* text, const char* end)
 {
-    std::uint64_t word = 0;
     while (static_cast<std::size_t>(end - text) >= kWordBytes) {
+        std::uint64_t word = 0;
         std::memcpy(&word, text, kWordBytes);
-        if (NeedsEscape(word)) {
+        const std::uint64_t escapes = EscapesIn(word);
+        if (escapes != 0) {
+#if defined(_WIN32) || (defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__)
+            // One bit for each byte up to the first found, added up in the highest byte.
+            constexpr std::uint64_t kEach = 0x0101010101010101;
+            const std::uint64_t upTo = (escapes - 1) & ~escapes & kEach;
+            return text + (upTo * kEach >> 56) - 1;
+#else
             break;
+#endif
         }
         text += kWordBytes;
     }
