@@ -2,20 +2,7 @@
 
 #include <cstdint>
 
-#include "core/AnswerReads.h"
-
 namespace nexwire::videowall {
-
-namespace {
-
-void Note(const std::string& path, core::Kind kind)
-{
-    if (auto* const watched = core::WatchedAnswers()) {
-        watched->paths.push_back({path, kind});
-    }
-}
-
-} // namespace
 
 bool Key::WriteTo(proto::CRapidJsonProto& body) const
 {

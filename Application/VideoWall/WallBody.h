@@ -9,6 +9,8 @@
 
 #include <velaproto/RapidJsonProto.h>
 
+#include "core/AnswerReads.h"
+
 // The words video wall requests are written in: which keys go out and which come in. Keys are paths; the JSON type
 // follows from the C++ type.
 
@@ -143,7 +145,15 @@ private:
         }
     }
 
+    void Note(const std::string& path, core::Kind kind) const
+    {
+        if (watched_ != nullptr) {
+            watched_->paths.push_back({path, kind});
+        }
+    }
+
     proto::CRapidJsonProto json_;
+    core::AnswerReads* const watched_ = core::WatchedAnswers();
 };
 
 } // namespace nexwire::videowall

@@ -220,9 +220,20 @@ private:
     bool valid_ = true;
 };
 
-Value Name(const Token& token)
+Value Name(std::string_view key)
 {
-    return Value(rapidjson::StringRef(token.name, token.length));
+    return Value(rapidjson::StringRef(key.data(), static_cast<SizeType>(key.size())));
+}
+
+std::string_view KeyOf(const Token& token)
+{
+    return {token.name, token.length};
+}
+
+// What was set under a key with a NUL could not be found again.
+bool IsStorable(std::string_view key)
+{
+    return IsUtf8(key.data(), key.size()) && key.find('\0') == std::string_view::npos;
 }
 
 bool IsAppend(const Token& token)
@@ -250,8 +261,7 @@ bool CanCreate(const Value& root, const Path& path)
     }
     const Value* at = &root;
     for (const Token& token : path) {
-        // What was set under a key with a NUL could not be found again.
-        if (!IsUtf8(token.name, token.length) || std::memchr(token.name, '\0', token.length) != nullptr) {
+        if (!IsStorable(KeyOf(token))) {
             return false;
         }
         const bool numbered = token.index != rapidjson::kPointerInvalidIndex;
@@ -267,7 +277,7 @@ bool CanCreate(const Value& root, const Path& path)
             }
             next = index < at->Size() ? &(*at)[index] : nullptr;
         } else if (at->IsObject()) {
-            const auto member = at->FindMember(Name(token));
+            const auto member = at->FindMember(Name(KeyOf(token)));
             next = member != at->MemberEnd() ? &member->value : nullptr;
         } else {
             return false;
@@ -299,7 +309,7 @@ Value& Create(Value& root, const Path& path, Pool& pool)
             at = &(*at)[index];
             continue;
         }
-        const auto member = at->FindMember(Name(token));
+        const auto member = at->FindMember(Name(KeyOf(token)));
         if (member != at->MemberEnd()) {
             at = &member->value;
         } else {
@@ -338,7 +348,15 @@ struct CRapidJsonProto::Impl {
         }
         const auto [place, name] = Split(path);
         const Value* const at = PlaceAt(place);
-        return at != nullptr ? Walk(*at, Path(name)) : nullptr;
+        if (at == nullptr) {
+            return nullptr;
+        }
+        std::string_view key;
+        if (at->IsObject() && IsKey(name, key)) {
+            const auto member = at->FindMember(Name(key));
+            return member != at->MemberEnd() ? &member->value : nullptr;
+        }
+        return Walk(*at, Path(name));
     }
 
     bool Store(std::string_view path, Value& value)
@@ -347,12 +365,23 @@ struct CRapidJsonProto::Impl {
         if (!path.empty() && path.size() < kMaxDepth) {
             const auto [place, name] = Split(path);
             Value* const at = const_cast<Value*>(PlaceAt(place));
+            std::string_view key;
+            if (at != nullptr && at->IsObject() && IsKey(name, key)) {
+                return IsStorable(key) && Put(*at, key, value);
+            }
             if (at != nullptr && (at->IsObject() || at->IsArray())) {
                 return StoreIn(*at, Path(name), value);
             }
         }
         place_ = nullptr;
         return StoreIn(document, Path(path), value);
+    }
+
+    template <class Number>
+    bool StoreNumber(std::string_view path, Number number)
+    {
+        Value value(number);
+        return Store(path, value);
     }
 
 private:
@@ -362,6 +391,25 @@ private:
         const std::size_t slash = path.rfind('/');
         return slash == std::string_view::npos ? std::pair(std::string_view(), path)
                                                : std::pair(path.substr(0, slash), path.substr(slash));
+    }
+
+    /// Whether the last part of a path stands there as the key that it means.
+    static bool IsKey(std::string_view name, std::string_view& key)
+    {
+        key = name.substr(!name.empty() && name.front() == '/' ? 1 : 0);
+        return key.find('~') == std::string_view::npos;
+    }
+
+    bool Put(Value& object, std::string_view key, Value& value)
+    {
+        const auto member = object.FindMember(Name(key));
+        if (member != object.MemberEnd()) {
+            member->value = value;
+        } else {
+            Pool& pool = document.GetAllocator();
+            object.AddMember(Value(key.data(), static_cast<SizeType>(key.size()), pool), value, pool);
+        }
+        return true;
     }
 
     static const Value* Walk(const Value& from, const Path& path)
@@ -374,7 +422,7 @@ private:
             if (at->IsArray()) {
                 at = token.index < at->Size() ? &(*at)[token.index] : nullptr;
             } else if (at->IsObject()) {
-                const auto member = at->FindMember(Name(token));
+                const auto member = at->FindMember(Name(KeyOf(token)));
                 at = member != at->MemberEnd() ? &member->value : nullptr;
             } else {
                 at = nullptr;
@@ -406,14 +454,6 @@ private:
 
     mutable const Value* place_ = nullptr;
     mutable std::string placePath_;
-
-public:
-    template <class Number>
-    bool StoreNumber(std::string_view path, Number number)
-    {
-        Value value(number);
-        return Store(path, value);
-    }
 };
 
 CRapidJsonProto::CRapidJsonProto() : impl_(std::make_unique<Impl>()) {}
