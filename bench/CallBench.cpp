@@ -9,6 +9,7 @@
 #include <cjson/cJSON.h>
 #include <keel/Error.h>
 
+#include "Turns.h"
 #include "nexwire/AccessController/AccessGroup.h"
 #include "nexwire/Nexwire.h"
 
@@ -115,6 +116,8 @@ bool GetAccessGroupByHand(AccessGroupQueryResponseData& result, const std::strin
 
 // ---- Runs ----
 
+constexpr int kCallsATurn = 100;
+
 template <bool (*Call)(AccessGroupQueryResponseData&, const std::string&)>
 void Run(benchmark::State& state)
 {
@@ -130,6 +133,32 @@ void Run(benchmark::State& state)
         benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(state.iterations());
+}
+
+template <bool (*Call)(AccessGroupQueryResponseData&, const std::string&)>
+bool RunMany()
+{
+    bool good = true;
+    for (int i = 0; i < kCallsATurn; ++i) {
+        AccessGroupQueryResponseData result;
+        good = Call(result, kGroup) && good;
+    }
+    return good;
+}
+
+/// One thread beside the work by hand.
+void ByTurns(benchmark::State& state)
+{
+    bench::Turns turns;
+    bool good = true;
+    for (auto _ : state) {
+        good =
+            turns.Take(&RunMany<&nexwire::CAccessGroupComm::getAccessGroup>, &RunMany<&GetAccessGroupByHand>) && good;
+    }
+    if (!good) {
+        state.SkipWithError("a call failed");
+    }
+    bench::Report(state, turns.Own() * 1e6 / kCallsATurn, 1 / turns.Ratio(), -0.35, "us|cJSON by hand");
 }
 
 /// What the machine itself gives a second thread: work that shares nothing.
@@ -162,6 +191,7 @@ int main(int argc, char** argv)
     if (!nexwire::NexwireInit(params)) {
         return 1;
     }
+    benchmark::RegisterBenchmark("small call, share of the time by hand", ByTurns)->UseRealTime();
     Register("call/nexwire", Run<&nexwire::CAccessGroupComm::getAccessGroup>);
     Register("call/by hand", Run<&GetAccessGroupByHand>);
     Register("call/machine", Machine);

@@ -259,11 +259,9 @@ private:
             return std::string("call/") + what + "/real_time/threads:" + std::to_string(threads);
         };
         const double own = Best(name("nexwire", 1));
-        const double hand = Best(name("by hand", 1));
-        if (own <= 0 || hand <= 0) {
+        if (own <= 0) {
             return;
         }
-        Add({"small call, share of the time by hand", own, "us", "cJSON by hand", {}, {}}, own / hand, 0.35, true);
         for (const int threads : {2, 4}) {
             const double gain = own / Best(name("nexwire", threads));
             const double possible = Best(name("machine", 1)) / Best(name("machine", threads));
