@@ -53,11 +53,11 @@ try {
     const Wanted::Member members[] = {{"code", kItself}, {"msg", kItself}, {"data", payload}};
     if (auto* const watched = nexwire::core::WatchedAnswers()) {
         watched->envelope = true;
-        watched->data = data ? payload.table : watched->data;
+        watched->data = data ? payload.table() : watched->data;
     }
     ConversionScope scope;
     const char* position = nullptr;
-    auto tape = scope.Parse(body, position, {Wanted::Of::Members, nullptr, members, std::size(members)});
+    auto tape = scope.Parse(body, position, Wanted(members));
     if (!tape) {
         NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;
@@ -136,11 +136,10 @@ try {
     }
     const AnswerBudget budget(json.size());
     const Wanted wanted = WantedBy(out);
-    const Wanted::Member member = {root, wanted};
+    const Wanted::Member member[] = {{root, wanted}};
     ConversionScope scope;
     const char* position = nullptr;
-    auto tape =
-        scope.Parse(json, position, root != nullptr ? Wanted{Wanted::Of::Members, nullptr, &member, 1} : wanted);
+    auto tape = scope.Parse(json, position, root != nullptr ? Wanted(member) : wanted);
     if (!tape) {
         NEXWIRE_LOG_ERROR_OF(caller, "Failed to cJSON_Parse( [%s] ). Error info: [%s].", json.c_str(), position);
         return false;

@@ -196,7 +196,7 @@ void ParseByTable(IJSONStruct& object, const FieldTable& table, const cJSON* nod
 {
     if (node != nullptr) {
         ArenaScope scope;
-        TapeCursor tape = scope.Read(*node, {Wanted::Of::Fields, &table, nullptr, 0});
+        TapeCursor tape = scope.Read(*node, Wanted(Wanted::Of::Fields, &table));
         Read(object, table, tape.Next(), tape, Before::Something);
     }
 }
@@ -523,13 +523,13 @@ const FieldTable* TableOf(const IJSONStruct& structure)
 Wanted WantedBy(const IJSONStruct& structure)
 {
     const FieldTable* const fields = TableOf(structure);
-    return fields != nullptr ? Wanted{Wanted::Of::Fields, fields, nullptr, 0} : kEverything;
+    return fields != nullptr ? Wanted(Wanted::Of::Fields, fields) : kEverything;
 }
 
-void Hand(IJSONStruct& structure, const Wanted& wanted, const TapeEntry& value, TapeCursor& tape)
+void Hand(IJSONStruct& structure, Wanted wanted, const TapeEntry& value, TapeCursor& tape)
 {
-    if (wanted.table != nullptr) {
-        Read(structure, *wanted.table, value, tape, Before::Something);
+    if (wanted.table() != nullptr) {
+        Read(structure, *wanted.table(), value, tape, Before::Something);
     } else {
         structure.Parse(tape.Tree(value));
     }

@@ -24,25 +24,85 @@ Wanted WantedOf(const Field& field)
         if (field.ops->fields == nullptr) {
             return kEverything;
         }
-        return {field.kind == Kind::Struct ? Wanted::Of::Fields : Wanted::Of::Elements, field.ops->fields, nullptr, 0};
+        return Wanted(field.kind == Kind::Struct ? Wanted::Of::Fields : Wanted::Of::Elements, field.ops->fields);
     case Kind::TextList:
     case Kind::IntList:
-        return {Wanted::Of::Elements, nullptr, nullptr, 0};
+        return Wanted(Wanted::Of::Elements);
     default:
         return kItself;
     }
 }
 
 /// What is wanted of each element of an array; false when nothing is.
-bool WantedOfElements(const Wanted& array, Wanted& element)
+bool WantedOfElements(Wanted array, Wanted& element)
 {
-    if (array.of == Wanted::Of::Everything) {
+    if (array.of() == Wanted::Of::Everything) {
         element = array;
         return true;
     }
-    element = array.table != nullptr ? Wanted{Wanted::Of::Fields, array.table, nullptr, 0} : kItself;
-    return array.of == Wanted::Of::Elements;
+    element = array.table() != nullptr ? Wanted(Wanted::Of::Fields, array.table()) : kItself;
+    return array.of() == Wanted::Of::Elements;
 }
+
+/// Tells of the members of one object which are wanted, each once: the first of two equal keys wins.
+class MemberChoice {
+public:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    explicit MemberChoice(Wanted object) : object_(object) {}
+
+    /// The key that comes next, if the server keeps the table's order; without data when nobody can say.
+    std::string_view Likely() const
+    {
+        return object_.of() == Wanted::Of::Fields && expected_ < object_.table()->count
+                   ? object_.table()->fields[expected_].Key()
+                   : std::string_view();
+    }
+
+    /// Which of the wanted members has that key. Quickest when the key is the likely one itself.
+    std::size_t Take(std::string_view key)
+    {
+        const std::size_t index = Find(key);
+        if (index == kNone) {
+            return kNone;
+        }
+        std::uint64_t& taken = taken_[index / 64];
+        const std::uint64_t bit = std::uint64_t{1} << (index % 64);
+        const bool first = (taken & bit) == 0;
+        taken |= bit;
+        return first ? index : kNone;
+    }
+
+    /// What is wanted of that member.
+    Wanted Of(std::size_t index) const
+    {
+        return object_.of() == Wanted::Of::Fields ? WantedOf(object_.table()->fields[index])
+                                                  : object_.begin()[index].wanted;
+    }
+
+private:
+    std::size_t Find(std::string_view key)
+    {
+        if (object_.of() == Wanted::Of::Fields) {
+            const std::size_t index = FindField(*object_.table(), expected_, key);
+            if (index == object_.table()->count) {
+                return kNone;
+            }
+            expected_ = index + 1;
+            return index;
+        }
+        for (std::size_t index = 0; index < object_.size(); ++index) {
+            if (key == object_.begin()[index].key) {
+                return index;
+            }
+        }
+        return kNone;
+    }
+
+    const Wanted object_;
+    std::size_t expected_ = 0;
+    std::uint64_t taken_[2] = {0, 0};
+};
 
 bool IsDigit(char c)
 {
@@ -58,7 +118,7 @@ public:
     }
 
     /// False when the value is not plain, or something is left behind it.
-    bool Read(const Wanted& wanted)
+    bool Read(Wanted wanted)
     {
         SkipSpace();
         if (!Value(wanted, 0, 0)) {
@@ -91,7 +151,7 @@ private:
         return true;
     }
 
-    bool Value(const Wanted& wanted, std::size_t index, std::size_t depth)
+    bool Value(Wanted wanted, std::size_t index, std::size_t depth)
     {
         switch (*position_) {
         case '{':
@@ -152,25 +212,27 @@ private:
         }
     }
 
-    bool Object(const Wanted& wanted, std::size_t index, std::size_t depth)
+    bool Object(Wanted wanted, std::size_t index, std::size_t depth)
     {
         if (depth >= CJSON_NESTING_LIMIT) {
             return false;
         }
-        const bool keyed = wanted.of == Wanted::Of::Everything;
+        const bool keyed = wanted.of() == Wanted::Of::Everything;
         TapeEntry& object = tape_.Add(keyed ? What::KeyedObject : What::Object, index);
         MemberChoice choice(wanted);
         std::size_t count = 0;
         const auto read = [&](std::string_view key) {
-            Wanted member = wanted;
-            std::size_t which = 0;
             if (keyed) {
                 tape_.Add(What::Text, 0).SetText(key);
-            } else if (!choice.Take(key, member, which)) {
+                ++count;
+                return Value(wanted, 0, depth + 1);
+            }
+            const std::size_t which = choice.Take(key);
+            if (which == MemberChoice::kNone) {
                 return Skip(depth + 1);
             }
             ++count;
-            return Value(member, which, depth + 1);
+            return Value(choice.Of(which), which, depth + 1);
         };
         if (!Members([&] { return choice.Likely(); }, read)) {
             return false;
@@ -179,7 +241,7 @@ private:
         return true;
     }
 
-    bool Array(const Wanted& wanted, std::size_t index, std::size_t depth)
+    bool Array(Wanted wanted, std::size_t index, std::size_t depth)
     {
         if (depth >= CJSON_NESTING_LIMIT) {
             return false;
@@ -455,9 +517,9 @@ private:
 };
 
 /// Lays the value of a tree onto a tape.
-void Lay(Tape& tape, const cJSON& node, const Wanted& wanted, std::size_t index)
+void Lay(Tape& tape, const cJSON& node, Wanted wanted, std::size_t index)
 {
-    if (wanted.of == Wanted::Of::Everything) {
+    if (wanted.of() == Wanted::Of::Everything) {
         tape.Add(What::Tree, index).SetTree(&node);
         return;
     }
@@ -478,10 +540,9 @@ void Lay(Tape& tape, const cJSON& node, const Wanted& wanted, std::size_t index)
         TapeEntry& object = tape.Add(What::Object, index);
         MemberChoice choice(wanted);
         for (const cJSON* child = node.child; child != nullptr; child = child->next) {
-            Wanted member = wanted;
-            std::size_t which = 0;
-            if (child->string != nullptr && choice.Take(child->string, member, which)) {
-                Lay(tape, *child, member, which);
+            const std::size_t which = child->string != nullptr ? choice.Take(child->string) : MemberChoice::kNone;
+            if (which != MemberChoice::kNone) {
+                Lay(tape, *child, choice.Of(which), which);
                 ++count;
             }
         }
@@ -512,40 +573,13 @@ void Lay(Tape& tape, const cJSON& node, const Wanted& wanted, std::size_t index)
 
 } // namespace
 
-bool MemberChoice::Take(std::string_view key, Wanted& member, std::size_t& index)
-{
-    if (object_.of == Wanted::Of::Fields) {
-        index = FindField(*object_.table, expected_, key);
-        if (index == object_.table->count) {
-            return false;
-        }
-        expected_ = index + 1;
-        member = WantedOf(object_.table->fields[index]);
-    } else if (object_.of == Wanted::Of::Members) {
-        for (index = 0; index < object_.count && key != object_.members[index].key;) {
-            ++index;
-        }
-        if (index == object_.count) {
-            return false;
-        }
-        member = object_.members[index].wanted;
-    } else {
-        return false;
-    }
-    std::uint64_t& taken = taken_[index / 64];
-    const std::uint64_t bit = std::uint64_t{1} << (index % 64);
-    const bool first = (taken & bit) == 0;
-    taken |= bit;
-    return first;
-}
-
-const TapeEntry* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted)
+const TapeEntry* ReadPlainJson(Arena& arena, const std::string& text, Wanted wanted)
 {
     Reader reader(arena, text);
     return reader.Read(wanted) ? reader.First() : nullptr;
 }
 
-const TapeEntry* ReadTree(Arena& arena, const cJSON& root, const Wanted& wanted)
+const TapeEntry* ReadTree(Arena& arena, const cJSON& root, Wanted wanted)
 {
     Tape tape(arena);
     Lay(tape, root, wanted, 0);

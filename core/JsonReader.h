@@ -12,9 +12,10 @@
 
 namespace nexwire::core {
 
-/// What of a JSON value somebody will read; the rest is only judged.
-struct Wanted {
-    enum class Of {
+/// What of a JSON value somebody will read; the rest is only judged. Small enough to be handed on in registers.
+class Wanted {
+public:
+    enum class Of : std::uint32_t {
         Everything,
         Itself,   ///< The value, but nothing inside it.
         Fields,   ///< Members with a key in the table.
@@ -23,43 +24,34 @@ struct Wanted {
     };
     struct Member;
 
-    // Trivial, so that a place for each level of nesting costs nothing.
-    Of of;
-    const FieldTable* table;
-    const Member* members;
-    std::size_t count;
+    constexpr explicit Wanted(Of of, const FieldTable* table = nullptr) : of_(of), table_(table) {}
+    template <std::uint32_t count>
+    constexpr explicit Wanted(const Member (&members)[count]) : of_(Of::Members), count_(count), members_(members)
+    {
+    }
+
+    constexpr Of of() const { return of_; }
+    /// Of Fields and Elements; null for what has none.
+    constexpr const FieldTable* table() const { return of_ == Of::Members ? nullptr : table_; }
+    constexpr const Member* begin() const { return members_; }
+    constexpr std::uint32_t size() const { return count_; }
+
+private:
+    Of of_;
+    std::uint32_t count_ = 0;
+    union {
+        const FieldTable* table_;
+        const Member* members_;
+    };
 };
 
-constexpr Wanted kEverything = {Wanted::Of::Everything, nullptr, nullptr, 0};
+constexpr Wanted kEverything{Wanted::Of::Everything};
 /// Nothing inside the value.
-constexpr Wanted kItself = {Wanted::Of::Itself, nullptr, nullptr, 0};
+constexpr Wanted kItself{Wanted::Of::Itself};
 
 struct Wanted::Member {
     const char* key;
     Wanted wanted;
-};
-
-/// Tells of the members of one object which are wanted, each once: the first of two equal keys wins.
-class MemberChoice {
-public:
-    explicit MemberChoice(const Wanted& object) : object_(object) {}
-
-    /// The key that comes next, if the server keeps the table's order; without data when nobody can say.
-    std::string_view Likely() const
-    {
-        return object_.of == Wanted::Of::Fields && expected_ < object_.table->count
-                   ? object_.table->fields[expected_].Key()
-                   : std::string_view();
-    }
-
-    /// Whether the member with that key is wanted; if so, what of it, and which one it is. Quickest when the key is the
-    /// likely one itself.
-    bool Take(std::string_view key, Wanted& member, std::size_t& index);
-
-private:
-    const Wanted& object_;
-    std::size_t expected_ = 0;
-    std::uint64_t taken_[2] = {0, 0};
 };
 
 /// Reads text into a tape that lives in the arena: what is wanted of it, with the texts and numbers that cJSON's parser
@@ -67,10 +59,10 @@ private:
 ///
 /// Null for whatever is not plain JSON to the letter: cJSON's parser, which is more lenient, has the last word on that.
 /// @throws std::bad_alloc, AnswerTooCostly
-const TapeEntry* ReadPlainJson(Arena& arena, const std::string& text, const Wanted& wanted = kEverything);
+const TapeEntry* ReadPlainJson(Arena& arena, const std::string& text, Wanted wanted = kEverything);
 
 /// The same of a tree.
 /// @throws std::bad_alloc, AnswerTooCostly
-const TapeEntry* ReadTree(Arena& arena, const cJSON& root, const Wanted& wanted);
+const TapeEntry* ReadTree(Arena& arena, const cJSON& root, Wanted wanted);
 
 } // namespace nexwire::core

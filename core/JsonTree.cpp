@@ -106,8 +106,7 @@ ConversionScope::~ConversionScope()
     adopted_.clear();
 }
 
-std::optional<TapeCursor> ConversionScope::Parse(const std::string& text, const char*& errorPosition,
-                                                 const Wanted& wanted)
+std::optional<TapeCursor> ConversionScope::Parse(const std::string& text, const char*& errorPosition, Wanted wanted)
 {
     const Arena::Mark before = arena_.Position();
     if (const TapeEntry* const root = ReadPlainJson(arena_, text, wanted)) {

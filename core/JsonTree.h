@@ -48,7 +48,7 @@ public:
 
     /// Reads what is wanted of a tree. The tape lives until the scope ends.
     /// @throws std::bad_alloc, AnswerTooCostly
-    TapeCursor Read(const cJSON& root, const Wanted& wanted) { return {arena_, ReadTree(arena_, root, wanted)}; }
+    TapeCursor Read(const cJSON& root, Wanted wanted) { return {arena_, ReadTree(arena_, root, wanted)}; }
 
 protected:
     Arena& arena_;
@@ -68,8 +68,7 @@ public:
     /// text and lives until the scope ends or parses again. None on failure; `errorPosition` then points into the text,
     /// at what could not be read. cJSON's own error position is shared by all threads and never read.
     /// @throws std::bad_alloc, AnswerTooCostly
-    std::optional<TapeCursor> Parse(const std::string& text, const char*& errorPosition,
-                                    const Wanted& wanted = kEverything);
+    std::optional<TapeCursor> Parse(const std::string& text, const char*& errorPosition, Wanted wanted = kEverything);
 
     /// The tree of a structure, whose `TableOf` is `table`, under the key `root` if there is one. It refers to the
     /// structure's texts and lives until the scope ends. Null when a structure of the host's own makes none.
@@ -92,7 +91,7 @@ const FieldTable* TableOf(const protocol::IJSONStruct& structure);
 Wanted WantedBy(const protocol::IJSONStruct& structure);
 
 /// Has a structure read the value `value` of a tape, from which `wanted`, which is what it reads, was taken.
-void Hand(protocol::IJSONStruct& structure, const Wanted& wanted, const TapeEntry& value, TapeCursor& tape);
+void Hand(protocol::IJSONStruct& structure, Wanted wanted, const TapeEntry& value, TapeCursor& tape);
 
 /// The indented form with tabs and newlines; empty when memory ran out.
 std::string PrintFormatted(const cJSON* root);
