@@ -29,7 +29,7 @@ AnswerBudget::AnswerBudget(std::size_t textBytes) : outermost_(!t_counting)
         t_counting = true;
     }
     try {
-        // The text, its copy that is unescaped in place, and the texts of the members.
+        // The text, what is unescaped of it, and the texts of the members.
         ChargeAnswer(std::uint64_t{textBytes} * 3);
     } catch (...) {
         t_counting = !outermost_;

@@ -12,7 +12,7 @@ public:
     const char* what() const noexcept override { return "the answer takes too much memory"; }
 };
 
-/// Lasts while one text is read, and counts what its tree and its structures take. Inside another one it counts
+/// Lasts while one text is read, and counts what its tape and its structures take. Inside another one it counts
 /// towards that.
 class AnswerBudget {
 public:
