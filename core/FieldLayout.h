@@ -148,7 +148,7 @@ template <class T>
 constexpr const StructOps& OpsOf()
 {
     if constexpr (kHasTable<T>) {
-        return T::kFields.ops;
+        return T::Table::kFields.ops;
     } else {
         return kTableless<T>;
     }
@@ -158,7 +158,7 @@ template <class T>
 constexpr const FieldTable* FieldsOf()
 {
     if constexpr (kHasTable<T>) {
-        return &T::kFields;
+        return &T::Table::kFields;
     } else {
         return nullptr;
     }
@@ -181,7 +181,7 @@ const char* RootNameOf()
     if constexpr (!std::is_base_of<protocol::IInboundData, T>::value) {
         return nullptr;
     } else if constexpr (kHasTable<T>) {
-        return T::kFields.rootName;
+        return T::Table::kFields.rootName;
     } else {
         return T().RootName();
     }

@@ -139,12 +139,13 @@ constexpr bool CoversAllMembers(const Field* fields, std::size_t count)
 #define NEXWIRE_TABLE(T, root, list, count)                                                                            \
     static_assert(::nexwire::core::IsRoot(root) == std::is_base_of<::protocol::IInboundData, T>::value,                \
                   "what is sent has a key that it is sent under, and nothing else has one: " #T);                      \
-    const ::nexwire::core::FieldTable T::kFields = {#T, root, list, count, ::nexwire::core::MakeOps<T>(&T::kFields)};  \
+    const ::nexwire::core::FieldTable T::Table::kFields = {#T, root, list, count,                                      \
+                                                           ::nexwire::core::MakeOps<T>(&T::Table::kFields)};           \
     extern const ::nexwire::core::FieldTable* const k##T##Table;                                                       \
-    const ::nexwire::core::FieldTable* const k##T##Table = &T::kFields;                                                \
+    const ::nexwire::core::FieldTable* const k##T##Table = &T::Table::kFields;                                         \
     const ::nexwire::core::FieldTable& T::Fields() const                                                               \
     {                                                                                                                  \
-        return kFields;                                                                                                \
+        return Table::kFields;                                                                                         \
     }
 
 /// Table of a structure that is sent, with the key it is sent under.

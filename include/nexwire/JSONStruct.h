@@ -135,7 +135,10 @@ protected:
 #define NEXWIRE_HIDDEN
 #endif
 
-/// Last line of every structure; its table stands in the module's .cpp.
+/// Last line of every structure; its table stands in the module's .cpp. The table is the library's own: a class inside
+/// the structure is not exported with it.
 #define NEXWIRE_JSON                                                                                                   \
-    NEXWIRE_HIDDEN static const ::nexwire::core::FieldTable kFields;                                                   \
+    struct NEXWIRE_HIDDEN Table {                                                                                      \
+        static const ::nexwire::core::FieldTable kFields;                                                              \
+    };                                                                                                                 \
     const ::nexwire::core::FieldTable& Fields() const override;

@@ -34,7 +34,7 @@ std::string Printed(const T& structure)
 
 TEST(FieldTable, MissedRepeatedAndReorderedMembersAreRefused)
 {
-    const auto& table = sample::All::kFields;
+    const auto& table = sample::All::Table::kFields;
     std::vector<Field> fields(table.begin(), table.end());
     const auto covers = [&] { return CoversAllMembers<sample::All>(fields.data(), fields.size()); };
     ASSERT_TRUE(covers());

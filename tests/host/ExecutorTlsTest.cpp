@@ -19,6 +19,11 @@ TEST(ExecutorTls, CertificatesAreJudged)
     TlsServer ofItself(files.ofItself, files.serverKey, false);
     TlsServer starred(files.starred, files.serverKey, false);
     TlsServer old(files.server, files.serverKey, false, true);
+#ifdef _WIN32 // Wine's TLS ends the handshake by itself; Windows leaves such a key to the executor.
+    const char* const otherKey = "127.0.0.1:";
+#else
+    const char* const otherKey = "made for another purpose than serving";
+#endif
     struct Row {
         const char* what;
         std::string base;
@@ -34,10 +39,7 @@ TEST(ExecutorTls, CertificatesAreJudged)
         {"expired", expired.Base(), files.authority, true, "has expired"},
         {"not valid yet", early.Base(), files.authority, true, "is not valid yet"},
         {"for clients", forClients.Base(), files.authority, true, "made for another purpose than serving"},
-#ifndef _WIN32 // Wine's TLS ends the handshake by itself.
-        {"with a key for something else", forLists.Base(), files.authority, true,
-         "made for another purpose than serving"},
-#endif
+        {"with a key for something else", forLists.Base(), files.authority, true, otherKey},
         {"signed by itself", ofItself.Base(), files.authority, true, "not trusted"},
         {"signed by itself and trusted", ofItself.Base(), files.ofItself, true, ""},
         {"a star for parts of an address", starred.Base(), files.starred, true, "does not fit"},

@@ -8,6 +8,7 @@
 #include <boost/asio/ssl.hpp>
 #include <boost/asio/write.hpp>
 
+#include <openssl/ecdsa.h>
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/pkcs12.h>
@@ -51,6 +52,19 @@ void Extend(X509* certificate, X509* issuer, int id, const std::string& value)
     X509_EXTENSION_free(extension);
 }
 
+// Whether neither number of a signature begins with a zero byte: one in a hundred does, and Wine 8 refuses it.
+bool HasLongNumbers(const X509& certificate)
+{
+    const ASN1_BIT_STRING* bits = nullptr;
+    X509_get0_signature(&bits, nullptr, &certificate);
+    const unsigned char* at = bits->data;
+    const std::unique_ptr<ECDSA_SIG, decltype(&ECDSA_SIG_free)> signature(d2i_ECDSA_SIG(nullptr, &at, bits->length),
+                                                                          &ECDSA_SIG_free);
+    Need(signature != nullptr, "numbers of a signature");
+    return BN_num_bytes(ECDSA_SIG_get0_r(signature.get())) == 32 &&
+           BN_num_bytes(ECDSA_SIG_get0_s(signature.get())) == 32;
+}
+
 // Without an issuer it signs itself and is an authority.
 Certificate MakeCertificate(const std::string& name, const std::string& subject, EVP_PKEY* key, X509* issuer,
                             EVP_PKEY* issuerKey, long startsInHours = -1, const char* purpose = nullptr,
@@ -77,7 +91,9 @@ Certificate MakeCertificate(const std::string& name, const std::string& subject,
     if (keyUsage != nullptr) {
         Extend(made.get(), signer, NID_key_usage, keyUsage);
     }
-    Need(X509_sign(made.get(), issuerKey, EVP_sha256()) > 0, "signature");
+    do {
+        Need(X509_sign(made.get(), issuerKey, EVP_sha256()) > 0, "signature");
+    } while (!HasLongNumbers(*made));
     return made;
 }
 
