@@ -29,6 +29,12 @@ if(NOT MSVC)
     add_compile_options(-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 
+# What runs for a moment, or waits most of the time, is long to optimise: little is done about it, or nothing.
+if(NOT MSVC)
+    set(NEXWIRE_LITTLE "$<$<CONFIG:Release>:-O1>")
+    set(NEXWIRE_NOTHING "$<$<CONFIG:Release>:-O0>")
+endif()
+
 # For sources that are many or seldom run: small instead of fast. Sections of their own let the linker drop what nobody
 # calls. Constructors and destructors for classes that derive are left out only where they are functions of their own.
 if(NOT MSVC)
@@ -68,12 +74,33 @@ function(nexwire_target target)
     endif()
 endfunction()
 
+# Headers that most sources of a target include, read once. Only what is of others stands here: it never changes, and a
+# source includes all the same what it uses. Targets can share one reading where all their options are the same.
+set(NEXWIRE_STANDARD_HEADERS
+    <algorithm> <array> <atomic> <charconv> <chrono> <cstddef> <cstdint> <cstdio> <cstring> <functional> <map> <memory>
+    <mutex> <optional> <set> <stdexcept> <string> <string_view> <utility> <vector>)
+function(nexwire_precompile target)
+    if(NOT NEXWIRE_PCH)
+        return()
+    endif()
+    if(ARGV1 STREQUAL "LIKE")
+        target_precompile_headers(${target} REUSE_FROM ${ARGV2})
+    else()
+        target_precompile_headers(${target} PRIVATE ${NEXWIRE_STANDARD_HEADERS} ${ARGN})
+    endif()
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT MSVC)
+        # Else no two are the same, and compiler caches find nothing.
+        target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    endif()
+endfunction()
+
 # One test executable per room: nexwire_test(<name> SOURCES ... LIBS ...). Each gtest case is a ctest entry.
 function(nexwire_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     nexwire_target(${name})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+    nexwire_precompile(${name} LIKE nexwire_test_headers)
     # Wine takes a second to start, so there a program is one entry, without what tests/wine.txt takes out.
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${name} COMMAND ${name} "--gtest_filter=-${NEXWIRE_NOT_UNDER_WINE}")

@@ -27,6 +27,8 @@ declare -rA PACKAGES=(
 JOBS=${NEXWIRE_JOBS:-$(nproc)}
 readonly JOBS
 export CMAKE_BUILD_PARALLEL_LEVEL=$JOBS CTEST_PARALLEL_LEVEL=$JOBS
+# Without it ccache keeps nothing that is built with precompiled headers.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:+$CCACHE_SLOPPINESS,}pch_defines,time_macros
 
 die()
 {
