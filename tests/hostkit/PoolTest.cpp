@@ -51,24 +51,32 @@ TEST(Pools, AFullQueueRefusesOrWaits)
         options.queue = 2;
         options.waitWhenFull = wait;
         Pool pool(options);
-        auto running = pool.Submit(UntilCancelled);
-        while (pool.Pending() != 1) {
+        std::atomic<bool> begun{false};
+        auto running = pool.Submit([&] {
+            begun = true;
+            UntilCancelled();
+        });
+        while (!begun) {
             std::this_thread::sleep_for(1ms);
         }
-        std::this_thread::sleep_for(5ms); // Until it is taken off the queue.
+        EXPECT_EQ(pool.Pending(), 1u);
         auto second = pool.Submit([] { return 2; });
         auto third = pool.Submit([] { return 3; });
-        std::thread ending([&] {
-            std::this_thread::sleep_for(20ms);
-            running.token.Cancel();
-        });
+        std::thread ending;
+        if (wait) {
+            ending = std::thread([&] {
+                std::this_thread::sleep_for(20ms);
+                running.token.Cancel();
+            });
+        }
         auto fourth = pool.Submit([] { return 4; });
         if (wait) {
             EXPECT_EQ(fourth.future.get(), 4);
+            ending.join();
         } else {
             EXPECT_THROW(fourth.future.get(), PoolRefused);
+            running.token.Cancel();
         }
-        ending.join();
         EXPECT_EQ(second.future.get() + third.future.get(), 5);
         third = pool.Submit([] { return 0; });
         third.future.get();
