@@ -192,6 +192,16 @@ TEST(Structure, KeysMatchExactlyAndTheFirstOfTwoWinsInAnyOrder)
     EXPECT_EQ(part.PresentKeys(), (std::unordered_set<std::string>{"id", "number"}));
 }
 
+TEST(Structure, ANulEndsATextAndAKeyThatIsRead)
+{
+    sample::All read;
+    ASSERT_TRUE(protocol::TParseJSONStrWithoutRoot(
+        read, R"({"text":"a\u0000b","texts":["\u0000","c\u0000"],"number\u0000s":5,"numb\u0000er":6})"));
+    EXPECT_EQ(read.text, "a");
+    EXPECT_EQ(read.texts, (std::vector<std::string>{"", "c"}));
+    EXPECT_EQ(read.number, 5);
+}
+
 TEST(Structure, ElementsOfTheWrongTypeBecomeDefaults)
 {
     sample::All all;
