@@ -50,7 +50,7 @@ public:
     /// What was sent to a device, person by person.
     static bool queryDeviceDownloadDetails(protocol::DeviceDownloadDetailsResponseData& result,
                                            const protocol::DeviceDownloadDetailsCont& condition);
-    /// How each person's credentials fared.
+    /// What became of each person's credentials.
     static bool queryDownloadPersonStateDetails(protocol::PersonStateDetailResponseData& result,
                                                 const protocol::DeviceDownloadDetailsCont& condition);
 
