@@ -194,7 +194,7 @@ struct NEXWIRE_API DeviceDownloadDetailsResponseData : IReturnData {
     NEXWIRE_JSON
 };
 
-/// How one person's credentials fared on a device. States are server vocabulary, carried as they are.
+/// What became of one person's credentials on a device. States are server vocabulary, carried as they are.
 struct NEXWIRE_API PersonStateDetail : IReturnData {
     std::string personGuid;
     std::string personNo;
