@@ -85,6 +85,8 @@ function(nexwire_precompile target)
     endif()
     if(ARGV1 STREQUAL "LIKE")
         target_precompile_headers(${target} REUSE_FROM ${ARGV2})
+        # Where a package brings a macro of its own, they are read as they stand.
+        set_target_properties(${target} PROPERTIES PCH_WARN_INVALID OFF)
     else()
         target_precompile_headers(${target} PRIVATE ${NEXWIRE_STANDARD_HEADERS} ${ARGN})
     endif()
