@@ -400,7 +400,7 @@ private:
         return *position_ == '\\' && Unescape(start, text);
     }
 
-    /// The text that begins there and has its first escape at the position. Without escapes it is never longer.
+    /// The text that begins there and has its first escape at the position. Unescaped it is never longer.
     bool Unescape(const char* start, std::string_view& text)
     {
         const char* last = position_;

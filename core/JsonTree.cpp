@@ -88,12 +88,11 @@ ArenaScope::~ArenaScope()
 {
     arena_.GoBack(mark_);
     if (--t_depth == 0) {
-        t_hookArena = nullptr;
         arena_.Trim(g_keepBytes);
     }
 }
 
-ConversionScope::ConversionScope()
+ConversionScope::ConversionScope() : outerHookArena_(t_hookArena)
 {
     if (g_hooksInstalled) {
         t_hookArena = &arena_;
@@ -104,6 +103,7 @@ ConversionScope::~ConversionScope()
 {
     lenient_.Reset();
     adopted_.clear();
+    t_hookArena = outerHookArena_;
 }
 
 std::optional<TapeCursor> ConversionScope::Parse(const std::string& text, const char*& errorPosition, Wanted wanted)

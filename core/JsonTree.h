@@ -80,7 +80,8 @@ public:
     JsonTree& Adopt() { return adopted_.emplace_front(); }
 
 private:
-    JsonTree lenient_; ///< What only cJSON's parser could read.
+    Arena* const outerHookArena_; ///< Where cJSON's allocations went before.
+    JsonTree lenient_;            ///< What only cJSON's parser could read.
     std::forward_list<JsonTree> adopted_;
 };
 
