@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -26,6 +27,14 @@ bool EndsAreTakenOnTrust()
 
 constexpr std::size_t kLeastPiece = 64U * 1024U; // libcurl's own.
 constexpr std::size_t kMostPiece = 1024U * 1024U;
+
+// The longest wait for a socket, milliseconds. Winsock tells once that a socket can be written to, and libcurl can miss it
+// between two waits; it looks again after this.
+#ifdef _WIN32
+constexpr int kLongestWait = 50;
+#else
+constexpr int kLongestWait = std::numeric_limits<int>::max();
+#endif
 
 // libcurl says the same for a line that is too long and for memory that has run out.
 bool MemoryIsThere()
@@ -185,7 +194,7 @@ CURLcode Connection::Transfer(const std::function<int()>& wait, bool& ended)
             return CURLE_ABORTED_BY_CALLBACK;
         }
         // Not longer than libcurl's own timers allow.
-        code = curl_multi_poll(multi_, nullptr, 0, most, nullptr);
+        code = curl_multi_poll(multi_, nullptr, 0, std::min(most, kLongestWait), nullptr);
     }
     if (code != CURLM_OK) {
         return CURLE_FAILED_INIT;
