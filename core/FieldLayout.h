@@ -219,11 +219,25 @@ inline void Destroy(const StructOps& ops, void* object)
     }
 }
 
-/// A new object of a structure whose type is not named.
+/// A new object of a structure whose type is not named. Small ones lie in it.
 class AnyObject {
 public:
-    explicit AnyObject(const StructOps& ops) : ops_(ops), object_(Create(ops)) {}
-    ~AnyObject() { Destroy(ops_, object_); }
+    explicit AnyObject(const StructOps& ops) : ops_(ops), object_(ops.size <= sizeof(room_) ? room_ : Create(ops))
+    {
+        if (object_ == room_) {
+            ops.Construct(room_);
+        }
+    }
+    ~AnyObject()
+    {
+        if (object_ != room_) {
+            Destroy(ops_, object_);
+        } else if (ops_.inbound) {
+            static_cast<protocol::IInboundData&>(**this).~IInboundData();
+        } else {
+            static_cast<protocol::IReturnData&>(**this).~IReturnData();
+        }
+    }
     AnyObject(const AnyObject&) = delete;
     AnyObject& operator=(const AnyObject&) = delete;
 
@@ -231,7 +245,8 @@ public:
 
 private:
     const StructOps& ops_;
-    void* object_;
+    void* const object_;
+    alignas(std::max_align_t) char room_[512]; // NOLINT(cppcoreguidelines-pro-type-member-init)
 };
 
 /// Keeps a value of an answer until the exchange is known to be good, for a structure that only its own `Parse` can

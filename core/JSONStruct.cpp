@@ -124,7 +124,13 @@ void ReadField(void* base, const Field& field, const TapeEntry& value, TapeCurso
     switch (field.kind) {
     case Kind::Text: {
         const std::string_view text = value.text();
-        At<std::string>(base, field).assign(text.data(), text.size());
+        auto& member = At<std::string>(base, field);
+        if (text.size() <= member.capacity()) {
+            member.assign(text.data(), text.size());
+        } else {
+            // Growing would keep what is overwritten.
+            member = std::string(text);
+        }
         break;
     }
     case Kind::Int:
@@ -511,13 +517,8 @@ bool HeldValue::HandTo(IJSONStruct& structure) const
 
 const FieldTable* TableOf(const IJSONStruct& structure)
 {
-    const FieldTable* fields = nullptr;
-    if (const auto* const result = dynamic_cast<const protocol::IReturnData*>(&structure)) {
-        fields = &result->Fields();
-    } else if (const auto* const request = dynamic_cast<const protocol::IInboundData*>(&structure)) {
-        fields = &request->Fields();
-    }
-    return fields != nullptr && IsOfTable(structure, *fields) ? fields : nullptr;
+    const FieldTable& fields = structure.Fields();
+    return IsOfTable(structure, fields) ? &fields : nullptr;
 }
 
 Wanted WantedBy(const IJSONStruct& structure)
@@ -555,6 +556,11 @@ IJSONStruct& IJSONStruct::operator=(const IJSONStruct& other)
         present_[1] = other.present_[1];
     }
     return *this;
+}
+
+const core::FieldTable& IJSONStruct::Fields() const
+{
+    return core::kNoFields;
 }
 
 void IJSONStruct::NotePresent(std::string_view key)
@@ -652,7 +658,7 @@ cJSON* IReturnData::ToJson() const
 
 const core::FieldTable& IReturnData::Fields() const
 {
-    return core::kNoFields;
+    return IJSONStruct::Fields();
 }
 
 std::unordered_set<std::string> IReturnData::PresentKeys() const

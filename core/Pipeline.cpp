@@ -76,14 +76,16 @@ std::string_view Path::View(const Piece& piece)
 
 std::string Path::Text() const
 {
+    std::string_view pieces[kMaxPieces];
     std::size_t length = 0;
     for (std::size_t i = 0; i < count_; ++i) {
-        length += View(pieces_[i]).size();
+        pieces[i] = View(pieces_[i]);
+        length += pieces[i].size();
     }
     std::string text;
     text.reserve(length);
     for (std::size_t i = 0; i < count_; ++i) {
-        text.append(View(pieces_[i]));
+        text.append(pieces[i]);
     }
     return text;
 }

@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace nexwire::core {
 
@@ -45,6 +48,19 @@ inline std::uint64_t EscapesIn(std::uint64_t word)
 /// The first of those characters; one stands at `end` at the latest.
 inline const char* EndOfPlainText(const char* text, const char* end)
 {
+#if defined(__SSE2__)
+    constexpr std::ptrdiff_t kBlock = sizeof(__m128i);
+    for (; end - text >= kBlock; text += kBlock) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+        const __m128i quotes = _mm_cmpeq_epi8(block, _mm_set1_epi8('"'));
+        const __m128i backslashes = _mm_cmpeq_epi8(block, _mm_set1_epi8('\\'));
+        const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x1F)), block);
+        const int found = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(quotes, backslashes), controls));
+        if (found != 0) {
+            return text + __builtin_ctz(static_cast<unsigned>(found));
+        }
+    }
+#endif
     while (static_cast<std::size_t>(end - text) >= kWordBytes) {
         std::uint64_t word = 0;
         std::memcpy(&word, text, kWordBytes);
