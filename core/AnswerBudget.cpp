@@ -17,40 +17,44 @@ constexpr std::uint64_t kDefaultLimit = sizeof(void*) >= 8 ? std::uint64_t{2} <<
 
 std::atomic<std::uint64_t> g_limit{kDefaultLimit};
 
-thread_local bool t_counting = false;
-thread_local std::uint64_t t_left = 0;
+struct Counter {
+    bool counting = false;
+    std::uint64_t left = 0; ///< Bytes.
+};
+
+thread_local Counter t_counter;
 
 } // namespace
 
-AnswerBudget::AnswerBudget(std::size_t textBytes) : outermost_(!t_counting)
+AnswerBudget::AnswerBudget(std::size_t textBytes) : outermost_(!t_counter.counting)
 {
     if (outermost_) {
-        t_left = g_limit;
-        t_counting = true;
+        t_counter = {true, g_limit};
     }
     try {
         // The text, what is unescaped of it, and the texts of the members.
         ChargeAnswer(std::uint64_t{textBytes} * 3);
     } catch (...) {
-        t_counting = !outermost_;
+        t_counter.counting = !outermost_;
         throw;
     }
 }
 
 AnswerBudget::~AnswerBudget()
 {
-    t_counting = !outermost_;
+    t_counter.counting = !outermost_;
 }
 
 void ChargeAnswer(std::uint64_t bytes)
 {
-    if (!t_counting) {
+    Counter& counter = t_counter;
+    if (!counter.counting) {
         return;
     }
-    if (bytes > t_left) {
+    if (bytes > counter.left) {
         throw AnswerTooCostly();
     }
-    t_left -= bytes;
+    counter.left -= bytes;
 }
 
 bool ReportTooCostly(std::size_t textBytes) noexcept

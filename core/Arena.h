@@ -46,6 +46,8 @@ public:
     void Trim(std::size_t keepBytes);
     bool Owns(const void* memory) const;
 
+    std::size_t scopes = 0; ///< How many begun ones have not ended.
+
 private:
     struct Free {
         void operator()(char* memory) const { std::free(memory); }

@@ -289,15 +289,12 @@ inline bool IsSameKey(std::string_view key, const char* other)
 }
 
 /// Index of the field with that key, looked for from `expected` on, as answers mostly come in the table's order; the
-/// table's count when there is none. Quickest when `key` is the table's own.
+/// table's count when there is none.
 inline std::size_t FindField(const FieldTable& table, std::size_t expected, std::string_view key)
 {
     const auto is = [&](std::size_t i) {
         return key.size() == table.fields[i].keySize && IsSameKey(key, table.fields[i].key);
     };
-    if (expected < table.count && table.fields[expected].key == key.data()) {
-        return expected;
-    }
     for (std::size_t i = expected; i < table.count; ++i) {
         if (is(i)) {
             return i;

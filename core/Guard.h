@@ -18,4 +18,18 @@ bool Guard(const Step& step) noexcept
 /// @throws std::bad_alloc
 void PrepareThread();
 
+/// The thread's own object of that type, found in one step once it is there. For use in one source file.
+/// @throws std::bad_alloc
+template <class Object>
+Object& OfThread()
+{
+    static thread_local Object* known = nullptr;
+    if (known == nullptr) {
+        PrepareThread();
+        static thread_local Object object;
+        known = &object;
+    }
+    return *known;
+}
+
 } // namespace nexwire::core

@@ -119,20 +119,22 @@ void ReadList(List& list, const TapeEntry& array, std::size_t elementBytes, Tape
     }
 }
 
+void ReadText(std::string& member, std::string_view text)
+{
+    if (text.size() <= member.capacity()) {
+        member.assign(text.data(), text.size());
+    } else {
+        // Growing would keep what is overwritten.
+        member = std::string(text);
+    }
+}
+
 void ReadField(void* base, const Field& field, const TapeEntry& value, TapeCursor& tape, Before before)
 {
     switch (field.kind) {
-    case Kind::Text: {
-        const std::string_view text = value.text();
-        auto& member = At<std::string>(base, field);
-        if (text.size() <= member.capacity()) {
-            member.assign(text.data(), text.size());
-        } else {
-            // Growing would keep what is overwritten.
-            member = std::string(text);
-        }
+    case Kind::Text:
+        ReadText(At<std::string>(base, field), value.text());
         break;
-    }
     case Kind::Int:
         if (value.what() == What::Number) {
             At<std::int32_t>(base, field) = value.integer();
@@ -194,7 +196,12 @@ void Read(IJSONStruct& object, const FieldTable& table, const TapeEntry& value, 
     for (std::size_t i = 0; i < value.size(); ++i) {
         const TapeEntry& member = tape.Next();
         StructAccess::Set(object, member.index());
-        ReadField(&object, table.fields[member.index()], member, tape, before);
+        const Field& field = table.fields[member.index()];
+        if (field.kind == Kind::Text) {
+            ReadText(At<std::string>(&object, field), member.text());
+        } else {
+            ReadField(&object, field, member, tape, before);
+        }
     }
 }
 

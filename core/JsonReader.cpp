@@ -54,18 +54,23 @@ public:
     /// The key that comes next, if the server keeps the table's order; without data when nobody can say.
     std::string_view Likely() const
     {
-        return object_.of() == Wanted::Of::Fields && expected_ < object_.table()->count
-                   ? object_.table()->fields[expected_].Key()
-                   : std::string_view();
+        if (object_.of() == Wanted::Of::Fields) {
+            return expected_ < object_.table()->count ? object_.table()->fields[expected_].Key() : std::string_view();
+        }
+        return expected_ < object_.size() ? object_.begin()[expected_].key : std::string_view();
     }
 
-    /// Which of the wanted members has that key. Quickest when the key is the likely one itself.
-    std::size_t Take(std::string_view key)
+    /// Which of the wanted members has that key; `likely` tells that it is the likely one.
+    std::size_t Take(std::string_view key, bool likely)
     {
-        const std::size_t index = Find(key);
-        if (index == kNone) {
-            return kNone;
+        std::size_t index = expected_;
+        if (!likely) {
+            index = Find(object_, expected_, key);
+            if (index == kNone) {
+                return kNone;
+            }
         }
+        expected_ = index + 1;
         std::uint64_t& taken = taken_[index / 64];
         const std::uint64_t bit = std::uint64_t{1} << (index % 64);
         const bool first = (taken & bit) == 0;
@@ -81,18 +86,15 @@ public:
     }
 
 private:
-    std::size_t Find(std::string_view key)
+    /// A call, and by value, so that all the rest stays in registers.
+    [[gnu::noinline]] static std::size_t Find(Wanted object, std::size_t expected, std::string_view key)
     {
-        if (object_.of() == Wanted::Of::Fields) {
-            const std::size_t index = FindField(*object_.table(), expected_, key);
-            if (index == object_.table()->count) {
-                return kNone;
-            }
-            expected_ = index + 1;
-            return index;
+        if (object.of() == Wanted::Of::Fields) {
+            const std::size_t index = FindField(*object.table(), expected, key);
+            return index == object.table()->count ? kNone : index;
         }
-        for (std::size_t index = 0; index < object_.size(); ++index) {
-            if (key == object_.begin()[index].key) {
+        for (std::size_t index = 0; index < object.size(); ++index) {
+            if (key == object.begin()[index].key) {
                 return index;
             }
         }
@@ -142,30 +144,43 @@ private:
     /// Whether that character comes next, behind space; if so, the position is behind it and the space that follows.
     bool Take(char expected)
     {
-        SkipSpace();
         if (*position_ != expected) {
-            return false;
+            SkipSpace();
+            if (*position_ != expected) {
+                return false;
+            }
         }
         ++position_;
         SkipSpace();
         return true;
     }
 
+    /// Texts, which most values are, without a call.
     bool Value(Wanted wanted, std::size_t index, std::size_t depth)
+    {
+        if (*position_ != '"') {
+            return ValueButText(wanted, index, depth);
+        }
+        return TextValue(index);
+    }
+
+    bool TextValue(std::size_t index)
+    {
+        std::string_view text;
+        if (!Text(text)) {
+            return false;
+        }
+        tape_.Add(What::Text, index).SetText(text);
+        return true;
+    }
+
+    bool ValueButText(Wanted wanted, std::size_t index, std::size_t depth)
     {
         switch (*position_) {
         case '{':
             return Object(wanted, index, depth);
         case '[':
             return Array(wanted, index, depth);
-        case '"': {
-            std::string_view text;
-            if (!Text(text)) {
-                return false;
-            }
-            tape_.Add(What::Text, index).SetText(text);
-            return true;
-        }
         case 't':
             return Word("true", What::True, index);
         case 'f':
@@ -189,7 +204,7 @@ private:
         switch (*position_) {
         case '{':
             return depth < CJSON_NESTING_LIMIT &&
-                   Members([] { return std::string_view(); }, [&](std::string_view) { return Skip(depth + 1); });
+                   Members([] { return std::string_view(); }, [&](std::string_view, bool) { return Skip(depth + 1); });
         case '[':
             return depth < CJSON_NESTING_LIMIT && Elements([&] { return Skip(depth + 1); });
         case '"': {
@@ -221,18 +236,18 @@ private:
         TapeEntry& object = tape_.Add(keyed ? What::KeyedObject : What::Object, index);
         MemberChoice choice(wanted);
         std::size_t count = 0;
-        const auto read = [&](std::string_view key) {
+        const auto read = [&](std::string_view key, bool likely) {
             if (keyed) {
                 tape_.Add(What::Text, 0).SetText(key);
                 ++count;
                 return Value(wanted, 0, depth + 1);
             }
-            const std::size_t which = choice.Take(key);
+            const std::size_t which = choice.Take(key, likely);
             if (which == MemberChoice::kNone) {
                 return Skip(depth + 1);
             }
             ++count;
-            return Value(choice.Of(which), which, depth + 1);
+            return *position_ == '"' ? TextValue(which) : ValueButText(choice.Of(which), which, depth + 1);
         };
         if (!Members([&] { return choice.Likely(); }, read)) {
             return false;
@@ -263,7 +278,8 @@ private:
         return true;
     }
 
-    /// Has `read` read the value behind each key. `likely` tells which key probably comes next, if any.
+    /// Has `read` read the value behind each key, and tells whether that was the likely one. `likely` tells which key
+    /// probably comes next, if any.
     template <class Likely, class Read>
     bool Members(const Likely& likely, const Read& read)
     {
@@ -273,29 +289,28 @@ private:
             return true;
         }
         do {
-            std::string_view key;
-            if (!Key(likely(), key) || !Take(':') || !read(key)) {
+            std::string_view key = likely();
+            const bool asLikely = IsKey(key);
+            if ((!asLikely && !Key(key)) || !Take(':') || !read(key, asLikely)) {
                 return false;
             }
         } while (Take(','));
         return Take('}');
     }
 
-    /// The key that comes next; `likely` itself where it is that.
-    bool Key(std::string_view likely, std::string_view& key)
+    /// Whether that key comes next; if so, the position is behind it.
+    bool IsKey(std::string_view key)
     {
-        if (*position_ != '"') {
+        const char* const text = position_ + 1;
+        if (key.data() == nullptr || *position_ != '"' || end_ - text <= static_cast<std::ptrdiff_t>(key.size()) ||
+            text[key.size()] != '"' || !IsSameKey(key, text)) {
             return false;
         }
-        const char* const text = position_ + 1;
-        if (likely.data() != nullptr && static_cast<std::size_t>(end_ - text) > likely.size() &&
-            text[likely.size()] == '"' && IsSameKey(likely, text)) {
-            position_ = text + likely.size() + 1;
-            key = likely;
-            return true;
-        }
-        return Text(key);
+        position_ = text + key.size() + 1;
+        return true;
     }
+
+    bool Key(std::string_view& key) { return *position_ == '"' && Text(key); }
 
     template <class Read>
     bool Elements(const Read& read)
@@ -540,7 +555,7 @@ void Lay(Tape& tape, const cJSON& node, Wanted wanted, std::size_t index)
         TapeEntry& object = tape.Add(What::Object, index);
         MemberChoice choice(wanted);
         for (const cJSON* child = node.child; child != nullptr; child = child->next) {
-            const std::size_t which = child->string != nullptr ? choice.Take(child->string) : MemberChoice::kNone;
+            const std::size_t which = child->string != nullptr ? choice.Take(child->string, false) : MemberChoice::kNone;
             if (which != MemberChoice::kNone) {
                 Lay(tape, *child, choice.Of(which), which);
                 ++count;

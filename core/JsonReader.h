@@ -50,7 +50,7 @@ constexpr Wanted kEverything{Wanted::Of::Everything};
 constexpr Wanted kItself{Wanted::Of::Itself};
 
 struct Wanted::Member {
-    const char* key;
+    std::string_view key;
     Wanted wanted;
 };
 

@@ -23,14 +23,6 @@ std::size_t g_keepBytes = std::size_t{1} << 20;
 
 /// Where the allocations of cJSON go while a conversion runs on this thread; null: to the heap.
 thread_local Arena* t_hookArena = nullptr;
-thread_local int t_depth = 0;
-
-Arena& ThreadArena()
-{
-    PrepareThread();
-    static thread_local Arena arena;
-    return arena;
-}
 
 void* AllocateHook(std::size_t size)
 {
@@ -79,22 +71,23 @@ cJSON* ParseLeniently(const std::string& text, const char*& errorPosition)
 
 } // namespace
 
-ArenaScope::ArenaScope() : arena_(ThreadArena()), mark_(arena_.Position())
+ArenaScope::ArenaScope() : arena_(OfThread<Arena>()), mark_(arena_.Position())
 {
-    ++t_depth;
+    ++arena_.scopes;
 }
 
 ArenaScope::~ArenaScope()
 {
     arena_.GoBack(mark_);
-    if (--t_depth == 0) {
+    if (--arena_.scopes == 0) {
         arena_.Trim(g_keepBytes);
     }
 }
 
-ConversionScope::ConversionScope() : outerHookArena_(t_hookArena)
+ConversionScope::ConversionScope() : hooked_(g_hooksInstalled)
 {
-    if (g_hooksInstalled) {
+    if (hooked_) {
+        outerHookArena_ = t_hookArena;
         t_hookArena = &arena_;
     }
 }
@@ -103,7 +96,9 @@ ConversionScope::~ConversionScope()
 {
     lenient_.Reset();
     adopted_.clear();
-    t_hookArena = outerHookArena_;
+    if (hooked_) {
+        t_hookArena = outerHookArena_;
+    }
 }
 
 std::optional<TapeCursor> ConversionScope::Parse(const std::string& text, const char*& errorPosition, Wanted wanted)

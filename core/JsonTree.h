@@ -80,7 +80,8 @@ public:
     JsonTree& Adopt() { return adopted_.emplace_front(); }
 
 private:
-    Arena* const outerHookArena_; ///< Where cJSON's allocations went before.
+    const bool hooked_; ///< Whether cJSON's allocations go to the arena.
+    Arena* outerHookArena_ = nullptr; ///< Where they went before.
     JsonTree lenient_;            ///< What only cJSON's parser could read.
     std::forward_list<JsonTree> adopted_;
 };

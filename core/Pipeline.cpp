@@ -20,9 +20,7 @@ struct ThreadState {
 
 ThreadState& State()
 {
-    core::PrepareThread();
-    static thread_local ThreadState state;
-    return state;
+    return core::OfThread<ThreadState>();
 }
 
 ExchangeRecord& ThreadRecord()
