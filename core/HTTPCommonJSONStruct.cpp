@@ -136,7 +136,7 @@ try {
     }
     const AnswerBudget budget(json.size());
     const Wanted wanted = WantedBy(out);
-    const Wanted::Member member[] = {{root, wanted}};
+    const Wanted::Member member[] = {{root != nullptr ? root : "", wanted}};
     ConversionScope scope;
     const char* position = nullptr;
     auto tape = scope.Parse(json, position, root != nullptr ? Wanted(member) : wanted);

@@ -138,7 +138,8 @@ RequestParams Operation::Build() const
     if (spoiled_) {
         throw std::length_error("a request that cannot be said completely");
     }
-    RequestParams request(path_.Text(), method_);
+    RequestParams request(std::string(), method_);
+    request.url = path_.Text();
     if (body_ != nullptr) {
         request.body = core::Serialize(*body_);
     } else {
