@@ -1,6 +1,8 @@
 #include "RequestCheck.h"
 
+#include <array>
 #include <cstring>
+#include <string_view>
 
 #include <httpcore/Fields.h>
 
@@ -25,12 +27,31 @@ std::string Describe(char c)
     return std::string("control character 0x") + kHex[byte >> 4U] + kHex[byte & 0xFU];
 }
 
-std::string RefuseBytes(const std::string& text, const char* unwanted, const char* what)
+/// For each character whether it must not stand in an address.
+using Unwanted = std::array<bool, 256>;
+
+/// Control characters, spaces, and these.
+constexpr Unwanted MakeUnwanted(std::string_view characters)
+{
+    Unwanted unwanted{};
+    for (std::size_t i = 0; i <= ' '; ++i) {
+        unwanted[i] = true;
+    }
+    unwanted[0x7F] = true;
+    for (const char c : characters) {
+        unwanted[static_cast<unsigned char>(c)] = true;
+    }
+    return unwanted;
+}
+
+constexpr Unwanted kUnwantedInPath = MakeUnwanted("#?\\");
+constexpr Unwanted kUnwantedInQuery = MakeUnwanted("#");
+
+std::string RefuseBytes(const std::string& text, const Unwanted& unwanted, const char* what)
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == ' ' || IsControl(c) || std::strchr(unwanted, c) != nullptr) {
-            return std::string(what) + " holds " + Describe(c) + " at byte " + std::to_string(i);
+        if (unwanted[static_cast<unsigned char>(text[i])]) {
+            return std::string(what) + " holds " + Describe(text[i]) + " at byte " + std::to_string(i);
         }
     }
     return std::string();
@@ -79,9 +100,12 @@ std::string RefusePath(const std::string& path)
     if (path.empty() || path.front() != '/') {
         return "path does not begin with a slash";
     }
-    std::string reason = RefuseBytes(path, "#?\\", "path");
+    std::string reason = RefuseBytes(path, kUnwantedInPath, "path");
     if (!reason.empty()) {
         return reason;
+    }
+    if (path.find('.') == std::string::npos && path.find('%') == std::string::npos) {
+        return std::string();
     }
     // Servers and proxies on the way resolve dot segments, so the request would reach another resource.
     for (std::size_t begin = 1; begin <= path.size();) {
@@ -96,7 +120,7 @@ std::string RefusePath(const std::string& path)
 
 std::string RefuseQuery(const std::string& query)
 {
-    return RefuseBytes(query, "#", "query");
+    return RefuseBytes(query, kUnwantedInQuery, "query");
 }
 
 std::string RefuseHeader(const std::string& name, const std::string& value)

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <exception>
 #include <limits>
+#include <utility>
 
 #include "httpcore/Fields.h"
 
@@ -110,8 +111,8 @@ bool AnswerReader::TakeField(const char* line, std::size_t size)
         lastValue_ = nullptr;
         return true;
     }
-    const std::string name = Trimmed(line, colon);
-    const std::string value = Trimmed(colon + 1, end);
+    std::string name = Trimmed(line, colon);
+    std::string value = Trimmed(colon + 1, end);
     const bool length = SameName(name, "Content-Length");
     const bool transfer = SameName(name, "Transfer-Encoding");
     lastFrames_ = length || transfer;
@@ -128,7 +129,7 @@ bool AnswerReader::TakeField(const char* line, std::size_t size)
         chunked_ = true;
     }
     if (into_.fields != nullptr) {
-        lastValue_ = &((*into_.fields)[name] = value);
+        lastValue_ = &into_.fields->insert_or_assign(std::move(name), std::move(value)).first->second;
     }
     return true;
 }
