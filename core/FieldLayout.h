@@ -314,12 +314,15 @@ public:
     Target(protocol::IReturnData& result) : structure_(result), fields_(result.Fields()) {}
     Target(protocol::IInboundData& result) : structure_(result), fields_(result.Fields()) {}
 
+    /// Of what `ReplaceBy` has filled; null for a structure of the host's own.
+    const FieldTable* Table() const { return IsOfTable(structure_, fields_) ? &fields_ : nullptr; }
+
     /// Has `fill` fill a new structure, which replaces the caller's when that was good. A structure of the host's own
     /// parses what there is itself, then.
     template <class Fill>
     bool ReplaceBy(Fill&& fill) const
     {
-        if (!IsOfTable(structure_, fields_)) {
+        if (Table() == nullptr) {
             HeldValue held;
             return fill(held) && held.HandTo(structure_);
         }

@@ -21,12 +21,7 @@
 namespace protocol {
 namespace {
 
-using nexwire::core::AnswerBudget;
 using nexwire::core::ConversionScope;
-using nexwire::core::kItself;
-using nexwire::core::TapeEntry;
-using nexwire::core::Wanted;
-using nexwire::core::WantedBy;
 
 std::int32_t ReadNumber(const std::string& piece)
 {
@@ -43,49 +38,8 @@ std::int32_t ReadNumber(const std::string& piece)
 ReturnData::ReturnData(std::shared_ptr<IJSONStruct> data_) : data(std::move(data_)) {}
 
 bool ReturnData::Parse(const std::string& body)
-try {
-    if (body.empty()) {
-        return false;
-    }
-    const AnswerBudget budget(body.size());
-    enum Member : std::size_t { kCode, kMessage, kData };
-    const Wanted payload = data ? WantedBy(*data) : kItself;
-    const Wanted::Member members[] = {{"code", kItself}, {"msg", kItself}, {"data", payload}};
-    if (auto* const watched = nexwire::core::WatchedAnswers()) {
-        watched->envelope = true;
-        watched->data = data ? payload.table() : watched->data;
-    }
-    ConversionScope scope;
-    const char* position = nullptr;
-    auto tape = scope.Parse(body, position, Wanted(members));
-    if (!tape) {
-        NEXWIRE_LOG_ERROR("Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
-        return false;
-    }
-    const TapeEntry& root = tape->Next();
-    for (std::size_t i = 0; i < root.size() && root.what() == TapeEntry::What::Object; ++i) {
-        const TapeEntry& member = tape->Next();
-        switch (member.index()) {
-        case kCode:
-            // The everyday answer without the detour over streams.
-            code = member.text() == "0-0" ? Keel::Error::ErrorCode() : Str2ErrorCode(std::string(member.text()));
-            coded = std::count(member.text().begin(), member.text().end(), '-') == 1;
-            break;
-        case kMessage:
-            msg = member.text();
-            break;
-        default:
-            if (data) {
-                Hand(*data, payload, member, *tape);
-            }
-            break;
-        }
-    }
-    return true;
-} catch (const nexwire::core::AnswerTooCostly&) {
-    return nexwire::core::ReportTooCostly(body.size());
-} catch (...) {
-    return false;
+{
+    return nexwire::core::ReadEnvelope(*this, body, nullptr);
 }
 
 Keel::Error::ErrorCode Str2ErrorCode(const std::string& code)
@@ -128,6 +82,58 @@ try {
 } // namespace protocol
 
 namespace nexwire::core {
+
+bool ReadEnvelope(protocol::ReturnData& envelope, const std::string& body, const FieldTable* table) noexcept
+try {
+    if (body.empty()) {
+        return false;
+    }
+    const AnswerBudget budget(body.size());
+    enum Member : std::size_t { kCode, kMessage, kData };
+    protocol::IJSONStruct* const data = envelope.data.get();
+    Wanted payload = kItself;
+    if (data != nullptr) {
+        payload = table != nullptr ? Wanted(Wanted::Of::Fields, table) : WantedBy(*data);
+    }
+    const Wanted::Member members[] = {{"code", kItself}, {"msg", kItself}, {"data", payload}};
+    if (auto* const watched = WatchedAnswers()) {
+        watched->envelope = true;
+        watched->data = data != nullptr ? payload.table() : watched->data;
+    }
+    ConversionScope scope;
+    const char* position = nullptr;
+    auto tape = scope.Parse(body, position, Wanted(members));
+    if (!tape) {
+        NEXWIRE_LOG_ERROR_OF("bool protocol::ReturnData::Parse(const std::string&)",
+                             "Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
+        return false;
+    }
+    const TapeEntry& root = tape->Next();
+    for (std::size_t i = 0; i < root.size() && root.what() == TapeEntry::What::Object; ++i) {
+        const TapeEntry& member = tape->Next();
+        switch (member.index()) {
+        case kCode:
+            // The everyday answer without the detour over streams.
+            envelope.code = member.text() == "0-0" ? Keel::Error::ErrorCode()
+                                                   : protocol::Str2ErrorCode(std::string(member.text()));
+            envelope.coded = std::count(member.text().begin(), member.text().end(), '-') == 1;
+            break;
+        case kMessage:
+            envelope.msg = member.text();
+            break;
+        default:
+            if (data != nullptr) {
+                Hand(*data, payload, member, *tape);
+            }
+            break;
+        }
+    }
+    return true;
+} catch (const AnswerTooCostly&) {
+    return ReportTooCostly(body.size());
+} catch (...) {
+    return false;
+}
 
 bool ReadText(protocol::IJSONStruct& out, const char* root, const std::string& json, const char* caller)
 try {

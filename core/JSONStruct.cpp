@@ -524,8 +524,13 @@ bool HeldValue::HandTo(IJSONStruct& structure) const
 
 const FieldTable* TableOf(const IJSONStruct& structure)
 {
-    const FieldTable& fields = structure.Fields();
-    return IsOfTable(structure, fields) ? &fields : nullptr;
+    const FieldTable* fields = nullptr;
+    if (const auto* const result = dynamic_cast<const protocol::IReturnData*>(&structure)) {
+        fields = &result->Fields();
+    } else if (const auto* const request = dynamic_cast<const protocol::IInboundData*>(&structure)) {
+        fields = &request->Fields();
+    }
+    return fields != nullptr && IsOfTable(structure, *fields) ? fields : nullptr;
 }
 
 Wanted WantedBy(const IJSONStruct& structure)
@@ -563,11 +568,6 @@ IJSONStruct& IJSONStruct::operator=(const IJSONStruct& other)
         present_[1] = other.present_[1];
     }
     return *this;
-}
-
-const core::FieldTable& IJSONStruct::Fields() const
-{
-    return core::kNoFields;
 }
 
 void IJSONStruct::NotePresent(std::string_view key)
@@ -665,7 +665,7 @@ cJSON* IReturnData::ToJson() const
 
 const core::FieldTable& IReturnData::Fields() const
 {
-    return IJSONStruct::Fields();
+    return core::kNoFields;
 }
 
 std::unordered_set<std::string> IReturnData::PresentKeys() const

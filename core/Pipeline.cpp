@@ -245,10 +245,11 @@ bool Settle(const protocol::ReturnData& envelope, Verdict verdict)
     return true;
 }
 
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text)
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text,
+         const FieldTable* table)
 {
     RspInfos response;
-    if (!Execute(response, operation) || !envelope.Parse(response.body) || !Settle(envelope, verdict)) {
+    if (!Execute(response, operation) || !ReadEnvelope(envelope, response.body, table) || !Settle(envelope, verdict)) {
         return false;
     }
     if (text != nullptr) {
@@ -262,7 +263,7 @@ bool RunInto(const Operation& operation, Target result, Verdict verdict, std::st
     return Guard([&] {
         return result.ReplaceBy([&](protocol::IJSONStruct& fresh) {
             protocol::ReturnData envelope(Borrow(fresh));
-            return Run(operation, envelope, verdict, text);
+            return Run(operation, envelope, verdict, text, result.Table());
         });
     });
 }
@@ -275,13 +276,13 @@ bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept
     });
 }
 
-bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code)
+bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, const FieldTable* table, int& code)
 {
     protocol::ReturnData envelope;
     if (fresh != nullptr) {
         envelope.data = Borrow(*fresh);
     }
-    const bool success = Run(operation, envelope, Verdict::Judge);
+    const bool success = Run(operation, envelope, Verdict::Judge, nullptr, table);
     if (LastExchange().parsed) {
         code = envelope.code.number;
     }
@@ -325,14 +326,14 @@ bool ExchangeJudged(const Operation& operation) noexcept
 
 bool ExchangeForCode(const Operation& operation, int& code) noexcept
 {
-    return core::Guard([&] { return core::RunForCode(operation, nullptr, code); });
+    return core::Guard([&] { return core::RunForCode(operation, nullptr, nullptr, code); });
 }
 
 bool ExchangeForCode(const Operation& operation, core::Target result, int& code) noexcept
 {
     return core::Guard([&] {
         return result.ReplaceBy(
-            [&](protocol::IJSONStruct& fresh) { return core::RunForCode(operation, &fresh, code); });
+            [&](protocol::IJSONStruct& fresh) { return core::RunForCode(operation, &fresh, result.Table(), code); });
     });
 }
 

@@ -230,8 +230,10 @@ bool Settle(const protocol::ReturnData& envelope, Verdict verdict);
 
 /// Sends an operation and reads the envelope into `envelope`. The one path that all typed requests take.
 ///
-/// @param text  receives the answer's body on success; may be null.
-bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text = nullptr);
+/// @param text   receives the answer's body on success; may be null.
+/// @param table  of the envelope's data, where that is known already.
+bool Run(const Operation& operation, protocol::ReturnData& envelope, Verdict verdict, std::string* text = nullptr,
+         const FieldTable* table = nullptr);
 
 /// A shared pointer that does not own: the result lives on the stack of its call.
 template <class Result>
@@ -242,7 +244,7 @@ std::shared_ptr<protocol::IJSONStruct> Borrow(Result& result)
 
 bool RunInto(const Operation& operation, Target result, Verdict verdict, std::string* text = nullptr) noexcept;
 bool RunWithoutResult(const Operation& operation, Verdict verdict) noexcept;
-bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, int& code);
+bool RunForCode(const Operation& operation, protocol::IJSONStruct* fresh, const FieldTable* table, int& code);
 
 } // namespace core
 

@@ -32,9 +32,6 @@ public:
     /// A new JSON object of the members in declaration order, owned by the caller; null when memory ran out.
     virtual cJSON* ToJson() const = 0;
 
-    /// Members and their keys; none in a structure of a host's own.
-    virtual const ::nexwire::core::FieldTable& Fields() const;
-
 protected:
     IJSONStruct() = default;
     IJSONStruct(const IJSONStruct& other);
@@ -94,7 +91,8 @@ public:
     virtual ~IInboundData() = default;
     /// For derived structures that can tell whether they are complete; the base answers true.
     virtual bool Check(std::int32_t argument);
-    const ::nexwire::core::FieldTable& Fields() const override;
+    /// Members and their keys; none in a structure of a host's own.
+    virtual const ::nexwire::core::FieldTable& Fields() const;
 
     /// Keys of the members that the last `Parse` found.
     std::unordered_set<std::string> PresentKeys() const;
@@ -114,7 +112,8 @@ public:
     void Parse(const cJSON* node) override;
     cJSON* ToJson() const override;
     virtual ~IReturnData() = default;
-    const ::nexwire::core::FieldTable& Fields() const override;
+    /// Members and their keys; none in a structure of a host's own.
+    virtual const ::nexwire::core::FieldTable& Fields() const;
 
     /// Keys of the members that the last `Parse` found.
     std::unordered_set<std::string> PresentKeys() const;
