@@ -9,6 +9,10 @@
 #include <memory>
 #include <new>
 
+#ifndef _WIN32
+#include <poll.h>
+#endif
+
 #include "keel/StringUtil.h"
 
 namespace httpcore {
@@ -136,10 +140,19 @@ bool Connection::SetMethod(const std::string& verb, const std::string* body)
     if (body != nullptr) {
         // Large bodies leave in large pieces; libcurl holds one of them beside the body.
         const long piece = static_cast<long>(std::clamp(body->size(), kLeastPiece, kMostPiece));
-        return Set(CURLOPT_UPLOAD_BUFFERSIZE, piece) && Set(CURLOPT_POST, 1L) &&
-               Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size())) &&
-               Set(CURLOPT_POSTFIELDS, body->data()) && Set(CURLOPT_CUSTOMREQUEST, verb.c_str());
+        if (piece != postPiece_ || verb != postVerb_) {
+            postPiece_ = 0;
+            if (!Set(CURLOPT_UPLOAD_BUFFERSIZE, piece) || !Set(CURLOPT_POST, 1L) ||
+                !Set(CURLOPT_CUSTOMREQUEST, verb.c_str())) {
+                return false;
+            }
+            postVerb_ = verb;
+            postPiece_ = piece;
+        }
+        return Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size())) &&
+               Set(CURLOPT_POSTFIELDS, body->data());
     }
+    postPiece_ = 0;
     return Set(CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t{0}) && Set(CURLOPT_POSTFIELDS, "") &&
            Set(verb == "HEAD" ? CURLOPT_NOBODY : CURLOPT_HTTPGET, 1L) && Set(CURLOPT_CUSTOMREQUEST, verb.c_str());
 }
@@ -269,8 +282,14 @@ bool Connection::IsClean()
     if (socket_ == CURL_SOCKET_BAD) {
         return true;
     }
-    curl_waitfd watched = {socket_, CURL_WAIT_POLLIN, 0};
-    return curl_multi_poll(multi_, &watched, 1, 0, nullptr) == CURLM_OK && watched.revents == 0;
+    // libcurl's own way would cost more than all else that a call does here.
+#ifdef _WIN32
+    WSAPOLLFD watched = {socket_, POLLRDNORM, 0};
+    return WSAPoll(&watched, 1, 0) == 0;
+#else
+    pollfd watched = {socket_, POLLIN, 0};
+    return poll(&watched, 1, 0) == 0;
+#endif
 }
 
 std::uint64_t Connection::SentBytes() const
