@@ -26,8 +26,9 @@ bool IsControl(char c)
 
 bool SameName(const std::string& left, const std::string& right)
 {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return LowerCase(a) == LowerCase(b); });
+    // Mostly they are written alike.
+    return left == right || std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                                       [](char a, char b) { return LowerCase(a) == LowerCase(b); });
 }
 
 bool NameLess::operator()(const std::string& left, const std::string& right) const
