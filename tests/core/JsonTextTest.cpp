@@ -166,6 +166,15 @@ TEST(JsonText, WhateverIsNotPlainIsLeftToCjson)
     for (const std::string& text : texts) {
         ExpectReadAsCjsonDoes(text);
     }
+    // Long texts are looked at in blocks.
+    const std::string longText = "{\"text\":\"" + std::string(50, 't') + "\",\"next\":1}";
+    for (const char c : {'\0', '\x1F', '\\', '"', '\x7F', '\xFF'}) {
+        for (std::size_t at = 9; at < 59; ++at) {
+            std::string text = longText;
+            text[at] = c;
+            ExpectReadAsCjsonDoes(text);
+        }
+    }
 }
 
 TEST(JsonText, DamagedTextsAreReadAsCjsonReadsThem)
