@@ -114,8 +114,8 @@ try {
         switch (member.index()) {
         case kCode:
             // The everyday answer without the detour over streams.
-            envelope.code = member.text() == "0-0" ? Keel::Error::ErrorCode()
-                                                   : protocol::Str2ErrorCode(std::string(member.text()));
+            envelope.code =
+                member.text() == "0-0" ? Keel::Error::ErrorCode() : protocol::Str2ErrorCode(std::string(member.text()));
             envelope.coded = std::count(member.text().begin(), member.text().end(), '-') == 1;
             break;
         case kMessage:

@@ -555,7 +555,8 @@ void Lay(Tape& tape, const cJSON& node, Wanted wanted, std::size_t index)
         TapeEntry& object = tape.Add(What::Object, index);
         MemberChoice choice(wanted);
         for (const cJSON* child = node.child; child != nullptr; child = child->next) {
-            const std::size_t which = child->string != nullptr ? choice.Take(child->string, false) : MemberChoice::kNone;
+            const std::size_t which =
+                child->string != nullptr ? choice.Take(child->string, false) : MemberChoice::kNone;
             if (which != MemberChoice::kNone) {
                 Lay(tape, *child, choice.Of(which), which);
                 ++count;

@@ -80,9 +80,9 @@ public:
     JsonTree& Adopt() { return adopted_.emplace_front(); }
 
 private:
-    const bool hooked_; ///< Whether cJSON's allocations go to the arena.
+    const bool hooked_;               ///< Whether cJSON's allocations go to the arena.
     Arena* outerHookArena_ = nullptr; ///< Where they went before.
-    JsonTree lenient_;            ///< What only cJSON's parser could read.
+    JsonTree lenient_;                ///< What only cJSON's parser could read.
     std::forward_list<JsonTree> adopted_;
 };
 

@@ -32,8 +32,8 @@ bool EndsAreTakenOnTrust()
 constexpr std::size_t kLeastPiece = 64U * 1024U; // libcurl's own.
 constexpr std::size_t kMostPiece = 1024U * 1024U;
 
-// The longest wait for a socket, milliseconds. Winsock tells once that a socket can be written to, and libcurl can miss it
-// between two waits; it looks again after this.
+// The longest wait for a socket, milliseconds. Winsock tells once that a socket can be written to, and libcurl can miss
+// it between two waits; it looks again after this.
 #ifdef _WIN32
 constexpr int kLongestWait = 50;
 #else

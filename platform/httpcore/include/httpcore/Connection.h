@@ -118,8 +118,8 @@ private:
     CURL* easy_ = nullptr;
     CURLM* multi_ = nullptr; ///< Owns the connection; unlike an easy handle alone it can be woken from outside.
     curl_socket_t socket_ = CURL_SOCKET_BAD; ///< Of the kept connection.
-    std::string postVerb_; ///< What is set already for a request with a body,
-    long postPiece_ = 0;   ///< unless this is 0.
+    std::string postVerb_;                   ///< What is set already for a request with a body,
+    long postPiece_ = 0;                     ///< unless this is 0.
     AnswerReader answer_;
     CURLcode code_ = CURLE_OK;
     bool watchesEnd_ = false; ///< `saidGoodbye_` counts.
