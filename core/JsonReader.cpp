@@ -7,6 +7,12 @@
 
 #include "core/PlainText.h"
 
+#if defined(__GNUC__)
+#define NEXWIRE_CALLED __attribute__((noinline))
+#else
+#define NEXWIRE_CALLED
+#endif
+
 namespace nexwire::core {
 namespace {
 
@@ -87,7 +93,7 @@ public:
 
 private:
     /// A call, and by value, so that all the rest stays in registers.
-    [[gnu::noinline]] static std::size_t Find(Wanted object, std::size_t expected, std::string_view key)
+    NEXWIRE_CALLED static std::size_t Find(Wanted object, std::size_t expected, std::string_view key)
     {
         if (object.of() == Wanted::Of::Fields) {
             const std::size_t index = FindField(*object.table(), expected, key);
