@@ -119,7 +119,7 @@ void ReadList(List& list, const TapeEntry& array, std::size_t elementBytes, Tape
     }
 }
 
-void ReadText(std::string& member, std::string_view text)
+void TakeText(std::string& member, std::string_view text)
 {
     if (text.size() <= member.capacity()) {
         member.assign(text.data(), text.size());
@@ -133,7 +133,7 @@ void ReadField(void* base, const Field& field, const TapeEntry& value, TapeCurso
 {
     switch (field.kind) {
     case Kind::Text:
-        ReadText(At<std::string>(base, field), value.text());
+        TakeText(At<std::string>(base, field), value.text());
         break;
     case Kind::Int:
         if (value.what() == What::Number) {
@@ -198,7 +198,7 @@ void Read(IJSONStruct& object, const FieldTable& table, const TapeEntry& value, 
         StructAccess::Set(object, member.index());
         const Field& field = table.fields[member.index()];
         if (field.kind == Kind::Text) {
-            ReadText(At<std::string>(&object, field), member.text());
+            TakeText(At<std::string>(&object, field), member.text());
         } else {
             ReadField(&object, field, member, tape, before);
         }
