@@ -161,7 +161,8 @@ in_debian32()
         fi
         mount --bind "$root" "$chroot$root"
         cp /etc/resolv.conf "$chroot/etc/resolv.conf"
-        exec setarch i686 chroot "$chroot" env HOME=/root LANG=C.UTF-8 sh -c '\''
+        # A compiler cache that this machine may have is not there.
+        exec setarch i686 chroot "$chroot" env -u CMAKE_CXX_COMPILER_LAUNCHER HOME=/root LANG=C.UTF-8 sh -c '\''
             cd "$1"
             shift
             exec "$@"'\'' sh "$folder" "$@"' bash "$DEBIAN32" "$ROOT" "$PWD" "$@"
