@@ -46,7 +46,7 @@ public:
     void Trim(std::size_t keepBytes);
     bool Owns(const void* memory) const;
 
-    std::size_t scopes = 0; ///< How many begun ones have not ended.
+    std::size_t scopes = 0; ///< Conversions under way on its thread, one within another.
 
 private:
     struct Free {

@@ -209,14 +209,21 @@ inline void* Create(const StructOps& ops)
     return object;
 }
 
-inline void Destroy(const StructOps& ops, void* object)
+/// Ends a structure and leaves its memory.
+inline void End(const StructOps& ops, void* object)
 {
     protocol::IJSONStruct* const structure = StructOps::AsStruct(object);
     if (ops.inbound) {
-        delete static_cast<protocol::IInboundData*>(structure);
+        static_cast<protocol::IInboundData*>(structure)->~IInboundData();
     } else {
-        delete static_cast<protocol::IReturnData*>(structure);
+        static_cast<protocol::IReturnData*>(structure)->~IReturnData();
     }
+}
+
+inline void Destroy(const StructOps& ops, void* object)
+{
+    End(ops, object);
+    ::operator delete(object);
 }
 
 /// A new object of a structure whose type is not named. Small ones lie in it.
@@ -230,12 +237,10 @@ public:
     }
     ~AnyObject()
     {
-        if (object_ != room_) {
-            Destroy(ops_, object_);
-        } else if (ops_.inbound) {
-            static_cast<protocol::IInboundData&>(**this).~IInboundData();
+        if (object_ == room_) {
+            End(ops_, object_);
         } else {
-            static_cast<protocol::IReturnData&>(**this).~IReturnData();
+            Destroy(ops_, object_);
         }
     }
     AnyObject(const AnyObject&) = delete;

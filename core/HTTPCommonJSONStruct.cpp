@@ -104,6 +104,7 @@ try {
     const char* position = nullptr;
     auto tape = scope.Parse(body, position, Wanted(members));
     if (!tape) {
+        // Whoever searches logs knows this place.
         NEXWIRE_LOG_ERROR_OF("bool protocol::ReturnData::Parse(const std::string&)",
                              "Failed to cJSON_Parse( [%s] ). Error info: [%s].", body.c_str(), position);
         return false;

@@ -197,6 +197,7 @@ void Read(IJSONStruct& object, const FieldTable& table, const TapeEntry& value, 
         const TapeEntry& member = tape.Next();
         StructAccess::Set(object, member.index());
         const Field& field = table.fields[member.index()];
+        // Most are texts, which need not go through the choice of kinds.
         if (field.kind == Kind::Text) {
             TakeText(At<std::string>(&object, field), member.text());
         } else {

@@ -253,6 +253,7 @@ private:
                 return Skip(depth + 1);
             }
             ++count;
+            // Of a text nobody has to be asked what is wanted.
             return *position_ == '"' ? TextValue(which) : ValueButText(choice.Of(which), which, depth + 1);
         };
         if (!Members([&] { return choice.Likely(); }, read)) {

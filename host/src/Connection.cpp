@@ -1,7 +1,5 @@
 #include "Connection.h"
 
-#include <algorithm>
-
 namespace nexwire::host {
 
 namespace {
@@ -58,18 +56,9 @@ void SetTarget(std::string& target, const std::string& prefix, const HttpExecuto
     }
 }
 
-// Whether no name server is asked for the server's address.
-bool NeedsNoName(const HttpExecutorOptions& options)
-{
-    const std::string& base = options.baseAddress;
-    const std::size_t host = base.find("://") + 3;
-    const std::size_t end = std::min(base.find_first_of(":/", host), base.size());
-    return options.proxy.empty() && (base[host] == '[' || base.find_first_not_of("0123456789.", host) >= end);
-}
-
 } // namespace
 
-bool Prepare(Connection& connection, const HttpExecutorOptions& options)
+bool Prepare(Connection& connection, const HttpExecutorOptions& options, bool asksForNames)
 {
     httpcore::Connection& wire = connection.wire;
     const bool overTls = httpcore::SameName(options.baseAddress.substr(0, 6), "https:");
@@ -82,8 +71,8 @@ bool Prepare(Connection& connection, const HttpExecutorOptions& options)
     return wire.Open(overTls) && (!overTls || wire.SetTls(tls)) && wire.Set(CURLOPT_URL, options.baseAddress.c_str()) &&
            wire.Set(CURLOPT_MAXAGE_CONN, static_cast<long>(options.maxIdleSeconds)) &&
            // Else libcurl goes through all names that it knows before every request.
-           (!NeedsNoName(options) || wire.Set(CURLOPT_DNS_CACHE_TIMEOUT, -1L)) &&
-           wire.SetText(CURLOPT_PROXY, options.proxy) && wire.SetText(CURLOPT_USERAGENT, options.userAgent);
+           (asksForNames || wire.Set(CURLOPT_DNS_CACHE_TIMEOUT, -1L)) && wire.SetText(CURLOPT_PROXY, options.proxy) &&
+           wire.SetText(CURLOPT_USERAGENT, options.userAgent);
 }
 
 bool SetRequest(Connection& connection, const HttpExecutorOptions& options, const std::string& prefix,

@@ -27,7 +27,9 @@ struct Connection {
 };
 
 /// Sets what is the same for every request; false when libcurl does not take it.
-bool Prepare(Connection& connection, const HttpExecutorOptions& options);
+///
+/// @param asksForNames  a name server knows the address of the server, or of the proxy.
+bool Prepare(Connection& connection, const HttpExecutorOptions& options, bool asksForNames);
 
 /// Sets what is this request's: verb, target (`prefix` and the path), fields, body. The body is not copied and must
 /// outlive the transfer.

@@ -51,6 +51,7 @@ struct HttpRequestExecutor::State {
     std::string problem;
     std::string prefix; ///< What stands before the path of a request on the request line.
     std::string server; ///< "host:port", for texts.
+    bool asksForNames = true;
 
     std::mutex mutex;
     std::condition_variable slowLane; ///< A place in the slow lane came free, or calls were aborted.
@@ -116,7 +117,7 @@ struct HttpRequestExecutor::State::Turn {
         }
         if (!holds_) {
             Connections fresh;
-            if (!Prepare(fresh.emplace_back(), state_.options)) {
+            if (!Prepare(fresh.emplace_back(), state_.options, state_.asksForNames)) {
                 return nullptr;
             }
             const std::lock_guard<std::mutex> lock(state_.mutex);
@@ -232,7 +233,10 @@ std::string HttpRequestExecutor::State::ReadBaseAddress()
     while (!prefix.empty() && prefix.back() == '/') {
         prefix.pop_back();
     }
-    server = part(CURLUPART_HOST, 0) + ':' + part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
+    const std::string host = part(CURLUPART_HOST, 0);
+    asksForNames = !options.proxy.empty() ||
+                   (host.compare(0, 1, "[") != 0 && host.find_first_not_of("0123456789.") != std::string::npos);
+    server = host + ':' + part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
     return std::string();
 }
 

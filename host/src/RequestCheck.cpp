@@ -34,12 +34,9 @@ using Unwanted = std::array<bool, 256>;
 constexpr Unwanted MakeUnwanted(std::string_view characters)
 {
     Unwanted unwanted{};
-    for (std::size_t i = 0; i <= ' '; ++i) {
-        unwanted[i] = true;
-    }
-    unwanted[0x7F] = true;
-    for (const char c : characters) {
-        unwanted[static_cast<unsigned char>(c)] = true;
+    for (std::size_t i = 0; i < unwanted.size(); ++i) {
+        const char c = static_cast<char>(i);
+        unwanted[i] = c == ' ' || IsControl(c) || characters.find(c) != std::string_view::npos;
     }
     return unwanted;
 }
@@ -104,10 +101,11 @@ std::string RefusePath(const std::string& path)
     if (!reason.empty()) {
         return reason;
     }
+    // Servers and proxies on the way resolve dot segments, so the request would reach another resource. Most paths hold
+    // no dot, as itself or encoded.
     if (path.find('.') == std::string::npos && path.find('%') == std::string::npos) {
         return std::string();
     }
-    // Servers and proxies on the way resolve dot segments, so the request would reach another resource.
     for (std::size_t begin = 1; begin <= path.size();) {
         const std::size_t end = EndOfSegment(path, begin);
         if (IsDotSegment(path, begin, end)) {

@@ -18,12 +18,6 @@ bool IsToken(const std::string& text)
     });
 }
 
-bool IsControl(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-}
-
 bool SameName(const std::string& left, const std::string& right)
 {
     // Mostly they are written alike.

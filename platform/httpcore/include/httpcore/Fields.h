@@ -11,7 +11,11 @@ namespace httpcore {
 bool IsToken(const std::string& text);
 
 /// Whether it is a control character of ASCII.
-bool IsControl(char c);
+constexpr bool IsControl(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7F;
+}
 
 /// Whether two field names are the same: the case of ASCII letters does not count.
 bool SameName(const std::string& left, const std::string& right);
